@@ -1,0 +1,47 @@
+#!/usr/bin/env bash
+# Sets up, builds and bakes Brookfall on a Debian machine, then plays or tests.
+#   bash run.sh play   install what is missing, build, bake the data, start the game
+#   bash run.sh test   the same set-up, then every test (sanitized build, under Xvfb)
+set -euo pipefail
+cd "$(dirname "$0")"
+mode="${1:-play}"
+
+packages=(cmake ninja-build g++ pkg-config libgtest-dev libgmock-dev libbenchmark-dev
+  libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev libopenal-dev libopenal1
+  libavformat-dev libavcodec-dev libswscale-dev libavutil-dev
+  libgl-dev libglu1-mesa-dev mesa-common-dev libgl1-mesa-dri xvfb xauth fonts-dejavu-core)
+
+install_missing() {
+  local missing=()
+  for p in "${packages[@]}"; do
+    dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
+  done
+  [ ${#missing[@]} -eq 0 ] && return
+  local sudo=""
+  [ "$(id -u)" -eq 0 ] || sudo="sudo"
+  $sudo apt-get update -qq
+  DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}"
+}
+
+build() {  # build DIR [cmake options...]
+  local dir="$1"; shift
+  cmake -S . -B "$dir" -G Ninja "$@" > /dev/null
+  cmake --build "$dir"
+}
+
+install_missing
+case "$mode" in
+  play)
+    build build -DCMAKE_BUILD_TYPE=RelWithDebInfo -DBROOKFALL_TESTS=OFF
+    cd build/data 2>/dev/null || cd build
+    exec ../brookfall 2>/dev/null || exec ./brookfall
+    ;;
+  test)
+    build build-test -DCMAKE_BUILD_TYPE=Debug -DBROOKFALL_SANITIZE=ON -DBROOKFALL_BENCHMARKS=OFF
+    export ASAN_OPTIONS="detect_leaks=1:abort_on_error=0"
+    export LIBGL_ALWAYS_SOFTWARE=1 ALSOFT_DRIVERS=wave ALSOFT_CONF=/dev/null
+    xvfb-run -a -s "-screen 0 1920x1080x24" ctest --test-dir build-test --output-on-failure -j 2
+    ;;
+  *)
+    echo "usage: bash run.sh play|test" >&2; exit 2 ;;
+esac

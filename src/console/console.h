@@ -1,0 +1,86 @@
+// The command console: a circular text store that everything prints to, an
+// optional log file, a one-line editor with history and completion, and a
+// registry of typed commands that typed lines are dispatched to.
+#pragma once
+
+#include <map>
+#include <string>
+
+// One registered command. The function's real form follows from type,
+// hasArgument and hasResult.
+struct GLConsoleCommand {
+    enum Type { Void = 0, Int = 1, Bool = 2, Float = 3, String = 4 };
+
+    std::string name;
+    void (*function)() = nullptr;
+    int type = Void;
+    bool hasArgument = false;
+    bool hasResult = false;
+};
+
+namespace GLConsole {
+
+constexpr int outputBufferSize = 65535;
+constexpr int inputBufferSize = 256;
+constexpr int historySize = 16;
+
+// Output. Print adds no newline; messages begin with "\n" by convention.
+void print(const char* text);
+void print(const std::string& text);
+void print(char c);
+void print(unsigned int value);
+void print(int value);
+void print(bool value);
+void print(float value);
+void print(double value);
+void printTitle(const char* text);
+void printTitle(const std::string& text);
+
+// Set-up and service.
+void initialise();
+void clear();
+void loadConfiguration();
+void shutdown();
+void enableLogging();
+void disableLogging();
+bool isLogging();
+void keyPressed(int key);
+void draw();
+
+// Registry. One overload for each of the thirteen command shapes.
+void addCommand(const char* name, void (*function)());
+void addCommand(const char* name, void (*function)(int));
+void addCommand(const char* name, void (*function)(bool));
+void addCommand(const char* name, void (*function)(float));
+void addCommand(const char* name, void (*function)(std::string));
+void addCommand(const char* name, int (*function)());
+void addCommand(const char* name, bool (*function)());
+void addCommand(const char* name, float (*function)());
+void addCommand(const char* name, std::string (*function)());
+void addCommand(const char* name, int (*function)(int, bool));
+void addCommand(const char* name, bool (*function)(bool, bool));
+void addCommand(const char* name, float (*function)(float, bool));
+void addCommand(const char* name, std::string (*function)(std::string));
+void addCommandInternal(const GLConsoleCommand& command);
+void removeCommand(const char* name);
+void clearCommands();
+void addBasicGLConsoleCommands();
+const std::map<std::string, GLConsoleCommand>& getCommands();
+
+// Runs a typed line as if entered on the console (tools and tests use it).
+void enterLine(const std::string& line);
+void runCommand();
+void autoCompleteCommand();
+
+// Read access for drawing and tests.
+const char* getOutputBuffer();
+int getOutputPosition();
+const char* getInputLine();
+int getCursorPosition();
+
+// Where printed text also goes as it is printed (the headless runner's standard
+// output); null for none.
+using PrintHook = void (*)(const char* text, std::size_t length);
+void setPrintHook(PrintHook hook);
+
+}  // namespace GLConsole

@@ -1,0 +1,94 @@
+#include <cstdio>
+#include <cstring>
+
+#include "console/console_state.h"
+#include "foundation/foundation.h"
+
+namespace GLConsole {
+
+namespace State {
+char outputBuffer[outputBufferSize];
+int outputPosition = 0;
+FILE* logFile = nullptr;
+bool logging = false;
+const char* const logFileName = "ConsoleLog.txt";
+}  // namespace State
+
+using namespace State;
+
+namespace {
+
+PrintHook printHook = nullptr;
+
+// The store starts as newlines, so that text appears from the bottom.
+struct OutputBufferFill {
+    OutputBufferFill() { std::memset(outputBuffer, '\n', sizeof(outputBuffer)); }
+} outputBufferFill;
+
+void storeBytes(const char* text, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        outputBuffer[outputPosition] = text[i];
+        if (++outputPosition >= outputBufferSize) outputPosition = 0;
+    }
+    if (printHook) printHook(text, count);
+}
+
+// Returns false, after closing the log, when the write left the file in a bad state.
+bool writeToLog(const char* text, std::size_t count) {
+    std::fwrite(text, 1, count, logFile);
+    if (!std::ferror(logFile) && !std::feof(logFile)) return true;
+    std::fclose(logFile);
+    logFile = nullptr;
+    logging = false;
+    const std::string message = std::string("\nLogging to ") + logFileName + " stopped because of a write error.";
+    storeBytes(message.data(), message.size());
+    return false;
+}
+
+template <typename T>
+void printFormatted(const char* format, T value) {
+    char text[64];
+    std::snprintf(text, sizeof(text), format, value);
+    print(text);
+}
+
+}  // namespace
+
+void print(const char* text) {
+    TRACE_LOCATION("GLConsole::print");
+    if (!text) return;
+    const std::size_t count = std::strlen(text);
+    if (logging) writeToLog(text, count);
+    storeBytes(text, count);
+}
+
+void print(const std::string& text) { print(text.c_str()); }
+
+void print(char c) {
+    TRACE_LOCATION("GLConsole::print");
+    storeBytes(&c, 1);
+    if (logging) writeToLog(&c, 1);
+}
+
+void print(unsigned int value) { printFormatted("%1u", value); }
+void print(int value) { printFormatted("%1i", value); }
+void print(bool value) { print(value ? "true" : "false"); }
+void print(float value) { printFormatted("%1f", static_cast<double>(value)); }
+void print(double value) { printFormatted("%1f", value); }
+
+void printTitle(const char* text) {
+    TRACE_LOCATION("GLConsole::printTitle");
+    static const std::string rule = "\n\n" + std::string(64, '*') + "\n\n";
+    print(rule);
+    print(text);
+    print(rule);
+}
+
+void printTitle(const std::string& text) { printTitle(text.c_str()); }
+
+void setPrintHook(PrintHook hook) { printHook = hook; }
+
+const char* getOutputBuffer() { return outputBuffer; }
+int getOutputPosition() { return outputPosition; }
+
+}  // namespace GLConsole

@@ -1,0 +1,247 @@
+// The runtime foundation: location trace and fatal report, configuration files,
+// string helpers, vectors, random numbers, memory files, clocks, worker threads
+// and the segment tests that all level geometry shares.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <thread>
+#include <vector>
+
+// ---------------------------------------------------------------------------
+// Location trace: every named operation records itself here so that the fatal
+// report can say where the program was when it died.
+namespace LocationTrace {
+constexpr int tableSize = 65536;
+extern const char* names[tableSize];
+extern uint16_t depth;
+
+// Zeroes the table and installs the six fatal signal handlers.
+void initialise();
+// The counter is 16 bits and the table has a slot for each value, so no bound test is needed.
+inline void push(const char* name) {
+    names[depth] = name;
+    ++depth;
+}
+inline void pop() { --depth; }
+// Appends the 16 newest locations, newest first.
+void appendBacktrace(std::string& text);
+
+// Builds the whole fatal report text for a signal (head, error type and listing).
+std::string buildFatalReport(int signalNumber);
+
+class Scope {
+public:
+    explicit Scope(const char* name) { push(name); }
+    ~Scope() { pop(); }
+    Scope(const Scope&) = delete;
+    Scope& operator=(const Scope&) = delete;
+};
+}  // namespace LocationTrace
+
+#define TRACE_LOCATION_JOIN2(a, b) a##b
+#define TRACE_LOCATION_JOIN(a, b) TRACE_LOCATION_JOIN2(a, b)
+// Pushes the operation's name for the rest of the enclosing scope.
+#define TRACE_LOCATION(name) ::LocationTrace::Scope TRACE_LOCATION_JOIN(locationScope_, __LINE__)(name)
+
+// ---------------------------------------------------------------------------
+// Vectors and numbers.
+struct Vector2D {
+    float x = 0.0f;
+    float y = 0.0f;
+
+    Vector2D() = default;
+    Vector2D(float xValue, float yValue) : x(xValue), y(yValue) {}
+
+    Vector2D operator+(const Vector2D& o) const { return {x + o.x, y + o.y}; }
+    Vector2D operator-(const Vector2D& o) const { return {x - o.x, y - o.y}; }
+    Vector2D operator-() const { return {-x, -y}; }
+    Vector2D operator*(float s) const { return {x * s, y * s}; }
+    Vector2D operator/(float s) const { return {x / s, y / s}; }
+    Vector2D& operator+=(const Vector2D& o) {
+        x += o.x;
+        y += o.y;
+        return *this;
+    }
+    Vector2D& operator-=(const Vector2D& o) {
+        x -= o.x;
+        y -= o.y;
+        return *this;
+    }
+    Vector2D& operator*=(float s) {
+        x *= s;
+        y *= s;
+        return *this;
+    }
+    Vector2D& operator/=(float s) {
+        x /= s;
+        y /= s;
+        return *this;
+    }
+    bool operator==(const Vector2D& o) const { return x == o.x && y == o.y; }
+    bool operator!=(const Vector2D& o) const { return !(*this == o); }
+};
+
+inline Vector2D operator*(float s, const Vector2D& v) { return v * s; }
+
+float length(const Vector2D& v);
+float lengthSquared(const Vector2D& v);
+float dot(const Vector2D& a, const Vector2D& b);
+float distance(const Vector2D& a, const Vector2D& b);
+// The exact zero vector becomes (1, 0).
+void normalise(Vector2D& v);
+// Counter-clockwise in a y-up frame.
+void rotate(Vector2D& v, float angleRadians);
+
+uint32_t randomBits();
+// 0 to 1 inclusive.
+double randomUnit();
+// The generator's one word of state; tests read and set it to replay sequences.
+uint32_t getRandomSeed();
+void setRandomSeed(uint32_t seed);
+
+// Rounds half away from zero.
+float roundToNearest(float value);
+uint32_t nextPowerOfTwo(uint32_t value);
+
+// ---------------------------------------------------------------------------
+// String helpers. Only ASCII letters count as letters; a null text is empty.
+void slStringUpper(char* text);
+void slStringUpper(std::string& text);
+void slStringLower(char* text);
+void slStringLower(std::string& text);
+bool slStringIsNumeric(const char* text);
+bool slStringIsNumeric(const std::string& text);
+bool slStringIsInteger(const char* text);
+bool slStringIsInteger(const std::string& text);
+bool slStringIsBoolean(const char* text);
+bool slStringIsBoolean(const std::string& text);
+int slStringToInt(const char* text);
+int slStringToInt(const std::string& text);
+float slStringToFloat(const std::string& text);
+bool slStringToBool(const char* text);
+bool slStringToBool(const std::string& text);
+// Splits at blank, CR, LF, tab, escape and backspace; appends to the list.
+void slSeparateArgs(const char* text, std::vector<std::string>& args);
+void slSeparateArgs(const std::string& text, std::vector<std::string>& args);
+// True for the characters that separate tokens and arguments.
+bool slIsSeparator(char c);
+
+// ---------------------------------------------------------------------------
+// Text configuration: a map from upper-cased key to the value as written.
+class ConfigFile {
+public:
+    ConfigFile() = default;
+    explicit ConfigFile(const char* fileName);
+
+    void loadConfigFile(const char* fileName);
+    static void separateTokens(const char* text, std::vector<std::string>& tokens);
+
+    std::string getVarAsString(const char* key) const;
+    std::string getVarAsString(const std::string& key) const;
+    float getVarAsFloat(const char* key) const;
+    float getVarAsFloat(const std::string& key) const;
+    int getVarAsInt(const char* key) const;
+    int getVarAsInt(const std::string& key) const;
+    bool getVarAsBool(const char* key) const;
+    bool getVarAsBool(const std::string& key) const;
+    bool variableExists(const char* key) const;
+    bool variableExists(const std::string& key) const;
+
+    const std::map<std::string, std::string>& variables() const { return values; }
+
+private:
+    const std::string* find(const std::string& key) const;
+    std::map<std::string, std::string> values;
+};
+
+// ---------------------------------------------------------------------------
+// A binary file read whole into memory and then read by position.
+class MemoryFile {
+public:
+    MemoryFile() = default;
+    MemoryFile(const MemoryFile& other);
+    MemoryFile& operator=(const MemoryFile& other);
+    ~MemoryFile();
+
+    void open(const std::string& fileName);
+    void close();
+    bool is_open() const;
+    uint32_t size() const;
+    uint32_t tell() const;
+    bool eof() const;
+    bool error() const;
+    bool good() const;
+    const uint8_t* getDataAhead() const;
+    // Origins: 0 from the current position, 1 back from the end, 2 from the start.
+    void seek(int32_t offset, int origin);
+    // All or nothing: a read past the end sets the error flag and copies nothing.
+    void read(void* destination, uint32_t count);
+
+private:
+    uint8_t* data = nullptr;
+    uint8_t* position = nullptr;
+    uint8_t* end = nullptr;
+    bool errorFlag = true;
+};
+
+// A pausable millisecond accumulator: the owner stops calling update while paused
+// and calls unpause when time counts again.
+struct LongTimer {
+    uint32_t elapsed = 0;
+    uint32_t lastTicks = 0;
+
+    LongTimer();
+    void reset();
+    void update();
+    void unpause();
+};
+
+// The time between the last two updates.
+struct FrameClock {
+    int32_t lastTicks = 0;
+    int32_t deltaTicks = 0;
+    float deltaSeconds = 0.0f;
+
+    FrameClock();
+    void reset();
+    void update();
+};
+
+// One operating-system thread, created held: the routine starts on resume, and
+// the destructor waits for it to return.
+class WorkerThread {
+public:
+    using Routine = void (*)(void* argument);
+
+    explicit WorkerThread(Routine routine);
+    ~WorkerThread();
+    WorkerThread(const WorkerThread&) = delete;
+    WorkerThread& operator=(const WorkerThread&) = delete;
+
+    void resume();
+    void suspend();
+    // -2 to 2; anything else is ignored.
+    void setPriority(int priority);
+
+    bool isSuspended() const { return suspended != 0; }
+    int getPriority() const { return priority; }
+
+private:
+    struct Gate;
+    std::thread handle;
+    Gate* gate = nullptr;
+    int suspended = 1;
+    Routine routine = nullptr;
+    int priority = 0;
+};
+
+// ---------------------------------------------------------------------------
+// Segment and triangle tests.
+bool edgesCross(const Vector2D& a1, const Vector2D& a2, const Vector2D& b1, const Vector2D& b2);
+void lineIntersection(const Vector2D& a1, const Vector2D& a2, const Vector2D& b1, const Vector2D& b2,
+                      Vector2D& result);
+bool pointInConvexPolygon(float x, float y, const Vector2D* vertices, int count);
+// Makes the triangle's winding the one pointInConvexPolygon expects.
+void fixTriangleWinding(Vector2D& p0, Vector2D& p1, Vector2D& p2);

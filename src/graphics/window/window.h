@@ -1,0 +1,126 @@
+// The one window of the program and its OpenGL context, as the game sees it:
+// a listener that receives the window's events, keyboard and mouse queries,
+// window and full-screen modes, and 2D and 3D drawing set-up.
+//
+// Without a real window (tools, tests) the layer runs headless: a client area of
+// 800 by 600 that is never minimised, with key and mouse state set by hand.
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+class GLWindowEventListener {
+public:
+    virtual ~GLWindowEventListener() = default;
+    virtual void mouseMoved(int, int) {}
+    virtual void mousePressed(int, int, int) {}
+    virtual void mouseReleased(int, int, int) {}
+    virtual void keyboardPressed(int) {}
+    virtual void keyboardReleased(int) {}
+    virtual void windowResized() {}
+    virtual void windowClosing() {}
+    virtual void windowClosed() {}
+    virtual void windowRedrawing() {}
+    virtual void windowFocusLost() {}
+};
+
+namespace GLWindow {
+
+// Window life.
+void createWindow(const char* title, int width, int height);
+void close();
+bool exists();
+void run();
+GLWindowEventListener* getEventListener();
+void setEventListener(GLWindowEventListener* listener);
+void requestRepaint();
+void swapBuffers();
+
+// Geometry and state.
+int getClientWidth();
+int getClientHeight();
+int getX();
+int getY();
+int getWidth();
+int getHeight();
+int getScreenWidth();
+int getScreenHeight();
+int getClientCenterX();
+int getClientCenterY();
+void setPosition(int x, int y);
+void setSize(int width, int height);
+void setClientSize(int width, int height);
+void center();
+void setTitle(const char* title);
+std::string getTitle();
+void setResizeable(bool resizeable);
+bool isResizeable();
+bool isMinimised();
+bool isMaximised();
+bool hasFocus();
+void minimize();
+void maximize();
+void restore();
+void giveFocous();
+bool isFullscreen();
+void setFullscreen(bool fullscreen, int width, int height);
+
+// Input queries. Keys are Windows virtual key codes; buttons 1 left, 2 right, 4 middle.
+bool keyboardKeyPressed(int key);
+bool keyboardKeyToggled(int key);
+char keyboardKeyToAscii(int key);
+bool mouseButtonPressed(int button);
+int getLastKeyPressed();
+int getMouseX();
+int getMouseY();
+int getMouseScreenX();
+int getMouseScreenY();
+bool mouseInClientArea();
+
+// Cursor and mouse control. Cursor modes: 0 none over the picture, 1 arrow, 2 cross.
+int getCursor();
+void setCursor(int mode);
+void centerMouse();
+void moveMouse(int dx, int dy);
+void restrictMouse(int x, int y, int width, int height);
+void unRestrictMouse();
+
+// Drawing set-up.
+void clearScreen(float r, float g, float b);
+void glBeginDraw2d();
+void glBeginDraw3d(float fieldOfView, float nearPlane, float farPlane);
+void glPushState();
+void glPopState();
+void glCircle(float x, float y, float radius, int segments);
+
+// Message boxes.
+void showMessageBox(const char* text, const char* title);
+bool showQuestionBox(const char* text, const char* title);
+
+// Capabilities.
+void getExtensionList(std::vector<std::string>& list);
+bool extensionSupported(const char* name);
+void enableVsync(bool enabled);
+bool vsyncEnabled();
+int getAntiAliasingMode();
+bool setAntiAliasingMode(int samples);
+bool antiAliasingModeAvailable(int samples);
+void setGamma(float gamma);
+void fadeScreen(float seconds);
+using FileFilters = std::vector<std::pair<std::string, std::string>>;
+std::string showOpenFileBox(const char* title, const char* initialDirectory, const FileFilters& filters);
+std::string showSaveFileBox(const char* title, const char* initialDirectory, const FileFilters& filters);
+
+// Headless state, set by tools and tests in place of a real keyboard and mouse.
+namespace Headless {
+void setKeyDown(int key, bool down);
+void setKeyToggled(int key, bool toggled);
+void setMouse(int x, int y);
+void setMouseButtonDown(int button, bool down);
+void setClientSize(int width, int height);
+// Delivers a key press through the listener, as a real key-down message would.
+void pressKey(int key);
+}  // namespace Headless
+
+}  // namespace GLWindow

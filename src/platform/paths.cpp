@@ -1,0 +1,86 @@
+#include <fnmatch.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <strings.h>
+#include <system_error>
+
+#include "platform/platform.h"
+
+namespace fs = std::filesystem;
+
+namespace Platform {
+
+namespace {
+
+std::vector<std::string> splitComponents(const std::string& path) {
+    std::vector<std::string> components;
+    std::string current;
+    for (char c : path) {
+        if (c == '/' || c == '\\') {
+            if (!current.empty()) components.push_back(current);
+            current.clear();
+        } else {
+            current += c;
+        }
+    }
+    if (!current.empty()) components.push_back(current);
+    return components;
+}
+
+// The entry of `folder` whose name equals `name` but for case; the name itself if none does.
+std::string matchEntry(const fs::path& folder, const std::string& name) {
+    std::error_code error;
+    if (name == "." || name == ".." || fs::exists(folder / name, error)) return name;
+    std::vector<std::string> matches;
+    for (fs::directory_iterator it(folder, error), last; !error && it != last; it.increment(error))
+        if (strcasecmp(it->path().filename().c_str(), name.c_str()) == 0)
+            matches.push_back(it->path().filename().string());
+    if (matches.empty()) return name;
+    std::sort(matches.begin(), matches.end());
+    return matches.front();
+}
+
+}  // namespace
+
+std::string resolvePath(const std::string& gameName) {
+    const bool absolute = !gameName.empty() && (gameName[0] == '/' || gameName[0] == '\\');
+    fs::path resolved = absolute ? fs::path("/") : fs::path();
+    for (const std::string& component : splitComponents(gameName))
+        resolved /= matchEntry(resolved.empty() ? fs::path(".") : resolved, component);
+    return resolved.string();
+}
+
+FILE* openFile(const std::string& gameName, const char* mode) {
+    if (gameName.empty()) return nullptr;
+    return std::fopen(resolvePath(gameName).c_str(), mode);
+}
+
+bool fileExists(const std::string& gameName) {
+    std::error_code error;
+    return !gameName.empty() && fs::exists(resolvePath(gameName), error);
+}
+
+bool createDirectory(const std::string& gameName) {
+    std::error_code error;
+    return fs::create_directory(resolvePath(gameName), error);
+}
+
+std::vector<std::string> findFiles(const std::string& gamePattern) {
+    std::string pattern = gamePattern;
+    std::replace(pattern.begin(), pattern.end(), '\\', '/');
+    const std::size_t slash = pattern.rfind('/');
+    const std::string folder = slash == std::string::npos ? "." : resolvePath(pattern.substr(0, slash));
+    const std::string filePattern = slash == std::string::npos ? pattern : pattern.substr(slash + 1);
+
+    std::vector<std::string> names;
+    std::error_code error;
+    for (fs::directory_iterator it(folder, error), last; !error && it != last; it.increment(error)) {
+        const std::string name = it->path().filename().string();
+        if (fnmatch(filePattern.c_str(), name.c_str(), FNM_CASEFOLD) == 0) names.push_back(name);
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+}  // namespace Platform
