@@ -53,7 +53,11 @@ std::string resolvePath(const std::string& gameName) {
 
 FILE* openFile(const std::string& gameName, const char* mode) {
     if (gameName.empty()) return nullptr;
-    return std::fopen(resolvePath(gameName).c_str(), mode);
+    const std::string path = resolvePath(gameName);
+    // A folder opens as a stream on Linux and then reports absurd sizes; it is never a game file.
+    std::error_code error;
+    if (fs::is_directory(path, error)) return nullptr;
+    return std::fopen(path.c_str(), mode);
 }
 
 bool fileExists(const std::string& gameName) {

@@ -1,0 +1,116 @@
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstdlib>
+
+#include "foundation/foundation.h"
+
+namespace {
+
+// Runs the body with an empty trace and puts the caller's trace back afterwards.
+class TraceTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        savedDepth = LocationTrace::depth;
+        LocationTrace::depth = 0;
+    }
+    void TearDown() override { LocationTrace::depth = savedDepth; }
+
+    static std::string listing() {
+        std::string text;
+        LocationTrace::appendBacktrace(text);
+        return text;
+    }
+
+    uint16_t savedDepth = 0;
+};
+
+const std::string heading = "\nBacktrace of locations visited by program: \n";
+
+}  // namespace
+
+TEST_F(TraceTest, ListingShowsNewestFirst) {
+    EXPECT_EQ(listing(), heading);
+    LocationTrace::push("WinMain");
+    EXPECT_EQ(listing(), heading + "\n1 - WinMain");
+    {
+        TRACE_LOCATION("Game::run");
+        LocationTrace::push(nullptr);
+        EXPECT_EQ(listing(), heading + "\n1 - Unknown location.\n2 - Game::run\n3 - WinMain");
+        LocationTrace::pop();
+    }
+    EXPECT_EQ(LocationTrace::depth, 1);
+}
+
+TEST_F(TraceTest, ListingStopsAfterSixteenLines) {
+    static const char* names[20] = {"n0",  "n1",  "n2",  "n3",  "n4",  "n5",  "n6",  "n7",  "n8",  "n9",
+                                    "n10", "n11", "n12", "n13", "n14", "n15", "n16", "n17", "n18", "n19"};
+    for (const char* name : names) LocationTrace::push(name);
+    std::string expected = heading;
+    for (int line = 1; line <= 16; ++line) expected += "\n" + std::to_string(line) + " - n" + std::to_string(20 - line);
+    EXPECT_EQ(listing(), expected);
+    EXPECT_EQ(LocationTrace::depth, 20) << "listing does not change the depth";
+}
+
+TEST_F(TraceTest, CounterWrapsInsideTheTable) {
+    LocationTrace::depth = 65535;
+    LocationTrace::push("last slot");
+    EXPECT_EQ(LocationTrace::depth, 0);
+    EXPECT_STREQ(LocationTrace::names[65535], "last slot");
+    LocationTrace::pop();
+    EXPECT_EQ(LocationTrace::depth, 65535);
+}
+
+TEST(FatalReport, HeadIsElevenPaddedLinesThenTypeAndListing) {
+    const std::string report = LocationTrace::buildFatalReport(SIGFPE);
+    std::size_t start = 0;
+    for (int line = 0; line < 11; ++line) {
+        const std::size_t end = report.find('\n', start);
+        ASSERT_EQ(end - start, 103u) << "line " << line + 1;
+        start = end + 1;
+    }
+    EXPECT_EQ(report.substr(0, 23), "We are very sorry but '");
+    const std::string tail =
+        "\nError type: Arithmetic error. Divide by zero or invalid arithmetic operation.\n\nBacktrace";
+    EXPECT_EQ(report.substr(start, tail.size()), tail);
+}
+
+namespace {
+
+[[noreturn]] void faultAtDepthThree() {
+    unsetenv("DISPLAY");
+    unsetenv("WAYLAND_DISPLAY");
+    LocationTrace::initialise();
+    LocationTrace::push("WinMain");
+    LocationTrace::push("Game::run");
+    TRACE_LOCATION("ParticleManager::runSimulation");
+    std::raise(SIGSEGV);
+    std::abort();
+}
+
+[[noreturn]] void abortInsideWinMain() {
+    unsetenv("DISPLAY");
+    unsetenv("WAYLAND_DISPLAY");
+    LocationTrace::initialise();
+    LocationTrace::push("WinMain");
+    std::abort();
+}
+
+}  // namespace
+
+TEST(FatalReportDeathTest, SegmentationFaultReportsTheDeepestLocationFirst) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(faultAtDepthThree(), ::testing::ExitedWithCode(1),
+                "A fatal program error has occured\\.\n"
+                "We are very sorry but 'Brookfall' has encountered a techincal problem(.|\n)*"
+                "Error type: Read or write to memory not owned by program\\.\n\n"
+                "Backtrace of locations visited by program: \n\n"
+                "1 - ParticleManager::runSimulation\n2 - Game::run\n3 - WinMain\n$");
+}
+
+TEST(FatalReportDeathTest, AbortAtDepthOneListsWinMainAlone) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(abortInsideWinMain(), ::testing::ExitedWithCode(1),
+                "Error type: Abnormal program termination by program\\.\n\n"
+                "Backtrace of locations visited by program: \n\n1 - WinMain\n$");
+}

@@ -1,0 +1,53 @@
+#include <gtest/gtest.h>
+
+#include "platform/platform.h"
+#include "support/test_support.h"
+
+TEST(Paths, GameNamesReachFilesWhateverTheirCase) {
+    ScratchFolder folder;
+    folder.write("gfx/default.tga", "x");
+    folder.write("Cfg/Game.cfg", "y");
+    EXPECT_EQ(Platform::resolvePath("GFX\\DEFAULT.TGA"), "gfx/default.tga");
+    EXPECT_EQ(Platform::resolvePath("cfg\\game.cfg"), "Cfg/Game.cfg");
+    EXPECT_EQ(Platform::resolvePath("cfg//GAME.CFG"), "Cfg/Game.cfg");
+    EXPECT_TRUE(Platform::fileExists("CFG\\GAME.CFG"));
+    EXPECT_FALSE(Platform::fileExists("cfg\\other.cfg"));
+}
+
+TEST(Paths, UnmatchedComponentsKeepTheirNameForNewFiles) {
+    ScratchFolder folder;
+    folder.write("SAV/keep.txt", "");
+    EXPECT_EQ(Platform::resolvePath("sav\\scores.sav"), "SAV/scores.sav");
+    FILE* file = Platform::openFile("sav\\scores.sav", "wb");
+    ASSERT_NE(file, nullptr);
+    std::fclose(file);
+    EXPECT_TRUE(Platform::fileExists("SAV\\SCORES.SAV"));
+    EXPECT_TRUE(Platform::createDirectory("new"));
+    EXPECT_FALSE(Platform::createDirectory("NEW")) << "an existing folder in another case is the same folder";
+}
+
+TEST(Paths, FoldersNeverOpenAsFiles) {
+    ScratchFolder folder;
+    folder.write("maps/level.rill", "");
+    EXPECT_EQ(Platform::openFile("maps", "rb"), nullptr);
+    EXPECT_EQ(Platform::openFile("", "rb"), nullptr);
+}
+
+TEST(Paths, FindFilesMatchesPatternsSortedByName) {
+    ScratchFolder folder;
+    for (const char* name : {"anim_FRAME10.tga", "anim_FRAME02.tga", "ANIM_frame01.TGA", "other.tga"})
+        folder.write(std::string("gfx/") + name, "");
+    const std::vector<std::string> expected{"ANIM_frame01.TGA", "anim_FRAME02.tga", "anim_FRAME10.tga"};
+    EXPECT_EQ(Platform::findFiles("GFX\\anim_FRAME*.tga"), expected);
+    EXPECT_TRUE(Platform::findFiles("missing\\*.tga").empty());
+}
+
+TEST(Clock, ManualClockStandsStillUntilAdvanced) {
+    ManualClock clock;
+    const uint32_t start = Platform::clockMilliseconds();
+    EXPECT_EQ(Platform::clockMilliseconds(), start);
+    clock.advanceMilliseconds(1500);
+    EXPECT_EQ(Platform::clockMilliseconds(), start + 1500);
+    Platform::sleepMilliseconds(10);
+    EXPECT_EQ(Platform::clockMilliseconds(), start + 1510);
+}
