@@ -5,6 +5,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 // One registered command. The function's real form follows from type,
 // hasArgument and hasResult.
@@ -69,8 +70,18 @@ const std::map<std::string, GLConsoleCommand>& getCommands();
 
 // Runs a typed line as if entered on the console (tools and tests use it).
 void enterLine(const std::string& line);
+// Executes the input line.
 void runCommand();
+// Completes the command word on the input line, cycling through the candidates.
 void autoCompleteCommand();
+
+// Dispatchers: check the argument words against the command's shape, call it and
+// report the result. A string command receives the unsplit rest of the line.
+void callVoidFunction(const GLConsoleCommand& command, const std::vector<std::string>& args);
+void callBoolFunction(const GLConsoleCommand& command, const std::vector<std::string>& args);
+void callIntFunction(const GLConsoleCommand& command, const std::vector<std::string>& args);
+void callFloatFunction(const GLConsoleCommand& command, const std::vector<std::string>& args);
+void callStringFunction(const GLConsoleCommand& command, const std::string& text);
 
 // Read access for drawing and tests.
 const char* getOutputBuffer();

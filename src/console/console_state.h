@@ -28,4 +28,9 @@ extern FILE* logFile;
 extern bool logging;
 extern const char* const logFileName;
 
+// Registry keys are listed and completed by their beginning.
+inline bool keyStartsWith(const std::string& key, const std::string& prefix) {
+    return key.compare(0, prefix.size(), prefix) == 0;
+}
+
 }  // namespace GLConsole::State

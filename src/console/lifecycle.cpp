@@ -7,11 +7,6 @@
 namespace GLConsole {
 
 namespace State {
-char inputBuffer[inputBufferSize];
-int cursorPosition = 0;
-std::string history[historySize];
-int historyPosition = -1;
-std::string completionPrefix;
 int fontSize = 1;
 Colour outputBackground, outputText, inputBackground, inputBorder, inputText;
 }  // namespace State
@@ -92,7 +87,10 @@ void disableLogging() {
     print(logFileName);
 }
 
-bool isLogging() { return logging; }
+bool isLogging() {
+    TRACE_LOCATION("GLConsole::isLogging");
+    return logging;
+}
 
 void clearCommands() {
     TRACE_LOCATION("GLConsole::clearCommands");

@@ -34,13 +34,17 @@ void storeBytes(const char* text, std::size_t count) {
 }
 
 // Returns false, after closing the log, when the write left the file in a bad state.
+// Each write is flushed, so that the log is complete up to the moment of a crash
+// and a full disk shows at once.
 bool writeToLog(const char* text, std::size_t count) {
     std::fwrite(text, 1, count, logFile);
+    std::fflush(logFile);
     if (!std::ferror(logFile) && !std::feof(logFile)) return true;
     std::fclose(logFile);
     logFile = nullptr;
     logging = false;
-    const std::string message = std::string("\nLogging to ") + logFileName + " stopped because of a write error.";
+    const std::string message =
+        std::string("\nLogging to ") + logFileName + " stopped because of a write error.";
     storeBytes(message.data(), message.size());
     return false;
 }
@@ -62,7 +66,9 @@ void print(const char* text) {
     storeBytes(text, count);
 }
 
-void print(const std::string& text) { print(text.c_str()); }
+void print(const std::string& text) {
+    print(text.c_str());
+}
 
 void print(char c) {
     TRACE_LOCATION("GLConsole::print");
@@ -70,11 +76,21 @@ void print(char c) {
     if (logging) writeToLog(&c, 1);
 }
 
-void print(unsigned int value) { printFormatted("%1u", value); }
-void print(int value) { printFormatted("%1i", value); }
-void print(bool value) { print(value ? "true" : "false"); }
-void print(float value) { printFormatted("%1f", static_cast<double>(value)); }
-void print(double value) { printFormatted("%1f", value); }
+void print(unsigned int value) {
+    printFormatted("%1u", value);
+}
+void print(int value) {
+    printFormatted("%1i", value);
+}
+void print(bool value) {
+    print(value ? "true" : "false");
+}
+void print(float value) {
+    printFormatted("%1f", static_cast<double>(value));
+}
+void print(double value) {
+    printFormatted("%1f", value);
+}
 
 void printTitle(const char* text) {
     TRACE_LOCATION("GLConsole::printTitle");
@@ -84,11 +100,23 @@ void printTitle(const char* text) {
     print(rule);
 }
 
-void printTitle(const std::string& text) { printTitle(text.c_str()); }
+void printTitle(const std::string& text) {
+    printTitle(text.c_str());
+}
 
-void setPrintHook(PrintHook hook) { printHook = hook; }
+void setPrintHook(PrintHook hook) {
+    TRACE_LOCATION("GLConsole::setPrintHook");
+    printHook = hook;
+}
 
-const char* getOutputBuffer() { return outputBuffer; }
-int getOutputPosition() { return outputPosition; }
+const char* getOutputBuffer() {
+    TRACE_LOCATION("GLConsole::getOutputBuffer");
+    return outputBuffer;
+}
+
+int getOutputPosition() {
+    TRACE_LOCATION("GLConsole::getOutputPosition");
+    return outputPosition;
+}
 
 }  // namespace GLConsole

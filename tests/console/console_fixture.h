@@ -1,0 +1,41 @@
+// The console under test: freshly initialised in a scratch folder, with the
+// keyboard in its default state and everything printed collected.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "console/console.h"
+#include "graphics/window/window.h"
+#include "support/test_support.h"
+
+namespace ConsoleKeys {
+constexpr int backspace = 8, tab = 9, enter = 13, escape = 27, end = 35, home = 36;
+constexpr int left = 37, up = 38, right = 39, down = 40, insert = 45, del = 46;
+constexpr int shift = 16, capsLock = 20;
+}  // namespace ConsoleKeys
+
+// Presses the key (with Shift as needed) that gives each character.
+void typeText(const std::string& text);
+// Types the text and presses Enter.
+void typeLine(const std::string& text);
+void pressKeys(std::initializer_list<int> keys);
+void setInsertMode(bool on);
+
+class ConsoleTest : public ::testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    // What was printed since the last call (or since set-up).
+    std::string printed() { return capture->take(); }
+    // Types a whole line and returns what it printed after the echo of the line.
+    std::string run(const std::string& line);
+    std::string input() const { return GLConsole::getInputLine(); }
+    int cursor() const { return GLConsole::getCursorPosition(); }
+
+    std::unique_ptr<ScratchFolder> scratch;
+    std::unique_ptr<ConsoleCapture> capture;
+};
