@@ -39,6 +39,7 @@ case "$mode" in
   test)
     build build-test -DCMAKE_BUILD_TYPE=Debug -DBROOKFALL_SANITIZE=ON -DBROOKFALL_BENCHMARKS=OFF
     export ASAN_OPTIONS="detect_leaks=1:abort_on_error=0"
+    export LSAN_OPTIONS="suppressions=$PWD/tests/lsan.supp:print_suppressions=0"
     export LIBGL_ALWAYS_SOFTWARE=1 ALSOFT_DRIVERS=wave ALSOFT_CONF=/dev/null
     xvfb-run -a -s "-screen 0 1920x1080x24" ctest --test-dir build-test --output-on-failure -j 2
     ;;

@@ -8,6 +8,7 @@ int main(int, char**) {
     LocationTrace::initialise();
     LocationTrace::push("WinMain");
 
+    GLWindow::Headless::setEnabled(false);
     GLWindow::createWindow("Brookfall: Version 1.00", 800, 600);
     GLWindow::center();
     GLWindow::setCursor(0);

@@ -2,8 +2,15 @@
 // a listener that receives the window's events, keyboard and mouse queries,
 // window and full-screen modes, and 2D and 3D drawing set-up.
 //
-// Without a real window (tools, tests) the layer runs headless: a client area of
-// 800 by 600 that is never minimised, with key and mouse state set by hand.
+// Two layers stand behind these operations. While a real window exists (an SDL
+// window with an OpenGL compatibility context, see platform/window_backend.h)
+// every operation works on it. Otherwise the layer runs headless: a client area
+// of 800 by 600 that is never minimised, with key and mouse state set by hand,
+// and drawing set-up does nothing. createWindow makes the headless stand-in
+// while Headless::isEnabled() holds, which is the start state, so that tools and
+// tests never open a window by accident; the game and `--window` runs call
+// Headless::setEnabled(false) first. Keys and buttons set by hand count beside
+// the real ones, so scripts can drive a real window too.
 #pragma once
 
 #include <string>
@@ -114,6 +121,9 @@ std::string showSaveFileBox(const char* title, const char* initialDirectory, con
 
 // Headless state, set by tools and tests in place of a real keyboard and mouse.
 namespace Headless {
+// Whether createWindow makes the stand-in (true at start) or a real window.
+void setEnabled(bool enabled);
+bool isEnabled();
 void setKeyDown(int key, bool down);
 void setKeyToggled(int key, bool toggled);
 void setMouse(int x, int y);

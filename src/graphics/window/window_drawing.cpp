@@ -1,0 +1,116 @@
+// Drawing set-up of the window layer and the capabilities of its OpenGL context.
+#include <GL/gl.h>
+#include <GL/glu.h>
+
+#include <cmath>
+
+#include "foundation/foundation.h"
+#include "graphics/window/window_state.h"
+#include "platform/window_backend.h"
+
+namespace GLWindow {
+
+using namespace State;
+
+void clearScreen(float r, float g, float b) {
+    if (!drawingPossible()) return;
+    glClearColor(r, g, b, 1.0f);
+    glClear(GL_COLOR_BUFFER_BIT);
+}
+
+void glBeginDraw2d() {
+    if (!drawingPossible()) return;
+    const float width = static_cast<float>(getClientWidth());
+    const float height = static_cast<float>(getClientHeight());
+    glViewport(0, 0, getClientWidth(), getClientHeight());
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    // (0, 0) is the top left pixel and (width, height) the bottom right.
+    glScalef(1.0f / (width * 0.5f), -1.0f / (height * 0.5f), 1.0f);
+    glTranslatef(-width * 0.5f, -height * 0.5f, 0.0f);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+}
+
+void glBeginDraw3d(float fieldOfView, float nearPlane, float farPlane) {
+    if (!drawingPossible()) return;
+    float width = static_cast<float>(getClientWidth());
+    float height = static_cast<float>(getClientHeight());
+    // A minimised window has no client area; any aspect will do then.
+    if (width <= 0.0f || height <= 0.0f) width = height = 0.01f;
+    glViewport(0, 0, static_cast<int>(width), static_cast<int>(height));
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    gluPerspective(fieldOfView, width / height, nearPlane, farPlane);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+}
+
+void glPushState() {
+    if (!drawingPossible()) return;
+    glPushAttrib(0xFFFFF);
+    glPushClientAttrib(GL_CLIENT_ALL_ATTRIB_BITS);
+    glMatrixMode(GL_PROJECTION);
+    glPushMatrix();
+    glMatrixMode(GL_MODELVIEW);
+    glPushMatrix();
+}
+
+void glPopState() {
+    if (!drawingPossible()) return;
+    glMatrixMode(GL_MODELVIEW);
+    glPopMatrix();
+    glMatrixMode(GL_PROJECTION);
+    glPopMatrix();
+    glMatrixMode(GL_MODELVIEW);
+    glPopClientAttrib();
+    glPopAttrib();
+}
+
+void glCircle(float x, float y, float radius, int segments) {
+    if (!drawingPossible() || segments < 1) return;
+    const float step = 6.2831855f / static_cast<float>(segments);
+    glBegin(GL_LINES);
+    for (int i = 0; i < segments; ++i) {
+        const float from = static_cast<float>(i) * step;
+        const float to = static_cast<float>(i + 1) * step;
+        glVertex2f(std::cos(from) * radius + x, std::sin(from) * radius + y);
+        glVertex2f(std::cos(to) * radius + x, std::sin(to) * radius + y);
+    }
+    glEnd();
+}
+
+void getExtensionList(std::vector<std::string>& list) {
+    if (!drawingPossible()) return;
+    const GLubyte* extensions = glGetString(GL_EXTENSIONS);
+    if (extensions) slSeparateArgs(reinterpret_cast<const char*>(extensions), list);
+}
+
+bool extensionSupported(const char* name) {
+    if (!name || !drawingPossible()) return false;
+    const GLubyte* extensions = glGetString(GL_EXTENSIONS);
+    if (!extensions) return false;
+    std::string wanted = name;
+    std::string text = reinterpret_cast<const char*>(extensions);
+    slStringUpper(wanted);
+    slStringUpper(text);
+    std::vector<std::string> entries;
+    slSeparateArgs(text, entries);
+    for (const std::string& entry : entries)
+        if (entry == wanted) return true;
+    return false;
+}
+
+void enableVsync(bool enabled) {
+    headless.vsync = enabled;
+    WindowBackend::setSwapInterval(enabled ? 1 : 0);
+}
+
+bool vsyncEnabled() {
+    if (!realWindow()) return headless.vsync;
+    // A driver that cannot tell counts as synchronised.
+    const int interval = WindowBackend::getSwapInterval();
+    return interval < 0 || interval != 0;
+}
+
+}  // namespace GLWindow

@@ -1,0 +1,168 @@
+// Window geometry, modes and state: sizes, position, title, full screen.
+#include "foundation/foundation.h"
+#include "graphics/window/window_state.h"
+#include "platform/window_backend.h"
+
+namespace GLWindow {
+
+using namespace State;
+
+namespace {
+struct Borders {
+    int left = 0, top = 0, right = 0, bottom = 0;
+};
+
+Borders borders() {
+    Borders frame;
+    WindowBackend::getBorders(frame.left, frame.top, frame.right, frame.bottom);
+    return frame;
+}
+
+// Top left of the client area on the screen.
+void clientOrigin(int& x, int& y) { WindowBackend::getPosition(x, y); }
+}  // namespace
+
+int getClientWidth() {
+    if (!realWindow()) return headless.clientWidth;
+    int width = 0, height = 0;
+    WindowBackend::getClientSize(width, height);
+    return isMinimised() ? 0 : width;
+}
+
+int getClientHeight() {
+    if (!realWindow()) return headless.clientHeight;
+    int width = 0, height = 0;
+    WindowBackend::getClientSize(width, height);
+    return isMinimised() ? 0 : height;
+}
+
+int getX() {
+    int x = 0, y = 0;
+    clientOrigin(x, y);
+    return x - borders().left;
+}
+
+int getY() {
+    int x = 0, y = 0;
+    clientOrigin(x, y);
+    return y - borders().top;
+}
+
+int getWidth() {
+    if (!realWindow()) return headless.clientWidth;
+    int width = 0, height = 0;
+    WindowBackend::getClientSize(width, height);
+    const Borders frame = borders();
+    return width + frame.left + frame.right;
+}
+
+int getHeight() {
+    if (!realWindow()) return headless.clientHeight;
+    int width = 0, height = 0;
+    WindowBackend::getClientSize(width, height);
+    const Borders frame = borders();
+    return height + frame.top + frame.bottom;
+}
+
+int getScreenWidth() {
+    int width = 0, height = 0;
+    WindowBackend::getDesktopSize(width, height);
+    return width;
+}
+
+int getScreenHeight() {
+    int width = 0, height = 0;
+    WindowBackend::getDesktopSize(width, height);
+    return height;
+}
+
+int getClientCenterX() {
+    int x = 0, y = 0;
+    clientOrigin(x, y);
+    return x + getClientWidth() / 2 - 1;
+}
+
+int getClientCenterY() {
+    int x = 0, y = 0;
+    clientOrigin(x, y);
+    return y + getClientHeight() / 2 - 1;
+}
+
+void setPosition(int x, int y) {
+    TRACE_LOCATION("GLWindow::setPosition");
+    const Borders frame = borders();
+    WindowBackend::setPosition(x + frame.left, y + frame.top);
+}
+
+void setSize(int width, int height) {
+    TRACE_LOCATION("GLWindow::setSize");
+    if (width < 1 || height < 1) return;
+    const Borders frame = borders();
+    const int clientWidth = width - frame.left - frame.right;
+    const int clientHeight = height - frame.top - frame.bottom;
+    if (clientWidth < 1 || clientHeight < 1) return;
+    setClientSize(clientWidth, clientHeight);
+}
+
+void setClientSize(int width, int height) {
+    TRACE_LOCATION("GLWindow::setClientSize");
+    if (width < 1 || height < 1) return;
+    if (!realWindow()) {
+        headless.clientWidth = width;
+        headless.clientHeight = height;
+        return;
+    }
+    WindowBackend::setClientSize(width, height);
+    resetViewport();
+}
+
+void center() {
+    TRACE_LOCATION("GLWindow::center");
+    if (!realWindow()) return;
+    setPosition(getScreenWidth() / 2 - getWidth() / 2, getScreenHeight() / 2 - getHeight() / 2);
+}
+
+void setTitle(const char* newTitle) {
+    title = newTitle ? newTitle : "";
+    WindowBackend::setTitle(title.c_str());
+}
+
+std::string getTitle() { return title; }
+
+void setResizeable(bool resizeable) {
+    headless.resizeable = resizeable;
+    WindowBackend::setResizeable(resizeable);
+}
+
+bool isResizeable() { return realWindow() ? WindowBackend::isResizeable() : headless.resizeable; }
+bool isMinimised() { return WindowBackend::isMinimised(); }
+bool isMaximised() { return WindowBackend::isMaximised(); }
+bool hasFocus() { return realWindow() ? WindowBackend::hasFocus() : headless.exists; }
+void minimize() { WindowBackend::minimize(); }
+void maximize() { WindowBackend::maximize(); }
+void restore() { WindowBackend::restore(); }
+void giveFocous() { WindowBackend::raise(); }
+bool isFullscreen() { return fullscreen; }
+
+void setFullscreen(bool value, int width, int height) {
+    TRACE_LOCATION("GLWindow::setFullscreen");
+    if (!realWindow()) {
+        setClientSize(width, height);
+        fullscreen = value;
+        return;
+    }
+    if (value) {
+        setClientSize(width, height);
+        // A mode that the display refuses leaves the window as it was.
+        if (!WindowBackend::setFullscreen(true, width, height)) return;
+        fullscreen = true;
+        resetViewport();
+        return;
+    }
+    if (!WindowBackend::setFullscreen(false, width, height)) return;
+    setClientSize(width, height);
+    center();
+    fullscreen = false;
+}
+
+}  // namespace GLWindow

@@ -1,0 +1,167 @@
+// Keyboard and mouse queries, the cursor, and the hand-set input of the
+// headless stand-in. Hand-set keys and buttons count alongside real ones, so a
+// script can drive the game with or without a window.
+#include <cctype>
+#include <utility>
+
+#include "foundation/foundation.h"
+#include "graphics/window/window_state.h"
+#include "platform/window_backend.h"
+
+namespace GLWindow {
+
+using namespace State;
+
+namespace {
+constexpr int shiftKey = 16;
+constexpr int capsLockKey = 20;
+
+// US layout characters of the punctuation keys, unshifted and shifted.
+char punctuation(int key, bool shifted) {
+    switch (key) {
+        case 186: return shifted ? ':' : ';';
+        case 187: return shifted ? '+' : '=';
+        case 188: return shifted ? '<' : ',';
+        case 189: return shifted ? '_' : '-';
+        case 190: return shifted ? '>' : '.';
+        case 191: return shifted ? '?' : '/';
+        case 192: return shifted ? '~' : '`';
+        case 219: return shifted ? '{' : '[';
+        case 220: return shifted ? '|' : '\\';
+        case 221: return shifted ? '}' : ']';
+        case 222: return shifted ? '"' : '\'';
+        default: return 0;
+    }
+}
+
+char keypad(int key) {
+    if (key >= 96 && key <= 105) return static_cast<char>('0' + key - 96);
+    switch (key) {
+        case 106: return '*';
+        case 107: return '+';
+        case 109: return '-';
+        case 110: return '.';
+        case 111: return '/';
+        default: return 0;
+    }
+}
+
+void setMember(std::set<int>& members, int value, bool member) {
+    if (member)
+        members.insert(value);
+    else
+        members.erase(value);
+}
+
+void clientOrigin(int& x, int& y) { WindowBackend::getPosition(x, y); }
+}  // namespace
+
+bool keyboardKeyPressed(int key) { return headless.keysDown.count(key) != 0 || WindowBackend::keyDown(key); }
+
+bool keyboardKeyToggled(int key) {
+    return headless.keysToggled.count(key) != 0 || WindowBackend::keyToggled(key);
+}
+
+char keyboardKeyToAscii(int key) {
+    const bool shifted = keyboardKeyPressed(shiftKey);
+    if (key >= 'A' && key <= 'Z') {
+        const bool upper = shifted != keyboardKeyToggled(capsLockKey);
+        return static_cast<char>(upper ? key : std::tolower(key));
+    }
+    if (key >= '0' && key <= '9') {
+        static const char shiftedDigits[] = ")!@#$%^&*(";
+        return shifted ? shiftedDigits[key - '0'] : static_cast<char>(key);
+    }
+    if (key == ' ') return ' ';
+    if (const char c = keypad(key)) return c;
+    return punctuation(key, shifted);
+}
+
+bool mouseButtonPressed(int button) {
+    if (button != 1 && button != 2 && button != 4) return false;
+    return headless.buttonsDown.count(button) != 0 || WindowBackend::mouseButtonDown(button);
+}
+
+int getLastKeyPressed() { return std::exchange(lastKey, 0); }
+int getMouseX() { return mouseX; }
+int getMouseY() { return mouseY; }
+
+int getMouseScreenX() {
+    if (!realWindow()) return mouseX;
+    int x = 0, y = 0;
+    WindowBackend::getGlobalMouse(x, y);
+    return x;
+}
+
+int getMouseScreenY() {
+    if (!realWindow()) return mouseY;
+    int x = 0, y = 0;
+    WindowBackend::getGlobalMouse(x, y);
+    return y;
+}
+
+bool mouseInClientArea() {
+    if (!realWindow())
+        return mouseX >= 0 && mouseY >= 0 && mouseX < headless.clientWidth && mouseY < headless.clientHeight;
+    int left = 0, top = 0;
+    clientOrigin(left, top);
+    const int x = getMouseScreenX() - left;
+    const int y = getMouseScreenY() - top;
+    return x >= 0 && y >= 0 && x < getClientWidth() && y < getClientHeight();
+}
+
+int getCursor() { return cursorMode; }
+
+void setCursor(int mode) {
+    if (mode < 0 || mode > 2) return;
+    cursorMode = mode;
+    WindowBackend::setCursor(mode);
+}
+
+void centerMouse() {
+    TRACE_LOCATION("GLWindow::centerMouse");
+    if (!realWindow()) {
+        mouseX = headless.clientWidth / 2;
+        mouseY = headless.clientHeight / 2;
+        return;
+    }
+    WindowBackend::warpMouse(getClientWidth() / 2, getClientHeight() / 2);
+}
+
+void moveMouse(int dx, int dy) {
+    TRACE_LOCATION("GLWindow::moveMouse");
+    if (!realWindow()) {
+        mouseX += dx;
+        mouseY += dy;
+        return;
+    }
+    int left = 0, top = 0;
+    clientOrigin(left, top);
+    WindowBackend::warpMouse(getMouseScreenX() - left + dx, getMouseScreenY() - top + dy);
+}
+
+void restrictMouse(int x, int y, int width, int height) { WindowBackend::restrictMouse(x, y, width, height); }
+void unRestrictMouse() { WindowBackend::unRestrictMouse(); }
+
+namespace Headless {
+void setEnabled(bool enabled) { headless.enabled = enabled; }
+bool isEnabled() { return headless.enabled; }
+void setKeyDown(int key, bool down) { setMember(headless.keysDown, key, down); }
+void setKeyToggled(int key, bool toggled) { setMember(headless.keysToggled, key, toggled); }
+void setMouse(int x, int y) {
+    mouseX = x;
+    mouseY = y;
+}
+void setMouseButtonDown(int button, bool down) { setMember(headless.buttonsDown, button, down); }
+void setClientSize(int width, int height) {
+    if (width < 1 || height < 1) return;
+    headless.clientWidth = width;
+    headless.clientHeight = height;
+}
+void pressKey(int key) {
+    lastKey = key;
+    if (eventListener) eventListener->keyboardPressed(key);
+}
+}  // namespace Headless
+
+}  // namespace GLWindow

@@ -1,0 +1,176 @@
+// The services beside the window's core: anti-aliasing by rebuilding the window,
+// gamma, the fade to black, message boxes and file boxes.
+#include <GL/gl.h>
+#include <GL/glext.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+#include "foundation/foundation.h"
+#include "graphics/window/window_state.h"
+#include "platform/platform.h"
+#include "platform/window_backend.h"
+
+namespace GLWindow {
+
+using namespace State;
+
+namespace {
+
+struct SavedWindow {
+    std::string title;
+    int cursorMode = 1;
+    bool fullscreen = false;
+    bool resizeable = true;
+    int clientWidth = 0;
+    int clientHeight = 0;
+    int x = 0;
+    int y = 0;
+    GLWindowEventListener* listener = nullptr;
+};
+
+SavedWindow saveWindow() {
+    SavedWindow saved;
+    saved.title = title;
+    saved.cursorMode = cursorMode;
+    saved.fullscreen = fullscreen;
+    saved.resizeable = isResizeable();
+    saved.clientWidth = getClientWidth();
+    saved.clientHeight = getClientHeight();
+    saved.x = getX();
+    saved.y = getY();
+    saved.listener = eventListener;
+    return saved;
+}
+
+void restoreWindow(const SavedWindow& saved) {
+    WindowBackend::show();
+    setPosition(saved.x, saved.y);
+    setClientSize(saved.clientWidth, saved.clientHeight);
+    setTitle(saved.title.c_str());
+    setCursor(saved.cursorMode);
+    eventListener = saved.listener;
+    setResizeable(saved.resizeable);
+    setFullscreen(saved.fullscreen, saved.clientWidth, saved.clientHeight);
+}
+
+// The one road that loses the OpenGL context: a pixel format is fixed for the
+// life of a window, so a new sample count needs a new window. Callers reload
+// their textures after it.
+bool rebuildWindow(int samples) {
+    TRACE_LOCATION("GLWindow::rebuildWindow");
+    const SavedWindow saved = saveWindow();
+    eventListener = nullptr;  // nothing sees the teardown
+    close();
+    std::string error;
+    bool granted = WindowBackend::create(saved.title.c_str(), saved.clientWidth, saved.clientHeight, samples, error);
+    if (!granted && !WindowBackend::create(saved.title.c_str(), saved.clientWidth, saved.clientHeight, 1, error)) {
+        std::fprintf(stderr, "%s\n", error.c_str());
+        Platform::showMessage("Unable to create window. Could not create an OpenGL rendering context.", "Error");
+        std::exit(1);
+    }
+    antiAliasingMode = granted ? samples : 1;
+    if (antiAliasingMode > 1)
+        glEnable(GL_MULTISAMPLE_ARB);
+    else
+        glDisable(GL_MULTISAMPLE_ARB);
+    restoreWindow(saved);
+    return granted;
+}
+
+bool setHeadlessAntiAliasingMode(int samples) {
+    if (!exists()) return false;
+    antiAliasingMode = samples == 0 ? 1 : samples;
+    return true;
+}
+
+}  // namespace
+
+int getAntiAliasingMode() { return antiAliasingMode; }
+
+bool setAntiAliasingMode(int samples) {
+    TRACE_LOCATION("GLWindow::setAntiAliasingMode");
+    if (!realWindow()) return setHeadlessAntiAliasingMode(samples);
+    if (samples == 0) samples = 1;
+    if (samples == antiAliasingMode) return true;
+    if (static_cast<unsigned>(samples) == 1) return rebuildWindow(1), true;
+    const int oldMode = antiAliasingMode;
+    if (samples > 0 && WindowBackend::samplesAvailable(samples) && rebuildWindow(samples)) return true;
+    if (oldMode != 1 && antiAliasingMode != oldMode) rebuildWindow(oldMode);
+    return false;
+}
+
+bool antiAliasingModeAvailable(int samples) {
+    if (static_cast<unsigned>(samples) < 2) return true;
+    if (!realWindow() || !extensionSupported("GL_ARB_multisample")) return false;
+    return samples > 0 && WindowBackend::samplesAvailable(samples);
+}
+
+void setGamma(float gamma) {
+    if (gamma < 0.0f || gamma > 2.0f || !realWindow()) return;
+    const int k = static_cast<int>(gamma * 255.0f);
+    unsigned short ramp[256];
+    for (int i = 0; i < 256; ++i) ramp[i] = static_cast<unsigned short>(std::min(k * i, 65535));
+    WindowBackend::setGammaRamp(ramp);
+}
+
+void fadeScreen(float seconds) {
+    TRACE_LOCATION("GLWindow::fadeScreen");
+    if (seconds <= 0.0f || !drawingPossible()) return;
+    const float duration = std::min(seconds, 10.0f);
+    GLWindowEventListener* const listener = eventListener;
+    eventListener = nullptr;
+    glMatrixMode(GL_PROJECTION);
+    glPushMatrix();
+    glMatrixMode(GL_MODELVIEW);
+    glPushMatrix();
+    glPushAttrib(GL_ENABLE_BIT);
+    // The picture waits in the accumulation buffer and is put back under the black each turn.
+    glReadBuffer(GL_BACK);
+    glAccum(GL_LOAD, 1.0f);
+    glDrawBuffer(GL_BACK);
+    glBeginDraw2d();
+    glDisable(GL_LIGHTING);
+    glDisable(GL_TEXTURE_2D);
+    glDisable(GL_CULL_FACE);
+    glDisable(GL_DEPTH_TEST);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    FrameClock clock;
+    for (float remaining = duration; remaining > 0.0f && exists(); remaining -= clock.deltaSeconds) {
+        run();
+        glAccum(GL_RETURN, 1.0f);
+        const float width = static_cast<float>(getClientWidth());
+        const float height = static_cast<float>(getClientHeight());
+        glColor4f(0.0f, 0.0f, 0.0f, 1.0f - remaining / duration);
+        glRectf(0.0f, 0.0f, width, height);
+        swapBuffers();
+        clock.update();
+    }
+    if (drawingPossible()) {
+        glPopAttrib();
+        glMatrixMode(GL_PROJECTION);
+        glPopMatrix();
+        glMatrixMode(GL_MODELVIEW);
+        glPopMatrix();
+    }
+    eventListener = listener;
+}
+
+void showMessageBox(const char* text, const char* boxTitle) {
+    if (realWindow())
+        WindowBackend::showMessage(text, boxTitle);
+    else
+        Platform::showMessage(text, boxTitle);
+}
+
+bool showQuestionBox(const char* text, const char* boxTitle) {
+    return realWindow() && WindowBackend::askQuestion(text, boxTitle);
+}
+
+// The game never asks for file boxes, and SDL has none; they answer as if cancelled.
+std::string showOpenFileBox(const char*, const char*, const FileFilters&) { return {}; }
+std::string showSaveFileBox(const char*, const char*, const FileFilters&) { return {}; }
+
+}  // namespace GLWindow

@@ -1,0 +1,245 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "graphics/window/window.h"
+#include "platform/window_backend.h"
+#include "real_window.h"
+
+namespace {
+
+// Writes down every event in a readable form.
+class RecordingListener : public GLWindowEventListener {
+public:
+    std::vector<std::string> events;
+    void mouseMoved(int x, int y) override { add("move", x, y); }
+    void mousePressed(int x, int y, int button) override { add("press", x, y, button); }
+    void mouseReleased(int x, int y, int button) override { add("release", x, y, button); }
+    void keyboardPressed(int key) override { add("key", key); }
+    void keyboardReleased(int key) override { add("keyup", key); }
+    void windowResized() override { events.push_back("resized"); }
+    void windowClosing() override { events.push_back("closing"); }
+    void windowClosed() override { events.push_back("closed"); }
+    void windowRedrawing() override { events.push_back("redraw"); }
+
+private:
+    template <typename... Values>
+    void add(const char* name, Values... values) {
+        std::string text = name;
+        ((text += " " + std::to_string(values)), ...);
+        events.push_back(text);
+    }
+};
+
+std::vector<std::string> without(const std::vector<std::string>& events, const std::string& dropped) {
+    std::vector<std::string> kept;
+    for (const std::string& event : events)
+        if (event != dropped) kept.push_back(event);
+    return kept;
+}
+
+TEST(HeadlessWindow, AnswersWithoutARealWindow) {
+    ASSERT_TRUE(GLWindow::Headless::isEnabled());
+    EXPECT_EQ(GLWindow::getClientWidth(), 800);
+    EXPECT_EQ(GLWindow::getClientHeight(), 600);
+    EXPECT_FALSE(GLWindow::isMinimised());
+    GLWindow::createWindow("stand-in", 640, 480);
+    EXPECT_TRUE(GLWindow::exists());
+    EXPECT_FALSE(WindowBackend::exists());
+    EXPECT_EQ(GLWindow::getClientWidth(), 640);
+    GLWindow::Headless::setKeyDown(65, true);
+    EXPECT_TRUE(GLWindow::keyboardKeyPressed(65));
+    GLWindow::Headless::setKeyDown(65, false);
+    GLWindow::close();
+    EXPECT_FALSE(GLWindow::exists());
+    GLWindow::Headless::setClientSize(800, 600);
+}
+
+TEST(Window, HasTheRequestedClientAreaAndBuffers) {
+    RealWindow window(320, 240);
+    ASSERT_TRUE(WindowBackend::exists());
+    EXPECT_TRUE(GLWindow::exists());
+    EXPECT_EQ(GLWindow::getClientWidth(), 320);
+    EXPECT_EQ(GLWindow::getClientHeight(), 240);
+    EXPECT_EQ(GLWindow::getTitle(), "Brookfall test");
+    EXPECT_EQ(GLWindow::getAntiAliasingMode(), 1);
+    GLint depth = 0, stencil = 0, accumulation = 0;
+    GLboolean doubleBuffered = GL_FALSE;
+    glGetIntegerv(GL_DEPTH_BITS, &depth);
+    glGetIntegerv(GL_STENCIL_BITS, &stencil);
+    glGetIntegerv(GL_ACCUM_RED_BITS, &accumulation);
+    glGetBooleanv(GL_DOUBLEBUFFER, &doubleBuffered);
+    EXPECT_GE(depth, 24);
+    EXPECT_GE(stencil, 8);
+    EXPECT_GE(accumulation, 8);
+    EXPECT_TRUE(doubleBuffered);
+}
+
+TEST(Window, Draw2dPutsTheOriginAtTheTopLeftPixel) {
+    RealWindow window(320, 240);
+    GLWindow::clearScreen(0.0f, 0.0f, 1.0f);
+    GLWindow::glBeginDraw2d();
+    glColor3f(1.0f, 0.0f, 0.0f);
+    glRectf(10.0f, 20.0f, 30.0f, 40.0f);
+    EXPECT_TRUE(near(readPixel(10, 20), {255, 0, 0}));
+    EXPECT_TRUE(near(readPixel(29, 39), {255, 0, 0}));
+    EXPECT_TRUE(near(readPixel(9, 20), {0, 0, 255}));
+    EXPECT_TRUE(near(readPixel(30, 40), {0, 0, 255}));
+    EXPECT_TRUE(near(readPixel(319, 239), {0, 0, 255}));
+}
+
+TEST(Window, PushAndPopStateRestoreMatricesAndSwitches) {
+    RealWindow window;
+    GLWindow::glBeginDraw2d();
+    glDisable(GL_BLEND);
+    GLWindow::glPushState();
+    glEnable(GL_BLEND);
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    GLWindow::glPopState();
+    EXPECT_FALSE(glIsEnabled(GL_BLEND));
+    GLfloat projection[16];
+    glGetFloatv(GL_PROJECTION_MATRIX, projection);
+    EXPECT_FLOAT_EQ(projection[0], 1.0f / 160.0f);
+    GLint mode = 0;
+    glGetIntegerv(GL_MATRIX_MODE, &mode);
+    EXPECT_EQ(mode, GL_MODELVIEW);
+}
+
+TEST(Window, DeliversKeysAsVirtualKeyCodes) {
+    RealWindow window;
+    RecordingListener listener;
+    GLWindow::setEventListener(&listener);
+    for (const char* name : {"A", "7", "Left", "Down", "`", "F1", "Return", "Backspace", "Escape", "Space"})
+        WindowBackend::queueKey(name, true);
+    WindowBackend::queueKey("A", false);
+    GLWindow::run();
+    const std::vector<std::string> expected = {"key 65", "key 55",  "key 37", "key 40", "key 223", "key 112",
+                                               "key 13", "key 8",   "key 27", "key 32", "keyup 65"};
+    EXPECT_EQ(without(listener.events, "redraw"), expected);
+    EXPECT_FALSE(GLWindow::keyboardKeyPressed('A'));
+    EXPECT_TRUE(GLWindow::keyboardKeyPressed(37));
+    EXPECT_EQ(GLWindow::getLastKeyPressed(), 32);
+    EXPECT_EQ(GLWindow::getLastKeyPressed(), 0);
+}
+
+TEST(Window, InsertIsKeptAsAToggle) {
+    RealWindow window;
+    EXPECT_FALSE(GLWindow::keyboardKeyToggled(45));
+    WindowBackend::queueKey("Insert", true);
+    WindowBackend::queueKey("Insert", false);
+    GLWindow::run();
+    EXPECT_TRUE(GLWindow::keyboardKeyToggled(45));
+    WindowBackend::queueKey("Insert", true);
+    GLWindow::run();
+    EXPECT_FALSE(GLWindow::keyboardKeyToggled(45));
+}
+
+TEST(Window, MouseEventsCarryClientPositionAndButton) {
+    RealWindow window;
+    RecordingListener listener;
+    GLWindow::setEventListener(&listener);
+    WindowBackend::queueMouseMotion(12, 34);
+    WindowBackend::queueMouseButton(5, 6, 2, true);
+    WindowBackend::queueMouseButton(7, 8, 4, false);
+    WindowBackend::queueMouseButton(9, 10, 1, true);
+    GLWindow::run();
+    const std::vector<std::string> expected = {"move 12 34", "press 5 6 2", "release 7 8 4", "press 9 10 1"};
+    EXPECT_EQ(without(listener.events, "redraw"), expected);
+    EXPECT_EQ(GLWindow::getMouseX(), 9);
+    EXPECT_EQ(GLWindow::getMouseY(), 10);
+}
+
+TEST(Window, WithoutAListenerStateStillChanges) {
+    RealWindow window;
+    GLWindow::setEventListener(nullptr);
+    WindowBackend::queueMouseMotion(40, 50);
+    WindowBackend::queueKey("B", true);
+    GLWindow::run();
+    EXPECT_EQ(GLWindow::getMouseX(), 40);
+    EXPECT_EQ(GLWindow::getMouseY(), 50);
+    EXPECT_EQ(GLWindow::getLastKeyPressed(), 'B');
+}
+
+TEST(Window, ACloseRequestDestroysTheWindowWhateverTheListenerDoes) {
+    RealWindow window;
+    RecordingListener listener;
+    GLWindow::setEventListener(&listener);
+    WindowBackend::queueClose();
+    GLWindow::run();
+    EXPECT_FALSE(GLWindow::exists());
+    EXPECT_EQ(without(listener.events, "redraw"), (std::vector<std::string>{"closing", "closed"}));
+    EXPECT_EQ(GLWindow::getEventListener(), nullptr);
+    EXPECT_EQ(GLWindow::getCursor(), 1);
+}
+
+TEST(Window, RepaintRequestReachesTheListenerOnTheNextRun) {
+    RealWindow window;
+    GLWindow::run();
+    RecordingListener listener;
+    GLWindow::setEventListener(&listener);
+    GLWindow::requestRepaint();
+    GLWindow::run();
+    EXPECT_EQ(listener.events, std::vector<std::string>{"redraw"});
+    GLWindow::run();
+    EXPECT_EQ(listener.events.size(), 1u);
+}
+
+TEST(Window, IgnoresSizesBelowOnePixelAndUnknownCursorModes) {
+    RealWindow window(320, 240);
+    GLWindow::setClientSize(0, 100);
+    GLWindow::setClientSize(100, -1);
+    EXPECT_EQ(GLWindow::getClientWidth(), 320);
+    EXPECT_EQ(GLWindow::getClientHeight(), 240);
+    GLWindow::setCursor(2);
+    GLWindow::setCursor(7);
+    EXPECT_EQ(GLWindow::getCursor(), 2);
+}
+
+TEST(Window, ExtensionTestIsCaseInsensitiveAndWholeWord) {
+    RealWindow window;
+    std::vector<std::string> extensions;
+    GLWindow::getExtensionList(extensions);
+    ASSERT_FALSE(extensions.empty());
+    std::string lower = extensions.front();
+    for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    EXPECT_TRUE(GLWindow::extensionSupported(lower.c_str()));
+    EXPECT_FALSE(GLWindow::extensionSupported(extensions.front().substr(0, 5).c_str()));
+    EXPECT_FALSE(GLWindow::extensionSupported(nullptr));
+}
+
+TEST(Window, AntiAliasingChangesKeepTheTitleAndRefusalsKeepTheMode) {
+    RealWindow window(320, 240);
+    GLWindow::setTitle("Kept title");
+    EXPECT_TRUE(GLWindow::setAntiAliasingMode(0));
+    EXPECT_EQ(GLWindow::getAntiAliasingMode(), 1);
+    const bool granted = GLWindow::setAntiAliasingMode(4);
+    EXPECT_EQ(GLWindow::getAntiAliasingMode(), granted ? 4 : 1);
+    EXPECT_TRUE(GLWindow::setAntiAliasingMode(1));
+    EXPECT_EQ(GLWindow::getAntiAliasingMode(), 1);
+    EXPECT_TRUE(GLWindow::exists());
+    EXPECT_EQ(GLWindow::getTitle(), "Kept title");
+    EXPECT_EQ(GLWindow::getClientWidth(), 320);
+    EXPECT_TRUE(GLWindow::antiAliasingModeAvailable(0));
+    EXPECT_FALSE(GLWindow::setAntiAliasingMode(-3));
+}
+
+TEST(Window, FullScreenTakesTheDesktopAndWindowedModeComesBack) {
+    RealWindow window(320, 240);
+    GLWindow::setFullscreen(true, GLWindow::getScreenWidth(), GLWindow::getScreenHeight());
+    EXPECT_TRUE(GLWindow::isFullscreen());
+    GLWindow::setFullscreen(false, 400, 300);
+    EXPECT_FALSE(GLWindow::isFullscreen());
+    GLWindow::run();
+    EXPECT_EQ(GLWindow::getClientWidth(), 400);
+    EXPECT_EQ(GLWindow::getClientHeight(), 300);
+}
+
+TEST(Window, ARefusedDisplayModeLeavesTheFlag) {
+    RealWindow window(320, 240);
+    GLWindow::setFullscreen(true, 123, 77);
+    EXPECT_FALSE(GLWindow::isFullscreen());
+}
+
+}  // namespace
