@@ -1,0 +1,110 @@
+// The running level: the main loop and the order in which everything steps
+// (Game), and the view that follows the water and whose tilt is gravity (Camera).
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "foundation/foundation.h"
+#include "graphics/window/window.h"
+
+namespace Camera {
+
+// States of the camera. The water only moves outside the glide to the waypoint.
+constexpr int movingToWaypoint = 0;
+constexpr int following = 1;
+constexpr int zoomingOut = 2;
+constexpr int holdingZoom = 3;
+constexpr int zoomingIn = 4;
+
+constexpr float degreesToRadians = 0.017453292f;
+constexpr float largestZoom = 2.5f;
+
+// Reads "cfg\camera.cfg" and puts every field at its start value.
+void initialise();
+// States 0 to 4; anything else is ignored.
+void setState(int state);
+bool movingTowardsWaypoint();
+// One step: follow the water, zoom, shake and, if allowed, turn by the player's input.
+void doMovements(bool turningAllowed, float dt);
+void doMovement(float dt);
+void doZooming(float dt);
+void doShaking(float dt);
+void doTurning(float dt);
+void zoomOut();
+void shake();
+
+Vector2D getPosition();
+void setPosition(const Vector2D& position);
+Vector2D getShakeOffset();
+// Where the view is centred: position plus shake offset.
+Vector2D getViewCentre();
+float getTilt();
+float getTurnSpeed();
+float getZoom();
+float getZoomTimer();
+int getState();
+bool isShaking();
+float getShakeTimer();
+Vector2D getShakeTarget();
+
+}  // namespace Camera
+
+// The window's listener while a level runs, and the operations of the level's
+// life under one name. All state is file-level; the object itself only forwards
+// window events.
+class Game : public GLWindowEventListener {
+public:
+    // Mean frame time at which a game step is due, and the longest simulation step.
+    static constexpr float stepThreshold = 0.013333334f;
+    static constexpr float longestSimulationStep = 0.033333335f;
+    static constexpr int frameBatch = 16;
+    static constexpr int simulationTimingBatch = 32;
+    static constexpr float waterStartRadius = 10.0f;
+    static constexpr int waterParticles = 128;
+
+    // The whole game; returns when it has ended.
+    static void run(const std::string& levelName);
+    static void stop();
+    // Asks for a change of level at the end of the frame.
+    static void map(const std::string& levelName);
+    // The world rectangle shown at zoom 1: the shorter side of the window shows 800 or 600 units.
+    static float getViewAreaX();
+    static float getViewAreaY();
+
+    // Loads a level and sets every subsystem up for it (again for each change of level).
+    static void initialise(const std::string& levelName);
+    // Puts the level back to its start without reading it again.
+    static void resetLevel();
+    static void shutdown();
+    // One frame: measure, maybe step, draw, then carry out requests.
+    static void gameLoop();
+    static void runSimulation(float dt);
+    static void soundUpdate(float dt);
+    static void draw();
+
+    // For tools that drive frames themselves: one frame of gameLoop in which a
+    // game step of exactly stepSeconds is due, whatever the frame clock says.
+    static void runFrame(float stepSeconds);
+    // Closes whatever menu is open, as the start button of the main menu does.
+    static void startPlaying();
+
+    static bool isRunning();
+    static bool isPaused();
+    static bool isFreeCamera();
+    static bool isConsoleVisible();
+    static const std::string& getCurrentMapName();
+    static float getFrameTime();
+    static float getStepTime();
+    // Game steps taken and simulation steps run since the program started.
+    static uint64_t getGameStepCount();
+    static uint64_t getSimulationStepCount();
+
+    void mouseMoved(int x, int y) override;
+    void mousePressed(int x, int y, int button) override;
+    void mouseReleased(int x, int y, int button) override;
+    void keyboardPressed(int key) override;
+    void keyboardReleased(int key) override;
+    void windowClosing() override;
+    void windowFocusLost() override;
+};

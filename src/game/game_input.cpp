@@ -1,0 +1,85 @@
+// The window's events while a level runs: the console key, the menus, the
+// pause key and the right mouse button.
+#include <cctype>
+
+#include "console/console.h"
+#include "foundation/foundation.h"
+#include "game/game.h"
+#include "game/game_state.h"
+#include "graphics/window/window.h"
+
+using GameState::game;
+
+namespace {
+constexpr int consoleKey = 223;
+constexpr int escapeKey = 27;
+constexpr int pauseKey = 19;
+constexpr int rightButton = 2;
+
+bool isPauseKey(int key) {
+    TRACE_LOCATION("Game::isPauseKey");
+    return key == pauseKey || std::toupper(static_cast<unsigned char>(GLWindow::keyboardKeyToAscii(key))) == 'P';
+}
+}  // namespace
+
+void GameState::setPaused(bool paused) {
+    TRACE_LOCATION("Game::setPaused");
+    game.paused = paused;
+    if (paused)
+        GameLinks::pauseMusic();
+    else
+        GameLinks::resumeMusic();
+}
+
+void Game::keyboardPressed(int key) {
+    TRACE_LOCATION("Game::keyboardPressed");
+    if (game.consoleVisible) {
+        if (key == consoleKey)
+            game.consoleVisible = false;
+        else
+            GLConsole::keyPressed(key);
+        return;
+    }
+    if (key == consoleKey) {
+        game.consoleVisible = true;
+    } else if (GameLinks::menuIsOpen()) {
+        GameLinks::sendKeyToMenu(key);
+    } else if (key == escapeKey) {
+        GameLinks::openInGameMenu();
+    } else if (isPauseKey(key)) {
+        GameState::setPaused(!game.paused);
+    }
+}
+
+void Game::keyboardReleased(int key) {
+    TRACE_LOCATION("Game::keyboardReleased");
+    GameLinks::sendKeyReleaseToMenu(key);
+}
+
+void Game::mouseMoved(int x, int y) {
+    TRACE_LOCATION("Game::mouseMoved");
+    GameLinks::sendMouseMoveToMenu(x, y);
+}
+
+void Game::mousePressed(int x, int y, int button) {
+    TRACE_LOCATION("Game::mousePressed");
+    if (GameLinks::menuIsOpen())
+        GameLinks::sendMousePressToMenu(x, y, button);
+    else if (button == rightButton && !GameLinks::gameIsFinished())
+        GameLinks::openInGameMenu();
+}
+
+void Game::mouseReleased(int x, int y, int button) {
+    TRACE_LOCATION("Game::mouseReleased");
+    GameLinks::sendMouseReleaseToMenu(x, y, button);
+}
+
+void Game::windowClosing() {
+    TRACE_LOCATION("Game::windowClosing");
+    GLWindow::close();
+}
+
+void Game::windowFocusLost() {
+    TRACE_LOCATION("Game::windowFocusLost");
+    if (!game.paused && !GameLinks::menuIsOpen()) GameState::setPaused(true);
+}

@@ -1,0 +1,160 @@
+// The life of a level: loading and setting up every subsystem for it, putting
+// it back to its start, and shutting it down.
+#include "console/console.h"
+#include "foundation/foundation.h"
+#include "game/game.h"
+#include "game/game_state.h"
+#include "water/water.h"
+
+namespace GameState {
+State game;
+}  // namespace GameState
+
+using GameState::game;
+
+namespace {
+
+bool conCmdShowGameSpeeds(bool value, bool set) {
+    TRACE_LOCATION("Game::conCmdShowGameSpeeds");
+    if (set) game.showGameSpeeds = value;
+    return game.showGameSpeeds;
+}
+
+bool conCmdShowDrawSpeeds(bool value, bool set) {
+    TRACE_LOCATION("Game::conCmdShowDrawSpeeds");
+    if (set) game.showDrawSpeeds = value;
+    return game.showDrawSpeeds;
+}
+
+bool conCmdShowSimSpeeds(bool value, bool set) {
+    TRACE_LOCATION("Game::conCmdShowSimSpeeds");
+    if (set) game.showSimSpeeds = value;
+    return game.showSimSpeeds;
+}
+
+bool conCmdFreeCamera(bool value, bool set) {
+    TRACE_LOCATION("Game::conCmdFreeCamera");
+    if (set) game.freeCamera = value;
+    return game.freeCamera;
+}
+
+void conCmdZoomCamera() {
+    TRACE_LOCATION("Game::conCmdZoomCamera");
+    Camera::zoomOut();
+}
+
+void conCmdShakeCamera() {
+    TRACE_LOCATION("Game::conCmdShakeCamera");
+    Camera::shake();
+}
+
+void conCmdRestart() {
+    TRACE_LOCATION("Game::conCmdRestart");
+    game.restartRequested = true;
+}
+
+bool conCmdPause(bool value, bool set) {
+    TRACE_LOCATION("Game::conCmdPause");
+    if (set && value != game.paused) GameState::setPaused(value);
+    return game.paused;
+}
+
+const char* const commandNames[] = {"ShowGameSpeeds", "ShowDrawSpeeds", "ShowSimSpeeds", "FreeCamera",
+                                    "ZoomCamera",     "ShakeCamera",    "Restart",       "Pause"};
+
+void addCommands() {
+    TRACE_LOCATION("Game::addCommands");
+    GLConsole::addCommand("ShowGameSpeeds", conCmdShowGameSpeeds);
+    GLConsole::addCommand("ShowDrawSpeeds", conCmdShowDrawSpeeds);
+    GLConsole::addCommand("ShowSimSpeeds", conCmdShowSimSpeeds);
+    GLConsole::addCommand("FreeCamera", conCmdFreeCamera);
+    GLConsole::addCommand("ZoomCamera", conCmdZoomCamera);
+    GLConsole::addCommand("ShakeCamera", conCmdShakeCamera);
+    GLConsole::addCommand("Restart", conCmdRestart);
+    GLConsole::addCommand("Pause", conCmdPause);
+}
+
+void removeCommands() {
+    TRACE_LOCATION("Game::removeCommands");
+    for (const char* name : commandNames) GLConsole::removeCommand(name);
+}
+
+// The switches that every start and restart of a level puts back.
+void resetSwitches() {
+    TRACE_LOCATION("Game::resetSwitches");
+    game.running = true;
+    game.stopRequested = false;
+    game.mapRequested = false;
+    game.restartRequested = false;
+    game.freeCameraZoom = 1.0f;
+    game.freeCameraPosition = Vector2D();
+    game.showGameSpeeds = false;
+    game.showDrawSpeeds = false;
+    game.showSimSpeeds = false;
+    game.freeCamera = false;
+}
+
+// A level's water is always 128 particles at its start point, and the camera glides to them.
+void placeWaterAndCamera() {
+    TRACE_LOCATION("Game::placeWaterAndCamera");
+    const Vector2D water = GameLinks::waterStart();
+    ParticleManager::createParticles(water.x, water.y, Game::waterStartRadius, Game::waterParticles);
+    Camera::setPosition(GameLinks::cameraStart());
+    Camera::setState(Camera::movingToWaypoint);
+}
+
+void readSettings() {
+    TRACE_LOCATION("Game::readSettings");
+    const ConfigFile config("cfg\\game.cfg");
+    game.background[0] = config.getVarAsFloat("background_r");
+    game.background[1] = config.getVarAsFloat("background_g");
+    game.background[2] = config.getVarAsFloat("background_b");
+    game.musicName = config.getVarAsString("music");
+}
+
+void setUpLoadedLevel(const std::string& levelName) {
+    TRACE_LOCATION("Game::setUpLoadedLevel");
+    game.currentMapName = levelName;
+    game.stepTime = Game::stepThreshold;
+    game.freeCameraZoom = 1.0f;
+    game.freeCameraPosition = Vector2D();
+    game.showGameSpeeds = game.showDrawSpeeds = game.showSimSpeeds = false;
+    game.freeCamera = false;
+    addCommands();
+    GLConsole::printTitle("Game initialisation");
+    ParticleManager::initialise();
+    Camera::initialise();
+    placeWaterAndCamera();
+    readSettings();
+    game.clock.reset();
+}
+
+}  // namespace
+
+void Game::initialise(const std::string& levelName) {
+    TRACE_LOCATION("Game::initialise");
+    game.running = true;
+    game.stopRequested = game.mapRequested = game.restartRequested = false;
+    GameLinks::openMainMenu();
+    if (GameLinks::loadLevel(levelName)) setUpLoadedLevel(levelName);
+}
+
+void Game::resetLevel() {
+    TRACE_LOCATION("Game::resetLevel");
+    resetSwitches();
+    ParticleManager::getParticles().clear();
+    ParticleGroupMover::getGroups().clear();
+    ParticleMover::clearParticleGrid();
+    GameLinks::resetLevelStore();
+    Camera::initialise();
+    placeWaterAndCamera();
+}
+
+void Game::shutdown() {
+    TRACE_LOCATION("Game::shutdown");
+    GLConsole::printTitle("Game shutdown");
+    removeCommands();
+    GameLinks::clearLevel();
+    ParticleManager::shutdown();
+    game.running = false;
+}

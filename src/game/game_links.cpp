@@ -1,0 +1,56 @@
+// Game's side of the subsystems it steps but does not own. Until the menus, the
+// rules of winning, the music and the level store are in the build, no menu is
+// ever open, a level never finishes, pausing is silent and every level is an
+// empty world whose water and camera start at the origin.
+#include "foundation/foundation.h"
+#include "game/game_state.h"
+
+namespace GameLinks {
+
+bool menuIsOpen() {
+    TRACE_LOCATION("GameLinks::menuIsOpen");
+    return false;
+}
+
+void openMainMenu() { TRACE_LOCATION("GameLinks::openMainMenu"); }
+void openInGameMenu() { TRACE_LOCATION("GameLinks::openInGameMenu"); }
+void closeMenus() { TRACE_LOCATION("GameLinks::closeMenus"); }
+void sendKeyToMenu(int) { TRACE_LOCATION("GameLinks::sendKeyToMenu"); }
+void sendKeyReleaseToMenu(int) { TRACE_LOCATION("GameLinks::sendKeyReleaseToMenu"); }
+void sendMouseMoveToMenu(int, int) { TRACE_LOCATION("GameLinks::sendMouseMoveToMenu"); }
+void sendMousePressToMenu(int, int, int) { TRACE_LOCATION("GameLinks::sendMousePressToMenu"); }
+void sendMouseReleaseToMenu(int, int, int) { TRACE_LOCATION("GameLinks::sendMouseReleaseToMenu"); }
+
+bool gameIsFinished() {
+    TRACE_LOCATION("GameLinks::gameIsFinished");
+    return false;
+}
+
+void updateRules(float) { TRACE_LOCATION("GameLinks::updateRules"); }
+void unpauseLevelTimer() { TRACE_LOCATION("GameLinks::unpauseLevelTimer"); }
+void stepLevelBeforeWater(float) { TRACE_LOCATION("GameLinks::stepLevelBeforeWater"); }
+void stepLevelAfterWater(float) { TRACE_LOCATION("GameLinks::stepLevelAfterWater"); }
+void updateSounds(float) { TRACE_LOCATION("GameLinks::updateSounds"); }
+
+void pauseMusic() { TRACE_LOCATION("GameLinks::pauseMusic"); }
+void resumeMusic() { TRACE_LOCATION("GameLinks::resumeMusic"); }
+
+bool loadLevel(const std::string&) {
+    TRACE_LOCATION("GameLinks::loadLevel");
+    return true;
+}
+
+void resetLevelStore() { TRACE_LOCATION("GameLinks::resetLevelStore"); }
+void clearLevel() { TRACE_LOCATION("GameLinks::clearLevel"); }
+
+Vector2D waterStart() {
+    TRACE_LOCATION("GameLinks::waterStart");
+    return Vector2D();
+}
+
+Vector2D cameraStart() {
+    TRACE_LOCATION("GameLinks::cameraStart");
+    return Vector2D();
+}
+
+}  // namespace GameLinks

@@ -1,0 +1,101 @@
+// The game's own loop, its requests, the size of the view, and read access to
+// its state for the console, the drawing and the tools.
+#include "foundation/foundation.h"
+#include "game/game.h"
+#include "game/game_state.h"
+#include "graphics/window/window.h"
+#include "platform/platform.h"
+
+using GameState::game;
+
+void Game::run(const std::string& levelName) {
+    TRACE_LOCATION("Game::run");
+    if (!GLWindow::exists() || game.running) return;
+    initialise(levelName);
+    GLWindowEventListener* const savedListener = GLWindow::getEventListener();
+    Game listener;
+    GLWindow::setEventListener(&listener);
+    game.clock.reset();
+    while (GLWindow::exists() && game.running) {
+        GLWindow::run();
+        gameLoop();
+        if (GLWindow::isMinimised()) Platform::sleepMilliseconds(1);
+    }
+    GLWindow::setEventListener(savedListener);
+    shutdown();
+}
+
+void Game::stop() {
+    TRACE_LOCATION("Game::stop");
+    game.stopRequested = true;
+}
+
+void Game::map(const std::string& levelName) {
+    TRACE_LOCATION("Game::map");
+    game.mapRequested = true;
+    game.mapName = levelName;
+}
+
+void Game::startPlaying() {
+    TRACE_LOCATION("Game::startPlaying");
+    GameLinks::closeMenus();
+}
+
+float Game::getViewAreaX() {
+    TRACE_LOCATION("Game::getViewAreaX");
+    const float width = static_cast<float>(GLWindow::getClientWidth());
+    const float height = static_cast<float>(GLWindow::getClientHeight());
+    return height >= width ? 800.0f : 600.0f / height * width;
+}
+
+float Game::getViewAreaY() {
+    TRACE_LOCATION("Game::getViewAreaY");
+    const float width = static_cast<float>(GLWindow::getClientWidth());
+    const float height = static_cast<float>(GLWindow::getClientHeight());
+    return height >= width ? 800.0f / width * height : 600.0f;
+}
+
+bool Game::isRunning() {
+    TRACE_LOCATION("Game::isRunning");
+    return game.running;
+}
+
+bool Game::isPaused() {
+    TRACE_LOCATION("Game::isPaused");
+    return game.paused;
+}
+
+bool Game::isFreeCamera() {
+    TRACE_LOCATION("Game::isFreeCamera");
+    return game.freeCamera;
+}
+
+bool Game::isConsoleVisible() {
+    TRACE_LOCATION("Game::isConsoleVisible");
+    return game.consoleVisible;
+}
+
+const std::string& Game::getCurrentMapName() {
+    TRACE_LOCATION("Game::getCurrentMapName");
+    return game.currentMapName;
+}
+
+float Game::getFrameTime() {
+    TRACE_LOCATION("Game::getFrameTime");
+    return game.frameTime;
+}
+
+float Game::getStepTime() {
+    TRACE_LOCATION("Game::getStepTime");
+    return game.stepTime;
+}
+
+uint64_t Game::getGameStepCount() {
+    TRACE_LOCATION("Game::getGameStepCount");
+    return game.gameSteps;
+}
+
+uint64_t Game::getSimulationStepCount() {
+    TRACE_LOCATION("Game::getSimulationStepCount");
+    return game.simulationSteps;
+}
