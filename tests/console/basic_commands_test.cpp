@@ -1,0 +1,133 @@
+// The console's own commands, typed as a player would type them.
+#include <regex>
+#include <string>
+
+#include "console_fixture.h"
+
+namespace {
+
+const std::string rule = "\n\n" + std::string(64, '*') + "\n\n";
+
+std::string title(const std::string& text) {
+    return rule + text + rule;
+}
+
+class BasicCommandsTest : public ConsoleTest {
+protected:
+    void TearDown() override {
+        GLWindow::setAntiAliasingMode(1);
+        GLWindow::enableVsync(true);
+        GLWindow::setFullscreen(false, 800, 600);
+        GLWindow::setResizeable(true);
+        GLWindow::close();
+        ConsoleTest::TearDown();
+    }
+};
+
+}  // namespace
+
+TEST_F(BasicCommandsTest, QuitClosesTheWindow) {
+    GLWindow::createWindow("Console test", 800, 600);
+    ASSERT_TRUE(GLWindow::exists());
+    EXPECT_EQ(run("QUIT"), "");
+    EXPECT_FALSE(GLWindow::exists());
+    EXPECT_EQ(run("quit now"), "\nUSAGE: Quit < nothing >");
+}
+
+TEST_F(BasicCommandsTest, ClearEmptiesTheOutput) {
+    GLConsole::print("\nsomething");
+    run("clear");
+    EXPECT_EQ(GLConsole::getOutputPosition(), 0);
+    EXPECT_EQ(std::string(GLConsole::getOutputBuffer(), 32), std::string(32, '\n'));
+}
+
+TEST_F(BasicCommandsTest, CommandsListsEveryCommandInKeyOrder) {
+    const std::string expected =
+        title("Command list: Use Commands < term > to filter listings") +
+        "\nAnisotropicFilteringLevel\nAntiAliasingSamples\nClear\nCommands\nExtensions\nFullscreen\nIsExtensi"
+        "on"
+        "\nLogConsole\nMap\nMemory\nQuit\nRenderer\nTextureList\nTextureMemory\nTextureQuality\nTextureReload"
+        "\nVersion\nVsyncEnable\n";
+    EXPECT_EQ(run("commands"), expected);
+    EXPECT_EQ(run("commands   "), expected);
+}
+
+TEST_F(BasicCommandsTest, CommandsFiltersByTheBeginningOfTheName) {
+    const std::string head = title("Command list: Use Commands < term > to filter listings");
+    EXPECT_EQ(run("commands   tex"), head + "\nTextureList\nTextureMemory\nTextureQuality\nTextureReload\n");
+    EXPECT_EQ(run("Commands an"), head + "\nAnisotropicFilteringLevel\nAntiAliasingSamples\n");
+    EXPECT_EQ(run("Commands zebra"), head + "\n");
+    EXPECT_EQ(run("Commands map x"), head + "\n");
+}
+
+TEST_F(BasicCommandsTest, Version) {
+    EXPECT_EQ(run("version"), "\nVersion is 1.00");
+    EXPECT_EQ(run("version 2"), "\nUSAGE: Version < nothing >");
+}
+
+TEST_F(BasicCommandsTest, MemoryReportsTheMachine) {
+    const std::string text = run("memory");
+    const std::regex layout(
+        "\n\n\\*{64}\n\nMemory usage\n\n\\*{64}\n\n"
+        "\nSystem memory usage: \n"
+        "\nTotal : ([0-9]+)\t bytes\nFree  : ([0-9]+)\t bytes\nUsed  : ([0-9]+)\t bytes\n");
+    std::smatch numbers;
+    ASSERT_TRUE(std::regex_match(text, numbers, layout)) << text;
+    const unsigned long long total = std::stoull(numbers[1]);
+    const unsigned long long free = std::stoull(numbers[2]);
+    EXPECT_GT(total, 0u);
+    EXPECT_LE(free, total);
+    EXPECT_EQ(std::stoull(numbers[3]), total - free);
+}
+
+TEST_F(BasicCommandsTest, FullscreenSwitchesModes) {
+    GLWindow::createWindow("Console test", 800, 600);
+    EXPECT_EQ(run("fullscreen"), "\nFullscreen is false");
+    EXPECT_EQ(run("fullscreen true"), "\nFullscreen is now true");
+    EXPECT_EQ(GLWindow::getClientWidth(), GLWindow::getScreenWidth());
+    EXPECT_EQ(GLWindow::getClientHeight(), GLWindow::getScreenHeight());
+    EXPECT_EQ(run("fullscreen FALSE"), "\nFullscreen is now false");
+    EXPECT_EQ(GLWindow::getClientWidth(), 800);
+    EXPECT_EQ(GLWindow::getClientHeight(), 600);
+    EXPECT_FALSE(GLWindow::isResizeable());
+    EXPECT_EQ(run("fullscreen yes"), "\nUSAGE: Fullscreen < true OR false OR nothing >");
+}
+
+TEST_F(BasicCommandsTest, RendererWithoutAWindowPrintsOnlyItsTitle) {
+    EXPECT_EQ(run("renderer"), title("Graphics renderer"));
+}
+
+TEST_F(BasicCommandsTest, Extensions) {
+    EXPECT_EQ(run("extensions"), title("Supported OpenGL Extensions"));
+    EXPECT_EQ(run("isextension"), "\nUSAGE: IsExtension  < string >");
+    EXPECT_EQ(run("isextension GL_NO_SUCH_thing"), "\nExtension not found.");
+}
+
+TEST_F(BasicCommandsTest, VsyncEnable) {
+    EXPECT_EQ(run("vsyncenable false"), "\nVsyncEnable is now false");
+    EXPECT_FALSE(GLWindow::vsyncEnabled());
+    EXPECT_EQ(run("vsyncenable"), "\nVsyncEnable is false");
+    EXPECT_EQ(run("vsyncenable true"), "\nVsyncEnable is now true");
+}
+
+TEST_F(BasicCommandsTest, AntiAliasingSamplesZeroChangesNothing) {
+    GLWindow::createWindow("Console test", 800, 600);
+    EXPECT_EQ(run("AntiAliasingSamples 4"), "\nAntiAliasingSamples is now 4");
+    EXPECT_EQ(run("AntiAliasingSamples 0"), "\nAntiAliasingSamples is now 4");
+    EXPECT_EQ(run("antialiasingsamples"), "\nAntiAliasingSamples is 4");
+    EXPECT_EQ(run("antialiasingsamples 2.0"), "\nUSAGE: AntiAliasingSamples < integer number OR nothing >");
+}
+
+TEST_F(BasicCommandsTest, TextureCommandsWithAnEmptyStore) {
+    ManualClock clock;
+    EXPECT_EQ(run("texturelist"), title("Textures in use"));
+    EXPECT_EQ(run("texturememory"), title("Texture memory used") + "0 bytes");
+    EXPECT_EQ(run("texturereload"), "\nTexture refresh complete.\nTime take to reload: 0.000000");
+    EXPECT_EQ(run("texturequality"), "\nTextureQuality is 0");
+    EXPECT_EQ(run("anisotropicfilteringlevel"), "\nAnisotropicFilteringLevel is 0");
+    EXPECT_EQ(run("texturequality 3 4"), "\nUSAGE: TextureQuality < integer number OR nothing >");
+}
+
+TEST_F(BasicCommandsTest, MapWithoutAGameNamesNoMap) {
+    EXPECT_EQ(run("map"), "\nMap is ");
+}

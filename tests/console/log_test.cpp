@@ -1,0 +1,102 @@
+// The log file receives exactly the bytes printed while logging is on.
+#include <unistd.h>
+
+#include <filesystem>
+#include <string>
+
+#include "console/console_state.h"
+#include "console_fixture.h"
+
+namespace {
+
+const std::string commencing = "\nCommencing console log to ConsoleLog.txt";
+const std::string stopped = "\nLogging stopped. All output saved to ConsoleLog.txt";
+
+}  // namespace
+
+using LogTest = ConsoleTest;
+
+TEST_F(LogTest, LogHoldsWhatWasPrintedWhileLoggingWasOn) {
+    GLConsole::print("\nbefore");
+    GLConsole::enableLogging();
+    EXPECT_TRUE(GLConsole::isLogging());
+    GLConsole::print("\nduring");
+    GLConsole::print('!');
+    GLConsole::print(12);
+    GLConsole::disableLogging();
+    EXPECT_FALSE(GLConsole::isLogging());
+    GLConsole::print("\nafter");
+    EXPECT_EQ(scratch->read("ConsoleLog.txt"), commencing + "\nduring!12");
+    EXPECT_EQ(printed(), "\nbefore" + commencing + "\nduring!12" + stopped + "\nafter");
+}
+
+TEST_F(LogTest, EnablingTwiceKeepsOneLogAndDisablingTwiceSaysItOnce) {
+    GLConsole::enableLogging();
+    GLConsole::enableLogging();
+    GLConsole::disableLogging();
+    GLConsole::disableLogging();
+    EXPECT_EQ(printed(), commencing + stopped);
+}
+
+TEST_F(LogTest, EachStartBeginsANewFile) {
+    GLConsole::enableLogging();
+    GLConsole::print("\nfirst run");
+    GLConsole::disableLogging();
+    GLConsole::enableLogging();
+    GLConsole::print("\nsecond");
+    GLConsole::disableLogging();
+    EXPECT_EQ(scratch->read("ConsoleLog.txt"), commencing + "\nsecond");
+}
+
+TEST_F(LogTest, LogConsoleCommandTurnsLoggingOnAndOff) {
+    typeLine("logconsole");
+    EXPECT_EQ(printed(), "\nlogconsole\nLogConsole is false");
+    typeLine("logconsole true");
+    EXPECT_EQ(printed(), "\nlogconsole true" + commencing + "\nLogConsole is now true");
+    typeLine("LogConsole false");
+    EXPECT_EQ(printed(), "\nLogConsole false" + stopped + "\nLogConsole is now false");
+    EXPECT_EQ(scratch->read("ConsoleLog.txt"), commencing + "\nLogConsole is now true\nLogConsole false");
+}
+
+TEST_F(LogTest, ShutdownClosesTheLog) {
+    GLConsole::enableLogging();
+    GLConsole::shutdown();
+    EXPECT_FALSE(GLConsole::isLogging());
+    EXPECT_EQ(printed(), commencing + stopped);
+}
+
+TEST_F(LogTest, UnwritableLogIsReported) {
+    std::filesystem::create_directory(scratch->path() / "ConsoleLog.txt");
+    GLConsole::enableLogging();
+    EXPECT_FALSE(GLConsole::isLogging());
+    EXPECT_EQ(printed(), "\nUnable to write log to ConsoleLog.txt");
+}
+
+TEST_F(LogTest, WriteErrorStopsLoggingAndIsReportedAheadOfTheText) {
+    if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "no /dev/full on this machine";
+    ASSERT_EQ(symlink("/dev/full", (scratch->path() / "ConsoleLog.txt").c_str()), 0);
+    GLConsole::enableLogging();
+    EXPECT_FALSE(GLConsole::isLogging());
+    EXPECT_EQ(printed(), "\nLogging to ConsoleLog.txt stopped because of a write error." + commencing);
+    GLConsole::print("\ngame goes on");
+    GLConsole::print('.');
+    EXPECT_EQ(printed(), "\ngame goes on.");
+    // Logging can be started again; it fails the same way and says so again.
+    typeLine("LogConsole true");
+    EXPECT_EQ(printed(), "\nLogConsole true\nLogging to ConsoleLog.txt stopped because of a write error." +
+                             commencing + "\nLogConsole is now false");
+}
+
+TEST_F(LogTest, WriteErrorOfASingleCharacterFollowsTheCharacter) {
+    if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "no /dev/full on this machine";
+    GLConsole::enableLogging();
+    ASSERT_TRUE(GLConsole::isLogging());
+    // Swap the open log for one that can't take a byte.
+    std::fclose(GLConsole::State::logFile);
+    GLConsole::State::logFile = std::fopen("/dev/full", "wb");
+    ASSERT_NE(GLConsole::State::logFile, nullptr);
+    printed();
+    GLConsole::print('c');
+    EXPECT_FALSE(GLConsole::isLogging());
+    EXPECT_EQ(printed(), "c\nLogging to ConsoleLog.txt stopped because of a write error.");
+}

@@ -1,0 +1,91 @@
+// The circular output store and the print overloads.
+#include <climits>
+#include <string>
+
+#include "console_fixture.h"
+
+namespace {
+
+// The text that stands in the store from `start` up to the output position.
+std::string storeFrom(int start) {
+    std::string text;
+    const int end = GLConsole::getOutputPosition();
+    for (int i = start; i != end; i = (i + 1) % GLConsole::outputBufferSize)
+        text += GLConsole::getOutputBuffer()[i];
+    return text;
+}
+
+}  // namespace
+
+using OutputTest = ConsoleTest;
+
+TEST_F(OutputTest, StoreStartsAsNewlines) {
+    GLConsole::clear();
+    EXPECT_EQ(GLConsole::getOutputPosition(), 0);
+    EXPECT_EQ(std::string(GLConsole::getOutputBuffer(), GLConsole::outputBufferSize),
+              std::string(GLConsole::outputBufferSize, '\n'));
+}
+
+TEST_F(OutputTest, EveryOverloadPrintsItsFormat) {
+    GLConsole::print("text");
+    GLConsole::print(static_cast<const char*>(nullptr));
+    GLConsole::print(std::string("|string"));
+    GLConsole::print('|');
+    GLConsole::print(4294967295u);
+    GLConsole::print('|');
+    GLConsole::print(INT_MIN);
+    GLConsole::print('|');
+    GLConsole::print(true);
+    GLConsole::print(false);
+    GLConsole::print('|');
+    GLConsole::print(0.1f);
+    GLConsole::print('|');
+    GLConsole::print(-1234567.125);
+    EXPECT_EQ(printed(), "text|string|4294967295|-2147483648|truefalse|0.100000|-1234567.125000");
+}
+
+TEST_F(OutputTest, PrintedBytesEnterTheStore) {
+    GLConsole::clear();
+    GLConsole::print("\nab\tc");
+    GLConsole::print('d');
+    EXPECT_EQ(storeFrom(0), "\nab\tcd");
+}
+
+TEST_F(OutputTest, TitleStandsBetweenTwoRules) {
+    const std::string rule = "\n\n" + std::string(64, '*') + "\n\n";
+    GLConsole::printTitle("Heading");
+    GLConsole::printTitle(std::string("Other"));
+    EXPECT_EQ(printed(), rule + "Heading" + rule + rule + "Other" + rule);
+}
+
+TEST_F(OutputTest, PositionWrapsAfterTheLastByte) {
+    GLConsole::clear();
+    const std::string filler(GLConsole::outputBufferSize - 3, '.');
+    GLConsole::print(filler);
+    EXPECT_EQ(GLConsole::getOutputPosition(), GLConsole::outputBufferSize - 3);
+    GLConsole::print("ABCDE");
+    EXPECT_EQ(GLConsole::getOutputPosition(), 2);
+    const char* store = GLConsole::getOutputBuffer();
+    EXPECT_EQ(std::string(store + GLConsole::outputBufferSize - 3, 3), "ABC");
+    EXPECT_EQ(std::string(store, 3), "DE.");
+    EXPECT_EQ(storeFrom(GLConsole::outputBufferSize - 5), "..ABCDE");
+}
+
+TEST_F(OutputTest, SingleCharactersWrapToo) {
+    GLConsole::clear();
+    for (int i = 0; i < GLConsole::outputBufferSize; ++i) GLConsole::print('x');
+    EXPECT_EQ(GLConsole::getOutputPosition(), 0);
+    GLConsole::print('y');
+    EXPECT_EQ(GLConsole::getOutputPosition(), 1);
+    EXPECT_EQ(GLConsole::getOutputBuffer()[0], 'y');
+}
+
+TEST_F(OutputTest, ClearKeepsInputHistoryButNotTheLine) {
+    typeLine("version");
+    typeText("draft");
+    GLConsole::clear();
+    EXPECT_EQ(input(), "");
+    EXPECT_EQ(cursor(), 0);
+    GLConsole::keyPressed(ConsoleKeys::up);
+    EXPECT_EQ(input(), "version");
+}
