@@ -1,0 +1,161 @@
+// The tree's console commands: its size and depth, a cursor to walk it with,
+// a ray-cast benchmark and the four debug drawing switches.
+#include <algorithm>
+
+#include "console/console.h"
+#include "level/bsp_state.h"
+
+namespace {
+
+using namespace LevelBspTree::State;
+
+int countNodes(const BspNode* node) {
+    return node ? 1 + countNodes(node->negativeChild) + countNodes(node->positiveChild) : 0;
+}
+
+int depthOf(const BspNode* node) {
+    return node ? 1 + std::max(depthOf(node->negativeChild), depthOf(node->positiveChild)) : 0;
+}
+
+bool switchValue(bool& flag, bool value, bool set) {
+    if (set) flag = value;
+    return flag;
+}
+
+void printWalkUsage() {
+    GLConsole::print("\nUnrecognised tree walk command. Valid commands are: ");
+    GLConsole::print("\n");
+    for (const char* word : {"LEFT", "RIGHT", "PARENT", "ROOT"}) GLConsole::print(std::string("\nBspWalk ") + word);
+    GLConsole::print("\n");
+}
+
+void moveCursor(BspNode* target, const char* impossible) {
+    if (target)
+        cursor = target;
+    else
+        GLConsole::print(impossible);
+}
+
+void printWalkOptions() {
+    std::string options;
+    if (cursor != root) options += "ROOT ";
+    if (cursor->parent) options += "PARENT ";
+    if (cursor->negativeChild) options += "LEFT ";
+    if (cursor->positiveChild) options += "RIGHT ";
+    GLConsole::print("\nWalk options for current node: " + options);
+}
+
+void castTestRays(const Vector2D& from) {
+    for (int pass = 0; pass < testCastIterations; ++pass) {
+        for (int ray = 0; ray < testRayCount; ++ray) {
+            testRayStart[ray] = from;
+            const float dx = static_cast<float>((randomUnit() - 0.5) * 100000.0);
+            const float dy = static_cast<float>((randomUnit() - 0.5) * 100000.0);
+            testRayEnd[ray] = from + Vector2D(dx, dy);
+            LevelBspTree::raycast(testRayStart[ray], testRayEnd[ray]);
+        }
+    }
+}
+
+}  // namespace
+
+namespace LevelBspTree {
+
+int conCmdBspSize() {
+    TRACE_LOCATION("LevelBspTree::conCmdBspSize");
+    return countNodes(root);
+}
+
+int conCmdBspDepth() {
+    TRACE_LOCATION("LevelBspTree::conCmdBspDepth");
+    return depthOf(root);
+}
+
+void conCmdBspWalk(std::string word) {
+    TRACE_LOCATION("LevelBspTree::conCmdBspWalk");
+    if (!root || !cursor) return;
+    slStringUpper(word);
+    if (word == "PARENT")
+        moveCursor(cursor->parent, "\nNo parent node at current node.");
+    else if (word == "LEFT")
+        moveCursor(cursor->negativeChild, "\nNo left child node at current node.");
+    else if (word == "RIGHT")
+        moveCursor(cursor->positiveChild, "\nNo right child node at current node.");
+    else if (word == "ROOT")
+        moveCursor(cursor == root ? nullptr : root, "\nAlready at root node.");
+    else
+        printWalkUsage();
+    printWalkOptions();
+}
+
+void conCmdBspCast(std::string arguments) {
+    TRACE_LOCATION("LevelBspTree::conCmdBspCast");
+    std::vector<std::string> args;
+    slSeparateArgs(arguments, args);
+    if (args.size() != 2 || !slStringIsNumeric(args[0]) || !slStringIsNumeric(args[1])) {
+        GLConsole::print("\nUSAGE: BspCast < number > < number >");
+        return;
+    }
+    static FrameClock clock;
+    const Vector2D from(slStringToFloat(args[0]), slStringToFloat(args[1]));
+    clock.update();
+    castTestRays(from);
+    clock.update();
+    const int totalRays = testRayCount * testCastIterations;
+    GLConsole::printTitle("Test ray cast results");
+    GLConsole::print("\nTest cast rays:              ");
+    GLConsole::print(testRayCount);
+    GLConsole::print("\nTest cast iterations:        ");
+    GLConsole::print(testCastIterations);
+    GLConsole::print("\nTotal rays cast:             ");
+    GLConsole::print(totalRays);
+    GLConsole::print("\nSeconds taken:               ");
+    GLConsole::print(clock.deltaSeconds);
+    GLConsole::print("\nClocks taken:                ");
+    GLConsole::print(clock.deltaTicks);
+    GLConsole::print("\nRays per second (average):   ");
+    GLConsole::print(static_cast<float>(totalRays) / clock.deltaSeconds);
+}
+
+bool conCmdBspWalkDraw(bool value, bool set) {
+    TRACE_LOCATION("LevelBspTree::conCmdBspWalkDraw");
+    return switchValue(walkDraw, value, set);
+}
+
+bool conCmdBspCastDraw(bool value, bool set) {
+    TRACE_LOCATION("LevelBspTree::conCmdBspCastDraw");
+    return switchValue(castDraw, value, set);
+}
+
+bool conCmdBspSplitDraw(bool value, bool set) {
+    TRACE_LOCATION("LevelBspTree::conCmdBspSplitDraw");
+    return switchValue(splitDraw, value, set);
+}
+
+bool conCmdBspNodeDraw(bool value, bool set) {
+    TRACE_LOCATION("LevelBspTree::conCmdBspNodeDraw");
+    return switchValue(nodeDraw, value, set);
+}
+
+}  // namespace LevelBspTree
+
+namespace LevelBspTree::State {
+
+void registerCommands() {
+    GLConsole::addCommand("BspSize", conCmdBspSize);
+    GLConsole::addCommand("BspDepth", conCmdBspDepth);
+    GLConsole::addCommand("BspWalk", conCmdBspWalk);
+    GLConsole::addCommand("BspWalkDraw", conCmdBspWalkDraw);
+    GLConsole::addCommand("BspCast", conCmdBspCast);
+    GLConsole::addCommand("BspCastDraw", conCmdBspCastDraw);
+    GLConsole::addCommand("BspSplitDraw", conCmdBspSplitDraw);
+    GLConsole::addCommand("BspNodeDraw", conCmdBspNodeDraw);
+}
+
+void removeCommands() {
+    for (const char* name : {"BspSize", "BspDepth", "BspWalk", "BspWalkDraw", "BspCast", "BspCastDraw",
+                             "BspSplitDraw", "BspNodeDraw"})
+        GLConsole::removeCommand(name);
+}
+
+}  // namespace LevelBspTree::State

@@ -1,0 +1,66 @@
+// Handing a read level to its owners. Triggers come last, since they look their
+// targets up in all the others; movers look up polygons and objects.
+//
+// Each slot below belongs to one owner. Until that owner's subsystem exists its
+// records are kept by the level, where Level::getRecords shows them.
+#include "level/level_handover.h"
+
+namespace {
+
+void handOverObjects(const std::vector<ObjectRecord>& objects) {
+    TRACE_LOCATION("LevelLoader::handOverObjects");
+    Level::recordsForHandOver().objects = objects;
+}
+
+void handOverForces(const std::vector<ForceRecord>& forces) {
+    TRACE_LOCATION("LevelLoader::handOverForces");
+    std::vector<ForceRecord>& kept = Level::recordsForHandOver().forces;
+    kept = forces;
+    for (ForceRecord& force : kept) {
+        Vector2D direction(force.directionX, force.directionY);
+        normalise(direction);
+        force.directionX = direction.x;
+        force.directionY = direction.y;
+        force.strength *= 10.0f;
+    }
+}
+
+void handOverSoundSources(const std::vector<SoundSourceRecord>& sounds) {
+    TRACE_LOCATION("LevelLoader::handOverSoundSources");
+    Level::recordsForHandOver().sounds = sounds;
+}
+
+void handOverMovers(const std::vector<MoverRecord>& movers) {
+    TRACE_LOCATION("LevelLoader::handOverMovers");
+    Level::recordsForHandOver().movers = movers;
+}
+
+void handOverEmitters(const std::vector<EmitterRecord>& emitters) {
+    TRACE_LOCATION("LevelLoader::handOverEmitters");
+    Level::recordsForHandOver().emitters = emitters;
+}
+
+void handOverTriggers(const std::vector<TriggerRecord>& triggers) {
+    TRACE_LOCATION("LevelLoader::handOverTriggers");
+    Level::recordsForHandOver().triggers = triggers;
+}
+
+}  // namespace
+
+namespace LevelLoader {
+
+void handOver(const LevelFile& level, const std::vector<Polygon2D>& polygons) {
+    TRACE_LOCATION("LevelLoader::handOver");
+    Level::clear();
+    for (const Polygon2D& polygon : polygons) Level::addPolygon(polygon);
+    auto toVector = [](const LevelPoint& p) { return Vector2D(static_cast<float>(p.x), static_cast<float>(p.y)); };
+    Level::setStartPoints(toVector(level.waterStart), toVector(level.cameraStart));
+    handOverObjects(level.objects);
+    handOverForces(level.forces);
+    handOverSoundSources(level.sounds);
+    handOverMovers(level.movers);
+    handOverEmitters(level.emitters);
+    handOverTriggers(level.triggers);
+}
+
+}  // namespace LevelLoader

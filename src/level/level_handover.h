@@ -1,0 +1,10 @@
+// The commit phase of level loading, shared by the loader and its hand-over.
+#pragma once
+
+#include "level/level.h"
+
+namespace LevelLoader {
+// Clears the old level and gives every record to its owner, in the one order
+// that lets later owners find what earlier ones hold.
+void handOver(const LevelFile& level, const std::vector<Polygon2D>& polygons);
+}  // namespace LevelLoader

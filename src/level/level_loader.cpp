@@ -1,0 +1,70 @@
+// Loading a level file: the whole file is read and checked before anything of
+// the running level is touched, so a bad file leaves the old level standing.
+#include <memory>
+
+#include "console/console.h"
+#include "graphics/window/window.h"
+#include "level/level_handover.h"
+#include "platform/platform.h"
+
+namespace {
+
+struct FileCloser {
+    void operator()(FILE* file) const { std::fclose(file); }
+};
+
+Polygon2D buildPolygon(const PolygonRecord& record) {
+    Polygon2D polygon;
+    polygon.id = record.id;
+    polygon.textureName = record.textureName;
+    polygon.setFrictionLevel(SurfaceTypeManager::getSurfaceTypeFriction(record.surfaceType));
+    // Any mode but the three special ones is an ordinary drawn solid.
+    polygon.collideable = record.collisionMode != 1 && record.collisionMode != 3;
+    polygon.visible = record.collisionMode != 2 && record.collisionMode != 3;
+    polygon.layer = record.layer;
+    std::vector<Vector2D> points;
+    points.reserve(record.points.size());
+    for (const LevelPoint& p : record.points)
+        points.emplace_back(static_cast<float>(p.x), static_cast<float>(p.y));
+    polygon.addPoints(points);
+    return polygon;
+}
+
+}  // namespace
+
+namespace LevelLoader {
+
+bool loadLevel(const std::string& fileName) {
+    TRACE_LOCATION("LevelLoader::loadLevel");
+    std::unique_ptr<FILE, FileCloser> file(Platform::openFile(fileName, "rb"));
+    if (!file) {
+        GLConsole::print("\nUnable to open level file '" + fileName + "'");
+        return false;
+    }
+    FrameClock clock;
+    clock.update();
+    LevelFile level;
+    std::vector<Polygon2D> polygons;
+    try {
+        LevelFileFormat::read(file.get(), level);
+        polygons.reserve(level.polygons.size());
+        for (const PolygonRecord& record : level.polygons) {
+            polygons.push_back(buildPolygon(record));
+            // Keeps the window answering during a long load.
+            GLWindow::run();
+        }
+    } catch (const char* reason) {
+        GLConsole::print("\nError reading level file '" + fileName + "'");
+        GLConsole::print(std::string("\nReason: ") + reason);
+        return false;
+    }
+    GLConsole::print("\nLevel '" + fileName + "' loaded successfully..");
+    clock.update();
+    GLConsole::print("\nLevel loading took ");
+    GLConsole::print(clock.deltaSeconds);
+    GLConsole::print(" seconds.");
+    handOver(level, polygons);
+    return true;
+}
+
+}  // namespace LevelLoader

@@ -1,0 +1,175 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "level/level.h"
+
+namespace {
+
+Polygon2D polygonOf(std::initializer_list<Vector2D> points) {
+    Polygon2D polygon;
+    for (const Vector2D& p : points) polygon.addPoint(p.x, p.y);
+    return polygon;
+}
+
+// Every triangle centre lies inside the outline, by a ray-crossing count.
+bool insideOutline(const Polygon2D& polygon, float x, float y) {
+    bool inside = false;
+    const std::size_t n = polygon.pointCount();
+    for (std::size_t i = 0, j = n - 1; i < n; j = i++) {
+        const Vector2D a = polygon.point(i), b = polygon.point(j);
+        if ((a.y > y) != (b.y > y) && x < (b.x - a.x) * (y - a.y) / (b.y - a.y) + a.x) inside = !inside;
+    }
+    return inside;
+}
+
+void expectTrianglesInside(const Polygon2D& polygon) {
+    for (uint32_t t = 0; t < polygon.triangleCount; ++t) {
+        const float cx = (polygon.triangleX[t * 3] + polygon.triangleX[t * 3 + 1] + polygon.triangleX[t * 3 + 2]) / 3;
+        const float cy = (polygon.triangleY[t * 3] + polygon.triangleY[t * 3 + 1] + polygon.triangleY[t * 3 + 2]) / 3;
+        EXPECT_TRUE(insideOutline(polygon, cx, cy)) << "triangle " << t << " at " << cx << "," << cy;
+    }
+}
+
+void expectSameState(const Polygon2D& a, const Polygon2D& b) {
+    EXPECT_EQ(a.pointsX, b.pointsX);
+    EXPECT_EQ(a.pointsY, b.pointsY);
+    EXPECT_EQ(a.triangleCount, b.triangleCount);
+    EXPECT_EQ(a.clockwise, b.clockwise);
+    EXPECT_EQ(a.triangleX, b.triangleX);
+    EXPECT_EQ(a.triangleY, b.triangleY);
+    EXPECT_EQ(a.normalX, b.normalX);
+    EXPECT_EQ(a.normalY, b.normalY);
+}
+
+}  // namespace
+
+TEST(Polygon2D, TwoPointsAndThreeColinearPointsHaveNoTriangles) {
+    Polygon2D two = polygonOf({{0, 0}, {10, 0}});
+    EXPECT_TRUE(two.isDegenerate());
+    EXPECT_EQ(two.triangleCount, 0u);
+    Polygon2D line = polygonOf({{0, 0}, {10, 0}, {20, 0}});
+    EXPECT_EQ(line.triangleCount, 0u);
+    EXPECT_TRUE(line.normalX.empty());
+}
+
+TEST(Polygon2D, RepeatedPointIsIgnoredEvenIfNotTheLast) {
+    Polygon2D polygon = polygonOf({{0, 0}, {10, 0}, {10, 10}, {0, 0}, {10, 0}});
+    EXPECT_EQ(polygon.pointCount(), 3u);
+    EXPECT_EQ(polygon.triangleCount, 1u);
+}
+
+TEST(Polygon2D, SquareInEitherWindingGetsTwoTrianglesAndItsWinding) {
+    Polygon2D clockwise = polygonOf({{0, 0}, {10, 0}, {10, 10}, {0, 10}});
+    EXPECT_EQ(clockwise.triangleCount, 2u);
+    EXPECT_TRUE(clockwise.clockwise);
+    Polygon2D counter = polygonOf({{0, 0}, {0, 10}, {10, 10}, {10, 0}});
+    EXPECT_EQ(counter.triangleCount, 2u);
+    EXPECT_FALSE(counter.clockwise);
+    EXPECT_EQ(counter.normalX.size(), 6u);
+}
+
+TEST(Polygon2D, ColinearPointsOnASideAndAtTheClosingEdgeMerge) {
+    EXPECT_EQ(polygonOf({{0, 0}, {5, 0}, {10, 0}, {10, 10}, {0, 10}}).triangleCount, 2u);
+    // A straight run over the closing edge: the first edge takes over the last
+    // one's place, leaving four edges and three triangles, not four.
+    EXPECT_EQ(polygonOf({{5, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 0}, {2, 0}}).triangleCount, 3u);
+}
+
+TEST(Polygon2D, BowTieIsDegenerate) {
+    Polygon2D bowTie = polygonOf({{0, 0}, {10, 10}, {10, 0}, {0, 10}});
+    EXPECT_TRUE(bowTie.isDegenerate());
+    EXPECT_EQ(bowTie.triangleCount, 0u);
+}
+
+TEST(Polygon2D, ConcavePolygonsAreCutOnlyInsideTheirOutline) {
+    // An L shape and a comb, in both windings.
+    const std::vector<Vector2D> shapes[] = {
+        {{0, 0}, {20, 0}, {20, 10}, {10, 10}, {10, 20}, {0, 20}},
+        {{0, 0}, {50, 0}, {50, 30}, {40, 30}, {40, 10}, {30, 10}, {30, 30}, {20, 30}, {20, 10}, {10, 10}, {10, 30}, {0, 30}},
+    };
+    for (const auto& shape : shapes) {
+        for (bool reversed : {false, true}) {
+            Polygon2D polygon;
+            std::vector<Vector2D> points = shape;
+            if (reversed) std::reverse(points.begin(), points.end());
+            for (const Vector2D& p : points) polygon.addPoint(p.x, p.y);
+            EXPECT_EQ(polygon.triangleCount, points.size() - 2);
+            EXPECT_EQ(polygon.clockwise, !reversed);
+            expectTrianglesInside(polygon);
+        }
+    }
+}
+
+TEST(Polygon2D, NormalsAreUnitAndTurnedFromEachTriangleEdge) {
+    Polygon2D polygon = polygonOf({{0, 0}, {10, 0}, {0, 10}});
+    ASSERT_EQ(polygon.triangleCount, 1u);
+    // First edge runs from vertex 0 to 1: (10, 0) gives normal (0, 1).
+    EXPECT_FLOAT_EQ(polygon.normalX[0], 0.0f);
+    EXPECT_FLOAT_EQ(polygon.normalY[0], 1.0f);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_NEAR(polygon.normalX[i] * polygon.normalX[i] + polygon.normalY[i] * polygon.normalY[i], 1.0f, 1e-6);
+}
+
+TEST(Polygon2D, FrictionIsClamped) {
+    Polygon2D polygon;
+    polygon.setFrictionLevel(1.5f);
+    EXPECT_EQ(polygon.friction, 1.0f);
+    polygon.setFrictionLevel(-1.0f);
+    EXPECT_EQ(polygon.friction, 0.0f);
+    polygon.setFrictionLevel(0.25f);
+    EXPECT_EQ(polygon.friction, 0.25f);
+}
+
+TEST(Polygon2D, CopiesAreDeep) {
+    Polygon2D original = polygonOf({{0, 0}, {10, 0}, {10, 10}});
+    Polygon2D copy = original;
+    copy.addPoint(0, 10);
+    EXPECT_EQ(original.triangleCount, 1u);
+    EXPECT_EQ(copy.triangleCount, 2u);
+}
+
+TEST(Polygon2D, ExpandMovesEdgesOutward) {
+    for (bool reversed : {false, true}) {
+        Polygon2D square = reversed ? polygonOf({{0, 0}, {0, 10}, {10, 10}, {10, 0}})
+                                    : polygonOf({{0, 0}, {10, 0}, {10, 10}, {0, 10}});
+        square.expand(1.0f);
+        for (std::size_t i = 0; i < 4; ++i) {
+            EXPECT_FLOAT_EQ(std::fabs(square.pointsX[i] - 5.0f), 6.0f);
+            EXPECT_FLOAT_EQ(std::fabs(square.pointsY[i] - 5.0f), 6.0f);
+        }
+        EXPECT_EQ(square.triangleCount, 2u);
+    }
+}
+
+TEST(Polygon2D, AddPointsLeavesWhatAddPointForEachLeaves) {
+    const std::vector<std::vector<Vector2D>> outlines = {
+        {{0, 0}, {10, 0}, {10, 10}, {0, 10}},
+        {{0, 0}, {0, 10}, {10, 10}, {10, 0}},
+        {{0, 0}, {10, 10}, {10, 0}, {0, 10}},          // ends degenerate
+        {{0, 0}, {10, 0}, {10, 10}, {0, 10}, {20, 5}},  // turns degenerate at the last point
+        {{0, 0}, {10, 0}, {20, 0}},
+        {{0, 0}, {10, 0}, {0, 0}, {10, 10}, {10, 0}},
+        {{0, 0}, {20, 0}, {20, 10}, {10, 10}, {10, 20}, {0, 20}},
+    };
+    for (const auto& outline : outlines) {
+        Polygon2D oneByOne, batch;
+        for (const Vector2D& p : outline) oneByOne.addPoint(p.x, p.y);
+        batch.addPoints(outline);
+        expectSameState(oneByOne, batch);
+    }
+    // Random outlines, many of them self-crossing, and batches on top of points.
+    setRandomSeed(1234);
+    for (int round = 0; round < 60; ++round) {
+        std::vector<Vector2D> outline;
+        const int n = 3 + static_cast<int>(randomBits() % 7);
+        for (int i = 0; i < n; ++i)
+            outline.emplace_back(static_cast<float>(randomBits() % 8), static_cast<float>(randomBits() % 8));
+        Polygon2D oneByOne, batch;
+        for (const Vector2D& p : outline) oneByOne.addPoint(p.x, p.y);
+        batch.addPoint(outline[0].x, outline[0].y);
+        batch.addPoints(std::vector<Vector2D>(outline.begin() + 1, outline.end()));
+        expectSameState(oneByOne, batch);
+    }
+}
