@@ -3,6 +3,7 @@
 #include <string>
 
 #include "console_fixture.h"
+#include "game/game.h"
 
 namespace {
 
@@ -128,6 +129,9 @@ TEST_F(BasicCommandsTest, TextureCommandsWithAnEmptyStore) {
     EXPECT_EQ(run("texturequality 3 4"), "\nUSAGE: TextureQuality < integer number OR nothing >");
 }
 
-TEST_F(BasicCommandsTest, MapWithoutAGameNamesNoMap) {
+TEST_F(BasicCommandsTest, MapWithoutAGame) {
     EXPECT_EQ(run("map"), "\nMap is ");
+    // Without a window there is no game to start, and the console goes on.
+    EXPECT_EQ(run("map maps\\none.rill"), "");
+    EXPECT_FALSE(Game::isRunning());
 }
