@@ -1,0 +1,217 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "console/console.h"
+#include "level/level.h"
+#include "level_fixtures.h"
+
+namespace {
+
+class LevelLoaderTest : public ::testing::Test {
+protected:
+    void TearDown() override { Level::clear(); }
+
+    // Loads a good level first, so that failures can be seen to leave it.
+    void loadSquare() {
+        folder.write("maps/square.rill", bytesFromText(squareText));
+        ASSERT_TRUE(Level::load("maps\\square.rill"));
+    }
+    void expectSquareStanding() {
+        ASSERT_EQ(Level::getPolygons().size(), 1u);
+        EXPECT_EQ(Level::getPolygons().front().id, 1);
+        EXPECT_EQ(Level::getWaterStart(), Vector2D(50, 50));
+        EXPECT_EQ(LevelBspTree::conCmdBspSize(), 4);
+        EXPECT_EQ(GLConsole::getCommands().count("DRAWTRIANGLES"), 1u);
+    }
+    // Loads the bytes and returns the reason printed for their failure.
+    std::string failureReason(const std::string& bytes) {
+        folder.write("maps/bad.rill", bytes);
+        console.take();
+        EXPECT_FALSE(LevelLoader::loadLevel("maps\\bad.rill"));
+        const std::string text = console.take();
+        EXPECT_NE(text.find("\nError reading level file 'maps\\bad.rill'\nReason: "), std::string::npos) << text;
+        const std::size_t at = text.find("\nReason: ");
+        return at == std::string::npos ? text : text.substr(at + 9);
+    }
+
+    ScratchFolder folder;
+    ConsoleCapture console;
+};
+
+std::string u32(uint32_t value) {
+    std::string bytes(4, '\0');
+    for (int i = 0; i < 4; ++i) bytes[i] = static_cast<char>((value >> (8 * i)) & 0xFF);
+    return bytes;
+}
+
+const std::string header = u32(0x008F1397) + u32(12);
+
+}  // namespace
+
+TEST_F(LevelLoaderTest, SmallestFileHas52BytesAndLoadsEmpty) {
+    const std::string bytes = LevelFileFormat::write(LevelFile());
+    ASSERT_EQ(bytes.size(), 52u);
+    folder.write("maps/empty.rill", bytes + "trailing bytes are never looked at");
+    EXPECT_TRUE(Level::load("maps\\empty.rill"));
+    EXPECT_TRUE(Level::getPolygons().empty());
+    EXPECT_EQ(LevelBspTree::getRoot(), nullptr);
+    EXPECT_NE(console.text().find("\nLevel 'maps\\empty.rill' loaded successfully..\nLevel loading took "),
+              std::string::npos);
+}
+
+TEST_F(LevelLoaderTest, MissingFileReportsAndKeepsLevel) {
+    loadSquare();
+    console.take();
+    EXPECT_FALSE(Level::load("maps\\nothere.rill"));
+    EXPECT_NE(console.text().find("\nUnable to open level file 'maps\\nothere.rill'"), std::string::npos);
+    expectSquareStanding();
+}
+
+TEST_F(LevelLoaderTest, EveryRecordIsReadAndHandedOver) {
+    folder.write("maps/all.rill", bytesFromText(everyRecordText));
+    ASSERT_TRUE(Level::load("maps\\all.rill"));
+    const Polygon2D& polygon = Level::getPolygons().front();
+    EXPECT_EQ(polygon.id, 7);
+    EXPECT_EQ(polygon.textureName, "gfx\\rock.tga");
+    EXPECT_TRUE(polygon.collideable);  // collision mode 7 acts as 0
+    EXPECT_TRUE(polygon.visible);
+    EXPECT_EQ(polygon.layer, 4u);
+    EXPECT_EQ(polygon.triangleCount, 1u);
+    EXPECT_TRUE(polygon.destructable);  // an Entity_remove_1 trigger names it
+    EXPECT_EQ(Level::getCameraStart(), Vector2D(3, 4));
+    const LevelRecords& records = Level::getRecords();
+    ASSERT_EQ(records.forces.size(), 1u);
+    EXPECT_FLOAT_EQ(records.forces[0].directionY, 1.0f);  // normalised
+    EXPECT_FLOAT_EQ(records.forces[0].strength, 15.0f);   // times 10
+    ASSERT_EQ(records.objects.size(), 1u);
+    EXPECT_EQ(records.objects[0].mirrored, 1);
+    ASSERT_EQ(records.movers.size(), 1u);
+    EXPECT_EQ(records.movers[0].end.y, 100);
+    ASSERT_EQ(records.triggers.size(), 1u);
+    EXPECT_EQ(records.triggers[0].corners[2].x, 20);
+    ASSERT_EQ(records.sounds.size(), 1u);
+    EXPECT_EQ(records.sounds[0].soundName, "snd\\drip.wav");
+    ASSERT_EQ(records.emitters.size(), 1u);
+    EXPECT_EQ(records.emitters[0].settingsName, "fx\\spray.cfg");
+}
+
+TEST_F(LevelLoaderTest, CollisionModesSetTheTwoFlags) {
+    const char* modes[] = {"solid", "scenery", "invisible", "caulk"};
+    const bool collideable[] = {true, false, true, false};
+    const bool visible[] = {true, true, false, false};
+    for (int mode = 0; mode < 4; ++mode) {
+        folder.write("m.rill", bytesFromText(std::string("polygon collision ") + modes[mode] + "\n0 0\n9 0\n9 9\nend\n"));
+        ASSERT_TRUE(LevelLoader::loadLevel("m.rill"));
+        EXPECT_EQ(Level::getPolygons().front().collideable, collideable[mode]) << mode;
+        EXPECT_EQ(Level::getPolygons().front().visible, visible[mode]) << mode;
+    }
+}
+
+TEST_F(LevelLoaderTest, CutAtAnyByteFailsAndLeavesTheLevel) {
+    loadSquare();
+    const std::string bytes = bytesFromText(everyRecordText);
+    for (std::size_t size = 0; size < bytes.size(); ++size) {
+        EXPECT_EQ(failureReason(bytes.substr(0, size)), "Unable to read file") << "cut at " << size;
+        expectSquareStanding();
+    }
+}
+
+TEST_F(LevelLoaderTest, HeaderMessages) {
+    loadSquare();
+    EXPECT_EQ(failureReason(u32(0x12345678) + u32(12)), "Not a BKF level file.");
+    folder.write("maps/v.rill", u32(0x008F1397) + u32(11));
+    console.take();
+    EXPECT_FALSE(LevelLoader::loadLevel("maps\\v.rill"));
+    EXPECT_EQ(console.take(),
+              "\nInvalid level file version. Version is 11. Version used by game is 12."
+              "\nError reading level file 'maps\\v.rill'\nReason: Invalid level file version.");
+    expectSquareStanding();
+}
+
+TEST_F(LevelLoaderTest, CountLimits) {
+    loadSquare();
+    // 65535 passes the test (the file then ends), 65536 and a negative count do not.
+    EXPECT_EQ(failureReason(header + u32(65535)), "Unable to read file");
+    EXPECT_EQ(failureReason(header + u32(65536)), "Too many polygons in level.");
+    EXPECT_EQ(failureReason(header + u32(0xFFFFFFFF)), "Too many polygons in level.");
+    const char* messages[] = {"Too many objects in level", "Too many forces in level.", "Too many movers in level.",
+                              "Too many triggers in level.", "Too many sounds in level.",
+                              "Too many emitters in level."};
+    std::string before = header + u32(0);
+    for (const char* message : messages) {
+        EXPECT_EQ(failureReason(before + u32(65536)), message);
+        EXPECT_EQ(failureReason(before + u32(65535)), "Unable to read file");
+        before += u32(0);
+    }
+    expectSquareStanding();
+}
+
+TEST_F(LevelLoaderTest, FieldMessages) {
+    loadSquare();
+    LevelFile level = levelFromText("polygon\n0 0\n9 0\n9 9\nend\n");
+    auto withPolygon = [&](auto change) {
+        LevelFile copy = level;
+        change(copy.polygons[0]);
+        return LevelFileFormat::write(copy);
+    };
+    EXPECT_EQ(failureReason(withPolygon([](PolygonRecord& p) { p.surfaceType = 0; })),
+              "Invalid surface type encountered.");
+    EXPECT_EQ(failureReason(withPolygon([](PolygonRecord& p) { p.surfaceType = 6; })),
+              "Invalid surface type encountered.");
+    EXPECT_EQ(failureReason(withPolygon([](PolygonRecord& p) { p.layer = 5; })), "Invalid polygon layer.");
+    // A polygon name of 65535 bytes is legal; names and point counts above are not.
+    std::string bytes = header + u32(1) + u32(0) + u32(65536);
+    EXPECT_EQ(failureReason(bytes), "\nPolygon texture name too long.");
+    bytes = header + u32(1) + u32(0) + u32(65535) + std::string(65535, 'x') + u32(1) + u32(0) + u32(0);
+    EXPECT_EQ(failureReason(bytes + u32(65536)), "Too many polygon points.");
+    EXPECT_EQ(failureReason(bytes + u32(65535)), "Unable to read file");
+
+    const std::string noPolygons = header + u32(0);
+    EXPECT_EQ(failureReason(noPolygons + u32(1) + u32(0) + u32(65535)), "Object texture name too long.");
+    EXPECT_EQ(failureReason(noPolygons + u32(1) + u32(0) + u32(0) + u32(5)), "Invalid polygon layer.");
+
+    LevelFile sounds = levelFromText("sound strength 0\n");
+    sounds.sounds[0].strength = -1;
+    EXPECT_EQ(failureReason(LevelFileFormat::write(sounds)), "Invalid sound source strenght.");
+    const std::string toSounds = noPolygons + u32(0) + u32(0) + u32(0) + u32(0);
+    const std::string soundHead = u32(1) + u32(0) + u32(0) + u32(0) + u32(0) + std::string(1, '\1');
+    EXPECT_EQ(failureReason(toSounds + soundHead + u32(65536)), "Sound source sound name too long.");
+    const std::string emitterHead = u32(1) + u32(0) + u32(0) + u32(0) + u32(0) + u32(0);
+    EXPECT_EQ(failureReason(toSounds + u32(0) + emitterHead + u32(65536)), "Emitter settings file name too long.");
+    expectSquareStanding();
+}
+
+TEST_F(LevelLoaderTest, ZeroStrengthEmptyNamesAndALaterGoodLoadWork) {
+    loadSquare();
+    failureReason(header);
+    folder.write("maps/ok.rill", bytesFromText("polygon texture \"\"\n0 0\n9 0\n9 9\nend\nsound strength 0\n"));
+    ASSERT_TRUE(Level::load("maps\\ok.rill"));
+    EXPECT_EQ(Level::getPolygons().front().textureName, "");
+    EXPECT_EQ(Level::getRecords().sounds.size(), 1u);
+}
+
+TEST(SurfaceTypeManager, ValidTypesFrictionAndClamping) {
+    ScratchFolder folder;
+    EXPECT_FALSE(SurfaceTypeManager::validSurfaceType(0));
+    EXPECT_FALSE(SurfaceTypeManager::validSurfaceType(6));
+    EXPECT_TRUE(SurfaceTypeManager::validSurfaceType(5));
+    EXPECT_EQ(SurfaceTypeManager::getSurfaceTypeFriction(9), 1.0f);
+    folder.write("cfg/surfaces.cfg", "surfaceFriction_metal = 1.5\nsurfaceFriction_wood = -0.5\n"
+                                     "surfaceFriction_stone = 0.25\n");
+    SurfaceTypeManager::initialise();
+    EXPECT_EQ(SurfaceTypeManager::getSurfaceTypeFriction(1), 1.0f);
+    EXPECT_EQ(SurfaceTypeManager::getSurfaceTypeFriction(2), 0.0f);
+    EXPECT_EQ(SurfaceTypeManager::getSurfaceTypeFriction(3), 0.25f);
+    EXPECT_EQ(SurfaceTypeManager::getSurfaceTypeFriction(4), 0.0f);  // missing key reads as 0
+    folder.write("maps/wood.rill", bytesFromText("polygon surface stone\n0 0\n9 0\n9 9\nend\n"));
+    ConsoleCapture console;
+    ASSERT_TRUE(LevelLoader::loadLevel("maps\\wood.rill"));
+    EXPECT_EQ(Level::getPolygons().front().friction, 0.25f);
+    Level::clear();
+    // Back to the values before any configuration, for the tests that follow.
+    folder.write("cfg/surfaces.cfg", "surfaceFriction_metal 1\nsurfaceFriction_wood 1\nsurfaceFriction_stone 1\n"
+                                     "surfaceFriction_cloth 1\nsurfaceFriction_sand 1\n");
+    SurfaceTypeManager::initialise();
+    EXPECT_EQ(SurfaceTypeManager::getSurfaceTypeFriction(5), 1.0f);
+}
