@@ -1,0 +1,165 @@
+// The attraction pass gathers clusters through a spatial index. These tests hold
+// it to the plain pass over the candidate list: the same clusters, members in
+// the same order, the same random draws and so the same moves.
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <list>
+
+#include "water/cluster_candidates.h"
+#include "water_fixture.h"
+
+namespace {
+
+using Clusters = std::vector<std::vector<Particle*>>;
+
+// Every cluster's seed is the first remaining candidate; one pass in order,
+// each candidate tested against every particle already in the cluster.
+Clusters plainClusters(std::list<Particle*> candidates, float radius) {
+    Clusters clusters;
+    while (!candidates.empty()) {
+        std::vector<Particle*> group{candidates.front()};
+        candidates.pop_front();
+        for (auto it = candidates.begin(); it != candidates.end();) {
+            bool near = false;
+            for (const Particle* member : group)
+                near = near || lengthSquared(member->position - (*it)->position) <= radius * radius;
+            if (near) {
+                group.push_back(*it);
+                it = candidates.erase(it);
+            } else {
+                ++it;
+            }
+        }
+        clusters.push_back(group);
+    }
+    return clusters;
+}
+
+Clusters indexedClusters(const std::vector<Particle*>& order, float radius) {
+    Clusters clusters;
+    ParticleMover::ClusterCandidates candidates(order, radius);
+    while (!candidates.empty()) {
+        std::vector<Particle*> group{candidates.takeFirst()};
+        ParticleMover::groupParticles(group, candidates, radius);
+        clusters.push_back(group);
+    }
+    return clusters;
+}
+
+std::vector<Particle> scatter(int count, float size, uint32_t seed) {
+    setRandomSeed(seed);
+    std::vector<Particle> particles(count);
+    for (Particle& particle : particles)
+        particle.position = Vector2D(static_cast<float>(randomUnit()) * size, static_cast<float>(randomUnit()) * size);
+    return particles;
+}
+
+void expectSameClusters(std::vector<Particle>& particles, float radius) {
+    std::vector<Particle*> order;
+    for (Particle& particle : particles) order.push_back(&particle);
+    const Clusters plain = plainClusters(std::list<Particle*>(order.begin(), order.end()), radius);
+    const Clusters indexed = indexedClusters(order, radius);
+    ASSERT_EQ(plain.size(), indexed.size());
+    for (size_t i = 0; i < plain.size(); ++i) ASSERT_EQ(plain[i], indexed[i]) << "cluster " << i;
+}
+
+TEST(AttractionClusters, MatchThePlainPassOverScatteredWater) {
+    struct Case {
+        int count;
+        float size;
+    };
+    uint32_t seed = 1;
+    for (const Case& c : {Case{1, 10}, Case{2, 100}, Case{50, 60}, Case{300, 400}, Case{300, 2000},
+                          Case{1000, 800}, Case{1000, 3000}, Case{2000, 150}})
+        for (int repeat = 0; repeat < 3; ++repeat) {
+            std::vector<Particle> particles = scatter(c.count, c.size, seed++);
+            SCOPED_TRACE(testing::Message() << c.count << " in " << c.size);
+            expectSameClusters(particles, 40.0f);
+        }
+}
+
+TEST(AttractionClusters, AChainListedOutOfOrderFallsIntoSeveralClusters) {
+    // Links 39 apart listed 0, 2, 4, 1, 3, 5 along each of two rows: a pass
+    // reaches only what follows the particle that would link it.
+    const int places[] = {0, 2, 4, 1, 3, 5};
+    std::vector<Particle> particles(12);
+    for (size_t i = 0; i < particles.size(); ++i)
+        particles[i].position = Vector2D(39.0f * static_cast<float>(places[i % 6]), 100.0f * static_cast<float>(i / 6));
+    expectSameClusters(particles, 40.0f);
+    std::vector<Particle*> order;
+    for (Particle& particle : particles) order.push_back(&particle);
+    const Clusters clusters = indexedClusters(order, 40.0f);
+    ASSERT_EQ(clusters.size(), 6u);
+    EXPECT_EQ(clusters[0], (std::vector<Particle*>{&particles[0], &particles[3]}));
+}
+
+TEST(AttractionClusters, DistanceExactlyTheRadiusLinks) {
+    std::vector<Particle> particles(3);
+    particles[0].position = Vector2D(0, 0);
+    particles[1].position = Vector2D(40, 0);
+    particles[2].position = Vector2D(40, 40.0001f);
+    std::vector<Particle*> order{&particles[0], &particles[1], &particles[2]};
+    const Clusters clusters = indexedClusters(order, 40.0f);
+    ASSERT_EQ(clusters.size(), 2u);
+    EXPECT_EQ(clusters[0].size(), 2u);
+    expectSameClusters(particles, 40.0f);
+}
+
+TEST(AttractionClusters, FarFlungAndCoincidingWaterStillMatches) {
+    std::vector<Particle> particles = scatter(200, 100, 77);
+    particles[3].position = Vector2D(1e7f, -1e7f);
+    particles[4].position = particles[5].position;
+    particles[6].position = Vector2D(-3e6f, 20);
+    expectSameClusters(particles, 40.0f);
+}
+
+// The whole pass, written plainly: candidates by the parity of randomBits, then
+// for each cluster in order the two jitter draws of every member off the centre.
+void plainAttractions(std::list<Particle>& water, float dt) {
+    std::deque<Particle*> shuffled;
+    for (Particle& particle : water) {
+        if (randomBits() % 2 == 0)
+            shuffled.push_front(&particle);
+        else
+            shuffled.push_back(&particle);
+    }
+    for (const std::vector<Particle*>& cluster :
+         plainClusters(std::list<Particle*>(shuffled.begin(), shuffled.end()), 40.0f)) {
+        Vector2D sum;
+        for (const Particle* particle : cluster) sum += particle->position;
+        const Vector2D centre = sum / static_cast<float>(cluster.size());
+        for (Particle* particle : cluster) {
+            const Vector2D towards = centre - particle->position;
+            const float l = length(towards);
+            if (!(l > 0.0001f)) continue;
+            const float step = std::min((l - 4.0f) * (dt / 0.75f), 1.5f);
+            const float jx = 0.1f * static_cast<float>(randomUnit() - 0.5);
+            const float jy = 0.1f * static_cast<float>(randomUnit() - 0.5);
+            if (step > 0.0f) particle->position += towards / l * step + Vector2D(jx, jy);
+        }
+    }
+}
+
+using AttractionPass = WaterWorld;
+
+TEST_F(AttractionPass, MovesEveryParticleAsThePlainPassDoes) {
+    ParticleManager::createParticles(0, 0, 150, 1500);
+    ParticleManager::createParticles(400, 50, 30, 200);
+    std::list<Particle> copy = ParticleManager::getParticles();
+    for (int step = 0; step < 5; ++step) {
+        const uint32_t seed = getRandomSeed();
+        ParticleMover::runParticleAttractions(0.02f);
+        const uint32_t seedAfter = getRandomSeed();
+        setRandomSeed(seed);
+        plainAttractions(copy, 0.02f);
+        ASSERT_EQ(getRandomSeed(), seedAfter) << "step " << step;
+        auto it = copy.begin();
+        for (const Particle& particle : ParticleManager::getParticles()) {
+            ASSERT_EQ(particle.position, it->position) << "step " << step;
+            ++it;
+        }
+    }
+}
+
+}  // namespace

@@ -1,0 +1,270 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "water_fixture.h"
+
+namespace {
+
+using ParticleManagerTest = WaterWorld;
+
+size_t particleCount() { return ParticleManager::getParticles().size(); }
+
+TEST_F(ParticleManagerTest, StartsAnnouncingItselfAndItsHelpers) {
+    ParticleManager::shutdown();
+    console.take();
+    ParticleManager::initialise();
+    EXPECT_EQ(console.take(),
+              "\nShutting down particle manager..\nShutting down particle mover.."
+              "\nShutting down grouped particle mover..\nInitialising particle manager.."
+              "\nInitialising particle mover..\nShutting down grouped particle mover.."
+              "\nInitialising grouped particle mover..");
+}
+
+TEST_F(ParticleManagerTest, SettingsAreReadOnceAndMadeSafe) {
+    useSettings(
+        "gravity = -100\nroomTemperature = 25\nheatTransferRate = 3\nsteamRiseRate = 1.5\n"
+        "steamScatterRate = 0.25\nparticleKillTime = 0.00001\n");
+    EXPECT_FLOAT_EQ(ParticleManager::getGravity(), 100.0f);
+    EXPECT_FLOAT_EQ(ParticleManager::getRoomTemperature(), 25.0f);
+    EXPECT_FLOAT_EQ(ParticleManager::getHeatTransferRate(), 1.0f);
+    EXPECT_FLOAT_EQ(ParticleManager::getSteamRiseRate(), 1.5f);
+    EXPECT_FLOAT_EQ(ParticleManager::getSteamScatterRate(), 0.25f);
+    EXPECT_FLOAT_EQ(ParticleManager::getParticleKillTime(), 0.0001f);
+}
+
+TEST_F(ParticleManagerTest, MissingSettingsLeaveStillWater) {
+    useSettings("gravity = 50");
+    std::filesystem::remove(folder.path() / "cfg/water.cfg");
+    console.take();
+    ParticleManager::initialise();
+    EXPECT_NE(console.text().find("\nCould not open config file: cfg\\water.cfg"), std::string::npos);
+    EXPECT_EQ(ParticleManager::getGravity(), 0.0f);
+    EXPECT_FLOAT_EQ(ParticleManager::getParticleKillTime(), 0.0001f);
+}
+
+TEST_F(ParticleManagerTest, ConsoleReadsAndChangesTheConstants) {
+    GLConsole::enterLine("Gravity -100");
+    EXPECT_EQ(ParticleManager::getGravity(), -100.0f);
+    GLConsole::enterLine("HeatTransferRate 2");
+    EXPECT_EQ(ParticleManager::getHeatTransferRate(), 1.0f);
+    GLConsole::enterLine("HeatTransferRate -1");
+    EXPECT_EQ(ParticleManager::getHeatTransferRate(), 0.0f);
+    GLConsole::enterLine("RoomTemperature 30");
+    GLConsole::enterLine("SteamRiseRate 4");
+    GLConsole::enterLine("SteamScatterRate 0.5");
+    EXPECT_EQ(ParticleManager::getRoomTemperature(), 30.0f);
+    EXPECT_EQ(ParticleManager::getSteamRiseRate(), 4.0f);
+    EXPECT_EQ(ParticleManager::getSteamScatterRate(), 0.5f);
+    addParticle(Vector2D());
+    console.take();
+    GLConsole::enterLine("ParticleCount");
+    EXPECT_NE(console.text().find("ParticleCount is 1"), std::string::npos);
+}
+
+TEST_F(ParticleManagerTest, CommandsLeaveWithTheManager) {
+    ParticleManager::shutdown();
+    for (const char* name : {"GRAVITY", "ROOMTEMPERATURE", "HEATTRANSFERRATE", "STEAMRISERATE",
+                             "STEAMSCATTERRATE", "PARTICLECREATE", "PARTICLECOUNT"})
+        EXPECT_EQ(GLConsole::getCommands().count(name), 0u) << name;
+}
+
+TEST_F(ParticleManagerTest, ParticleCreateChecksItsWords) {
+    const std::string usage =
+        "\nUsage: ParticleCreate < x : number > < y : number > < radius : number > < amount : integer number > ";
+    for (const char* line : {"ParticleCreate 1 2 3", "ParticleCreate a 2 3 4", "ParticleCreate 1 2 3 4.5",
+                             "ParticleCreate 1 2 3 4 5"}) {
+        console.take();
+        GLConsole::enterLine(line);
+        EXPECT_NE(console.text().find(usage), std::string::npos) << line;
+    }
+    console.take();
+    GLConsole::enterLine("ParticleCreate 1 2 3 0");
+    EXPECT_NE(console.text().find("\nInvalid number of particles to make"), std::string::npos);
+    EXPECT_EQ(particleCount(), 0u);
+}
+
+TEST_F(ParticleManagerTest, ParticleCreateMakesWaterInViewOfTheCamera) {
+    GLConsole::enterLine("ParticleCreate 300 -200 15 40");
+    ASSERT_EQ(particleCount(), 40u);
+    EXPECT_EQ(Camera::getPosition(), Vector2D(300, -200));
+    for (const Particle& particle : ParticleManager::getParticles()) {
+        EXPECT_LE(distance(particle.position, Vector2D(300, -200)), 15.0001f);
+        EXPECT_EQ(particle.previousPosition[2], particle.position);
+        EXPECT_EQ(particle.velocity, Vector2D());
+        EXPECT_EQ(particle.inGrid, 0);
+    }
+}
+
+TEST_F(ParticleManagerTest, NewParticlesGoToTheFrontAtRoomTemperature) {
+    GLConsole::enterLine("RoomTemperature 42");
+    ParticleManager::createParticles(5, 6, 0, 3);
+    ParticleManager::createParticles(-5, -6, 0, 1);
+    EXPECT_EQ(ParticleManager::getParticles().front().position, Vector2D(-5, -6));
+    for (const Particle& particle : ParticleManager::getParticles()) EXPECT_EQ(particle.temperature, 42.0f);
+    EXPECT_EQ(ParticleManager::getParticles().back().position, Vector2D(5, 6));
+}
+
+// Gravity and steam.
+
+TEST_F(ParticleManagerTest, WaterFallsDownTheViewWhateverItsTilt) {
+    struct Case {
+        float tilt;
+        Vector2D direction;
+    };
+    for (const Case& c : {Case{0, {0, 1}}, Case{90, {-1, 0}}, Case{-90, {1, 0}}, Case{180, {0, -1}}}) {
+        useSettings("gravity = 100", turningSettings(c.tilt));
+        tiltCamera(c.tilt);
+        ASSERT_FLOAT_EQ(Camera::getTilt(), c.tilt);
+        Particle& particle = addParticle(Vector2D());
+        ParticleManager::runSimulation(0.02f);
+        EXPECT_NEAR(particle.velocity.x, 2.0f * c.direction.x, 1e-5f) << c.tilt;
+        EXPECT_NEAR(particle.velocity.y, 2.0f * c.direction.y, 1e-5f) << c.tilt;
+        EXPECT_NEAR(particle.position.x, 0.04f * c.direction.x, 1e-5f) << c.tilt;
+        EXPECT_NEAR(particle.position.y, 0.04f * c.direction.y, 1e-5f) << c.tilt;
+        EXPECT_EQ(particle.previousVelocity, Vector2D());
+    }
+}
+
+TEST_F(ParticleManagerTest, GravityFromTheConsoleMayPointUp) {
+    useSettings("gravity = 100");
+    GLConsole::enterLine("Gravity -100");
+    Particle& particle = addParticle(Vector2D());
+    ParticleManager::runSimulation(0.02f);
+    EXPECT_FLOAT_EQ(particle.velocity.y, -2.0f);
+}
+
+TEST_F(ParticleManagerTest, SteamRisesAndScatters) {
+    useSettings("gravity = 100\nsteamRiseRate = 2\n");
+    Particle& still = addParticle(Vector2D(), Vector2D(), 150.0f);
+    ParticleManager::runSimulation(0.02f);
+    EXPECT_FLOAT_EQ(still.velocity.x, 0.0f);
+    EXPECT_FLOAT_EQ(still.velocity.y, -4.0f);
+
+    useSettings("gravity = 100\nsteamRiseRate = 1\nsteamScatterRate = 0.5\n");
+    Particle& scattered = addParticle(Vector2D(), Vector2D(), 100.0f);
+    ParticleManager::runSimulation(0.02f);
+    // The scatter is the gravity step's length times the rate, in a random direction.
+    EXPECT_NEAR(distance(scattered.velocity, Vector2D(0, -2)), 1.0f, 1e-5f);
+}
+
+TEST_F(ParticleManagerTest, SteamWithoutRiseOrScatterHangsStill) {
+    useSettings("gravity = 100");
+    Particle& particle = addParticle(Vector2D(3, 4), Vector2D(), 120.0f);
+    for (int i = 0; i < 10; ++i) ParticleManager::runSimulation(0.02f);
+    EXPECT_EQ(particle.position, Vector2D(3, 4));
+    EXPECT_EQ(particle.speed, 0.0f);
+}
+
+// Heat.
+
+TEST_F(ParticleManagerTest, HeatDriftsToRoomTemperatureAlikeAtAnyFrameRate) {
+    for (const int stepsPerSecond : {30, 60, 100}) {
+        useSettings("roomTemperature = 20\nheatTransferRate = 0.5\n");
+        Particle& particle = addParticle(Vector2D(), Vector2D(), 80.0f);
+        for (int i = 0; i < stepsPerSecond; ++i) ParticleManager::runSimulation(1.0f / stepsPerSecond);
+        EXPECT_NEAR(particle.temperature, 50.0f, 0.01f) << stepsPerSecond;
+    }
+}
+
+TEST_F(ParticleManagerTest, HeatTransferRateAtItsEnds) {
+    useSettings("roomTemperature = 20\nheatTransferRate = 0\n");
+    Particle& kept = addParticle(Vector2D(), Vector2D(), 80.0f);
+    ParticleManager::runSimulation(0.5f);
+    EXPECT_EQ(kept.temperature, 80.0f);
+
+    useSettings("roomTemperature = 20\nheatTransferRate = 1\n");
+    Particle& lost = addParticle(Vector2D(), Vector2D(), 80.0f);
+    ParticleManager::runSimulation(0.0f);
+    EXPECT_EQ(lost.temperature, 80.0f);
+    ParticleManager::runSimulation(0.001f);
+    EXPECT_EQ(lost.temperature, 20.0f);
+}
+
+// The end of a particle's life.
+
+TEST_F(ParticleManagerTest, WaterFarOutsideTheViewIsErased) {
+    // The view is 800 by 600 around the origin; more than 130 beyond an edge is gone.
+    addParticle(Vector2D(529, 0));
+    addParticle(Vector2D(0, -429));
+    Particle& outside = addParticle(Vector2D(531, 0));
+    ParticleMover::addGridParticle(outside);
+    addParticle(Vector2D(0, 431));
+    ParticleManager::runSimulation(0.02f);
+    ASSERT_EQ(particleCount(), 2u);
+    for (const Particle& particle : ParticleManager::getParticles())
+        EXPECT_LT(std::fabs(particle.position.x) + std::fabs(particle.position.y), 530.0f);
+    EXPECT_EQ(ParticleMover::gridCell(256 + 265, 256), nullptr);
+}
+
+TEST_F(ParticleManagerTest, ExactlyOnTheMarginStays) {
+    addParticle(Vector2D(530, 0));
+    addParticle(Vector2D(-530, 0));
+    addParticle(Vector2D(0, 430));
+    ParticleManager::runSimulation(0.02f);
+    EXPECT_EQ(particleCount(), 3u);
+}
+
+TEST_F(ParticleManagerTest, TheViewRectangleTurnsWithTheCamera) {
+    useSettings("", turningSettings(90));
+    tiltCamera(90);
+    // Turned a quarter, the long side of the view lies along world y.
+    addParticle(Vector2D(0, 525));
+    addParticle(Vector2D(425, 0));
+    addParticle(Vector2D(0, 535));
+    addParticle(Vector2D(435, 0));
+    ParticleManager::runSimulation(0.02f);
+    EXPECT_EQ(particleCount(), 2u);
+}
+
+TEST_F(ParticleManagerTest, ZoomWidensTheView) {
+    useSettings("", "zoomSpeed = 100\nzoomWait = 5\n");
+    Camera::zoomOut();
+    Camera::doZooming(1.0f);
+    ASSERT_EQ(Camera::getZoom(), 2.5f);
+    addParticle(Vector2D(1000 + 129, 0));
+    addParticle(Vector2D(1000 + 131, 0));
+    ParticleManager::runSimulation(0.02f);
+    EXPECT_EQ(particleCount(), 1u);
+}
+
+TEST_F(ParticleManagerTest, KilledWaterFadesForItsKillTime) {
+    useSettings("particleKillTime = 0.1");
+    Particle& particle = addParticle(Vector2D());
+    ParticleManager::killParticle(particle);
+    EXPECT_EQ(particle.dying, 1);
+    EXPECT_FLOAT_EQ(particle.killTimer, 0.1f);
+    ParticleManager::runSimulation(0.04f);
+    ParticleManager::killParticle(particle);
+    EXPECT_FLOAT_EQ(particle.killTimer, 0.06f);
+    ParticleManager::runSimulation(0.04f);
+    EXPECT_EQ(particleCount(), 1u);
+    ParticleManager::runSimulation(0.04f);
+    EXPECT_EQ(particleCount(), 0u);
+}
+
+TEST_F(ParticleManagerTest, WaterErasedByItsTimerTakesNoFurtherPart) {
+    useSettings("particleKillTime = 0.01\nroomTemperature = 20\n");
+    Particle& neighbour = addParticle(Vector2D(1, 0), Vector2D(1, 0), 10.0f);
+    Particle& dying = addParticle(Vector2D(), Vector2D(), 90.0f);
+    ParticleManager::killParticle(dying);
+    ParticleManager::runSimulation(0.02f);
+    ASSERT_EQ(particleCount(), 1u);
+    // It went first in the list; had the neighbour still met it, they would have shared their heat.
+    EXPECT_EQ(neighbour.temperature, 10.0f);
+}
+
+TEST_F(ParticleManagerTest, SpeedIsMeasuredAndImpulseClearedEachStep) {
+    Particle& particle = addParticle(Vector2D(), Vector2D(3, 0));
+    particle.impulse = Vector2D(0, 4);
+    ParticleManager::runSimulation(0.02f);
+    EXPECT_FLOAT_EQ(particle.speed, 5.0f);
+    EXPECT_EQ(particle.impulse, Vector2D());
+    EXPECT_EQ(particle.previousPosition[0], Vector2D());
+    ParticleManager::runSimulation(0.02f);
+    EXPECT_FLOAT_EQ(particle.speed, 3.0f);
+    EXPECT_NEAR(particle.previousPosition[0].x, 0.06f, 1e-6f);
+    EXPECT_EQ(particle.previousPosition[1], Vector2D());
+}
+
+}  // namespace

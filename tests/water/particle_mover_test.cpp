@@ -1,0 +1,222 @@
+#include <gtest/gtest.h>
+
+#include "water_fixture.h"
+
+namespace {
+
+using ParticleMoverTest = WaterWorld;
+
+// The grid.
+
+TEST_F(ParticleMoverTest, GridReachesFrom512BelowTheViewCentreTo1535Above) {
+    Camera::setPosition(Vector2D(100, -50));
+    struct Case {
+        Vector2D position;
+        bool inGrid;
+        uint32_t cellX, cellY;
+    };
+    const Case cases[] = {
+        {{100, -50}, true, 256, 256},      {{-411, -561}, true, 0, 0},      // truncation towards zero
+        {{-413.5f, -50}, true, 0, 256},    {{-414.5f, -50}, false, 0, 0},  // -2.5 truncates to -2: outside
+        {{1635, 1485}, true, 1023, 1023},  {{1637, -50}, false, 0, 0},
+        {{100, 1487}, false, 0, 0},
+    };
+    for (const Case& c : cases) {
+        Particle particle;
+        particle.position = c.position;
+        ParticleMover::addGridParticle(particle);
+        EXPECT_EQ(particle.inGrid, c.inGrid ? 1 : 0) << c.position.x << "," << c.position.y;
+        if (c.inGrid) {
+            EXPECT_EQ(particle.cellX, c.cellX);
+            EXPECT_EQ(particle.cellY, c.cellY);
+            EXPECT_EQ(ParticleMover::gridCell(c.cellX, c.cellY), &particle);
+        }
+        ParticleMover::removeGridParticle(particle);
+        EXPECT_EQ(particle.inGrid, 0);
+    }
+}
+
+TEST_F(ParticleMoverTest, CellsAreListsThatUnlinkFromAnyPlace) {
+    Particle a, b, c;
+    for (Particle* particle : {&a, &b, &c}) ParticleMover::addGridParticle(*particle);
+    ParticleMover::addGridParticle(c);  // already in: no second link
+    ASSERT_EQ(ParticleMover::gridCell(256, 256), &c);
+    EXPECT_EQ(c.gridNext, &b);
+    EXPECT_EQ(b.gridNext, &a);
+    EXPECT_EQ(a.gridNext, nullptr);
+    ParticleMover::removeGridParticle(b);
+    EXPECT_EQ(c.gridNext, &a);
+    EXPECT_EQ(a.gridPrevious, &c);
+    ParticleMover::removeGridParticle(c);
+    EXPECT_EQ(ParticleMover::gridCell(256, 256), &a);
+    EXPECT_EQ(a.gridPrevious, nullptr);
+    ParticleMover::removeGridParticle(a);
+    EXPECT_EQ(ParticleMover::gridCell(256, 256), nullptr);
+}
+
+TEST_F(ParticleMoverTest, AParticleOutsideTheGridKeepsItsLastCell) {
+    Particle particle;
+    particle.position = Vector2D(10, 10);
+    ParticleMover::addGridParticle(particle);
+    ParticleMover::removeGridParticle(particle);
+    particle.position = Vector2D(5000, 10);
+    ParticleMover::addGridParticle(particle);
+    EXPECT_EQ(particle.inGrid, 0);
+    EXPECT_EQ(particle.cellX, 261u);
+}
+
+TEST_F(ParticleMoverTest, ClearingTheGridForgetsEveryParticle) {
+    Particle& particle = addParticle(Vector2D(1, 1));
+    ParticleMover::addGridParticle(particle);
+    ParticleMover::clearParticleGrid();
+    EXPECT_EQ(particle.inGrid, 0);
+    EXPECT_EQ(ParticleMover::gridCell(256, 256), nullptr);
+}
+
+// Moving.
+
+TEST_F(ParticleMoverTest, ALongMoveStopsAt15UnitsWithItsVelocityKept) {
+    Particle particle;
+    particle.velocity = Vector2D(0, 1000);
+    ParticleMover::moveParticle(particle, 0.1f);
+    EXPECT_NEAR(particle.position.y, 15.0f, 1e-4f);
+    EXPECT_EQ(particle.position.x, 0.0f);
+    EXPECT_EQ(particle.velocity, Vector2D(0, 1000));
+}
+
+TEST_F(ParticleMoverTest, AShortMoveIsOneStep) {
+    Particle particle;
+    particle.velocity = Vector2D(30, -40);
+    particle.impulse = Vector2D(10, 0);
+    ParticleMover::moveParticle(particle, 0.02f);
+    EXPECT_FLOAT_EQ(particle.position.x, 0.8f);
+    EXPECT_FLOAT_EQ(particle.position.y, -0.8f);
+}
+
+TEST_F(ParticleMoverTest, ARestingParticleIsNotPushedButAMovingNeighbourIs) {
+    Particle& resting = addParticle(Vector2D(0, 0));
+    Particle& moving = addParticle(Vector2D(2, 0), Vector2D(0.001f, 0), 40.0f);
+    for (Particle* particle : {&resting, &moving}) ParticleMover::addGridParticle(*particle);
+    ParticleMover::moveParticle(resting, 0.02f);
+    EXPECT_EQ(resting.position, Vector2D());
+    EXPECT_EQ(resting.temperature, 20.0f);
+
+    ParticleMover::moveParticle(moving, 0.02f);
+    // Pushed by the overlap, 4 - 2, capped at 1.7, and mixed with its neighbour.
+    EXPECT_NEAR(moving.position.x, 3.7f, 1e-4f);
+    EXPECT_EQ(resting.velocity, moving.velocity);
+    EXPECT_FLOAT_EQ(resting.velocity.x, 0.0005f);
+    EXPECT_EQ(resting.temperature, 30.0f);
+    EXPECT_EQ(moving.temperature, 30.0f);
+}
+
+TEST_F(ParticleMoverTest, RepulsionIsCappedAndScaledByTheStep) {
+    struct Case {
+        float gap, dt, push;
+    };
+    // Overlap 3.5 is capped at 1.7; at 100 steps a second the push is halved first.
+    for (const Case& c : {Case{0.5f, 0.02f, 1.7f}, Case{2.0f, 0.01f, 1.0f}, Case{0.5f, 0.05f, 1.7f},
+                          Case{3.0f, 0.04f, 1.0f}}) {
+        useSettings("");
+        Particle& still = addParticle(Vector2D(0, 0));
+        Particle& moving = addParticle(Vector2D(c.gap, 0), Vector2D(0.0001f, 0));
+        for (Particle* particle : {&still, &moving}) ParticleMover::addGridParticle(*particle);
+        ParticleMover::moveParticle(moving, c.dt);
+        EXPECT_NEAR(moving.position.x, c.gap + c.push, 1e-3f) << c.gap << " " << c.dt;
+    }
+}
+
+TEST_F(ParticleMoverTest, CoincidingParticlesMixButDoNotPush) {
+    Particle& a = addParticle(Vector2D(0, 0), Vector2D(), 0.0f);
+    Particle& b = addParticle(Vector2D(0, 0), Vector2D(), 50.0f);
+    b.impulse = Vector2D(0, 2);
+    ParticleMover::addGridParticle(a);
+    ParticleMover::addGridParticle(b);
+    ParticleMover::moveParticle(b, 0.0f);
+    EXPECT_EQ(b.position, Vector2D());
+    EXPECT_EQ(a.position, Vector2D());
+    EXPECT_EQ(a.temperature, 25.0f);
+    EXPECT_EQ(a.impulse, Vector2D(0, 1));
+}
+
+TEST_F(ParticleMoverTest, SevenCellsAreSearchedNotTheOnesStraightAboveAndBelow) {
+    struct Case {
+        Vector2D neighbour;
+        bool seen;
+    };
+    // The particle sits in cell (256, 256), which spans 0 to 2 in both axes.
+    const Case cases[] = {{{1.0f, 2.5f}, false},  {{1.0f, -0.5f}, false}, {{1.5f, 0.2f}, true},
+                          {{2.5f, 1.0f}, true},   {{-1.5f, 2.5f}, true},  {{2.5f, -0.5f}, true},
+                          {{-0.5f, -0.5f}, true}, {{1.0f, 3.9f}, false}};
+    for (const Case& c : cases) {
+        useSettings("");
+        Particle& particle = addParticle(Vector2D(1.0f, 1.0f), Vector2D(), 0.0f);
+        Particle& neighbour = addParticle(c.neighbour, Vector2D(), 100.0f);
+        ParticleMover::addGridParticle(particle);
+        ParticleMover::addGridParticle(neighbour);
+        Vector2D direction;
+        float strength = 0.0f;
+        ParticleMover::doParticleRepulsions(particle, direction, strength);
+        EXPECT_EQ(particle.temperature == 50.0f, c.seen) << c.neighbour.x << "," << c.neighbour.y;
+        EXPECT_EQ(strength > 0.0f, c.seen);
+    }
+}
+
+TEST_F(ParticleMoverTest, RepulsionAveragesItsNeighbours) {
+    Particle& particle = addParticle(Vector2D(1, 1));
+    Particle& left = addParticle(Vector2D(-1, 1));
+    Particle& below = addParticle(Vector2D(1, 0));
+    for (Particle* p : {&particle, &left, &below}) ParticleMover::addGridParticle(*p);
+    Vector2D direction;
+    float strength = 0.0f;
+    ParticleMover::doParticleRepulsions(particle, direction, strength);
+    EXPECT_FLOAT_EQ(strength, (2.0f + 3.0f) / 2.0f);
+    EXPECT_NEAR(direction.x, 0.70710677f, 1e-6f);
+    EXPECT_NEAR(direction.y, 0.70710677f, 1e-6f);
+}
+
+// Attraction.
+
+TEST_F(ParticleMoverTest, ALoneParticleIsItsOwnCentre) {
+    Particle& particle = addParticle(Vector2D(7, 7));
+    ParticleMover::runParticleAttractions(0.02f);
+    EXPECT_EQ(particle.position, Vector2D(7, 7));
+}
+
+TEST_F(ParticleMoverTest, ParticlesWithinRestDistanceOfTheCentreStay) {
+    Particle& a = addParticle(Vector2D(0, 0));
+    Particle& b = addParticle(Vector2D(6, 0));
+    ParticleMover::runParticleAttractions(0.75f);
+    EXPECT_EQ(a.position, Vector2D(0, 0));
+    EXPECT_EQ(b.position, Vector2D(6, 0));
+}
+
+TEST_F(ParticleMoverTest, ClustersAreDrawnTogetherAtMost1Point5AStep) {
+    Particle& a = addParticle(Vector2D(0, 0));
+    Particle& b = addParticle(Vector2D(30, 0));
+    Particle& far = addParticle(Vector2D(200, 0));
+    ParticleMover::runParticleAttractions(0.75f);
+    // Each is 15 from the centre: (15 - 4) is capped at 1.5, with up to 0.05 of jitter.
+    EXPECT_NEAR(a.position.x, 1.5f, 0.051f);
+    EXPECT_NEAR(b.position.x, 28.5f, 0.051f);
+    EXPECT_NEAR(a.position.y, 0.0f, 0.051f);
+    EXPECT_EQ(far.position, Vector2D(200, 0));
+
+    const Vector2D before = a.position;
+    ParticleMover::runParticleAttractions(0.075f);
+    // (13.5 - 4) times a tenth.
+    EXPECT_NEAR(a.position.x - before.x, 0.95f, 0.06f);
+}
+
+TEST_F(ParticleMoverTest, TheGroupCentreIsTheMeanAndAnEmptyGroupWritesNothing) {
+    Particle a, b;
+    a.position = Vector2D(2, 4);
+    b.position = Vector2D(4, 8);
+    Vector2D centre(99, 99);
+    ParticleMover::getGroupCenter({}, centre);
+    EXPECT_EQ(centre, Vector2D(99, 99));
+    ParticleMover::getGroupCenter({&a, &b}, centre);
+    EXPECT_EQ(centre, Vector2D(3, 6));
+}
+
+}  // namespace
