@@ -210,8 +210,8 @@ TEST(SurfaceTypeManager, ValidTypesFrictionAndClamping) {
     EXPECT_EQ(Level::getPolygons().front().friction, 0.25f);
     Level::clear();
     // Back to the values before any configuration, for the tests that follow.
-    folder.write("cfg/surfaces.cfg", "surfaceFriction_metal 1\nsurfaceFriction_wood 1\nsurfaceFriction_stone 1\n"
-                                     "surfaceFriction_cloth 1\nsurfaceFriction_sand 1\n");
+    folder.write("cfg/surfaces.cfg", "surfaceFriction_metal = 1\nsurfaceFriction_wood = 1\nsurfaceFriction_stone = 1\n"
+                                     "surfaceFriction_cloth = 1\nsurfaceFriction_sand = 1\n");
     SurfaceTypeManager::initialise();
     EXPECT_EQ(SurfaceTypeManager::getSurfaceTypeFriction(5), 1.0f);
 }
