@@ -100,6 +100,8 @@ void glBeginDraw3d(float fieldOfView, float nearPlane, float farPlane);
 void glPushState();
 void glPopState();
 void glCircle(float x, float y, float radius, int segments);
+// OpenGL calls reach a driver: a real window's context is current on this thread.
+bool contextAvailable();
 
 // Message boxes.
 void showMessageBox(const char* text, const char* title);

@@ -12,6 +12,8 @@ namespace GLWindow {
 
 using namespace State;
 
+bool contextAvailable() { return drawingPossible(); }
+
 void clearScreen(float r, float g, float b) {
     if (!drawingPossible()) return;
     glClearColor(r, g, b, 1.0f);

@@ -1,0 +1,309 @@
+#include <GL/gl.h>
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "graphics/graphics.h"
+#include "real_window.h"
+#include "support/test_support.h"
+#include "test_images.h"
+
+namespace {
+
+// Red top row, green bottom row, blue between, so that a flip shows.
+Bgra rowColours(int, int y, int height) {
+    if (y == 0) return {0, 0, 255, 255};
+    if (y == height - 1) return {0, 255, 0, 255};
+    return {255, 0, 0, 128};
+}
+
+PixelAt rows(int height) {
+    return [height](int x, int y) { return rowColours(x, y, height); };
+}
+
+void expectRows(const std::vector<uint8_t>& pixels, int width, int height) {
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x) {
+            const Bgra want = rowColours(x, y, height);
+            const uint8_t* got = &pixels[(y * width + x) * 4];
+            ASSERT_EQ(got[0], want.b) << x << "," << y;
+            ASSERT_EQ(got[1], want.g) << x << "," << y;
+            ASSERT_EQ(got[2], want.r) << x << "," << y;
+            ASSERT_EQ(got[3], want.a) << x << "," << y;
+        }
+}
+
+std::vector<uint8_t> decode(const std::string& bytes, int& width, int& height) {
+    std::vector<uint8_t> pixels;
+    EXPECT_TRUE(GLTga32Loader::decode(reinterpret_cast<const uint8_t*>(bytes.data()),
+                                      static_cast<uint32_t>(bytes.size()), pixels, width, height));
+    return pixels;
+}
+
+bool refused(const std::string& bytes) {
+    std::vector<uint8_t> pixels;
+    int width = 0, height = 0;
+    return !GLTga32Loader::decode(reinterpret_cast<const uint8_t*>(bytes.data()), static_cast<uint32_t>(bytes.size()),
+                                  pixels, width, height);
+}
+
+TEST(TgaLoader, ReadsAllFourLayoutsTopRowFirst) {
+    for (bool topFirst : {true, false}) {
+        int width = 0, height = 0;
+        expectRows(decode(makeRawTga(5, 4, topFirst, rows(4)), width, height), 5, 4);
+        EXPECT_EQ(width, 5);
+        EXPECT_EQ(height, 4);
+        expectRows(decode(makeRunLengthTga(6, 5, topFirst, rows(5)), width, height), 6, 5);
+    }
+}
+
+TEST(TgaLoader, RefusesWhatItDoesNotRead) {
+    EXPECT_TRUE(refused(makeRawTga(4, 4, true, rows(4), 24)));
+    EXPECT_TRUE(refused(makeRawTga(3, 4, true, rows(4))));
+    EXPECT_TRUE(refused(makeRawTga(4, 3, true, rows(3))));
+    std::string colourMapped = makeRawTga(4, 4, true, rows(4));
+    colourMapped[1] = 1;
+    EXPECT_TRUE(refused(colourMapped));
+    std::string rightToLeft = makeRawTga(4, 4, true, rows(4));
+    rightToLeft[17] |= 1;
+    EXPECT_TRUE(refused(rightToLeft));
+    std::string greyscale = makeRawTga(4, 4, true, rows(4));
+    greyscale[2] = 3;
+    EXPECT_TRUE(refused(greyscale));
+    EXPECT_TRUE(refused("TRUEVISION"));
+    EXPECT_TRUE(refused(""));
+}
+
+TEST(TgaLoader, ShortFilesAreNeverReadPastTheirEnd) {
+    const std::string raw = makeRawTga(64, 64, true, rows(64));
+    const std::string packed = makeRunLengthTga(64, 64, false, rows(64));
+    for (std::size_t cut : {std::size_t{18}, std::size_t{21}, std::size_t{100}, packed.size() - 1}) {
+        // Copies of exactly the cut length, so that the sanitizer sees any overrun.
+        EXPECT_TRUE(refused(raw.substr(0, cut)));
+        EXPECT_TRUE(refused(packed.substr(0, cut)));
+    }
+}
+
+TEST(TgaLoader, APacketCrossingARowEndStaysInsideThePicture) {
+    std::string bytes = tgaHeader(4, 4, 10, true);
+    bytes += static_cast<char>(0x80 | 127);  // a run of 128 in a picture of 16
+    putPixel(bytes, {1, 2, 3, 4});
+    bytes += static_cast<char>(127);  // 128 literal pixels, far beyond the picture
+    for (int i = 0; i < 128; ++i) putPixel(bytes, {5, 6, 7, 8});
+    for (int i = 0; i < 16; ++i) bytes += static_cast<char>(0x83), putPixel(bytes, {9, 9, 9, 9});
+    std::vector<uint8_t> pixels;
+    int width = 0, height = 0;
+    GLTga32Loader::decode(reinterpret_cast<const uint8_t*>(bytes.data()), static_cast<uint32_t>(bytes.size()), pixels,
+                          width, height);
+    EXPECT_EQ(pixels.size(), 4u * 4u * 4u);
+}
+
+class TextureStore : public ::testing::Test {
+protected:
+    ScratchFolder folder;
+    RealWindow window{64, 64};
+    TextureStore() { GLTextureManager::initialise(); }
+    ~TextureStore() override { GLTextureManager::shutdown(); }
+
+    static int references(const std::string& name) {
+        const GLTextureInternal* entry = GLTextureManager::findTexture(name);
+        return entry ? entry->referenceCount : 0;
+    }
+};
+
+TEST_F(TextureStore, AMissingImageIsAnOpaqueCheckerboard) {
+    ConsoleCapture console;
+    GLTexture texture;
+    EXPECT_EQ(texture.width, 16);
+    EXPECT_EQ(texture.height, 16);
+    EXPECT_FALSE(texture.hasAlpha);
+    EXPECT_NE(texture.id, 0u);
+    std::vector<std::string> list;
+    GLTextureManager::getTextureList(list);
+    EXPECT_EQ(list, std::vector<std::string>{"GFX\\DEFAULT.TGA (loading failed)  : 32 BIT"});
+    EXPECT_EQ(console.text(), "");
+
+    // Drawn ten times enlarged: the corner cell is white, its neighbours black.
+    GLWindow::clearScreen(1.0f, 0.0f, 0.0f);
+    GLWindow::glBeginDraw2d();
+    glEnable(GL_TEXTURE_2D);
+    glBindTexture(GL_TEXTURE_2D, texture.id);
+    glColor3f(1.0f, 1.0f, 1.0f);
+    glBegin(GL_QUADS);
+    glTexCoord2f(0, 0), glVertex2f(0, 0);
+    glTexCoord2f(1, 0), glVertex2f(160, 0);
+    glTexCoord2f(1, 1), glVertex2f(160, 160);
+    glTexCoord2f(0, 1), glVertex2f(0, 160);
+    glEnd();
+    glDisable(GL_TEXTURE_2D);
+    EXPECT_GT(readPixel(5, 5)[1], 200);
+    EXPECT_LT(readPixel(15, 5)[1], 55);
+    EXPECT_LT(readPixel(5, 15)[1], 55);
+    EXPECT_GT(readPixel(15, 15)[1], 200);
+}
+
+TEST_F(TextureStore, NamesInAnyCaseShareOneEntry) {
+    GLTexture lower("gfx\\default.tga");
+    GLTexture upper("GFX\\DEFAULT.TGA");
+    EXPECT_EQ(lower.id, upper.id);
+    EXPECT_TRUE(lower == upper);
+    EXPECT_EQ(references("gfx\\Default.tga"), 2);
+    upper = "gfx\\DEFAULT.tga";
+    EXPECT_EQ(references("gfx\\default.tga"), 2);
+    EXPECT_EQ(upper.id, lower.id);
+}
+
+TEST_F(TextureStore, TheLastHandleDeletesTheTexture) {
+    folder.write("gfx/rock.tga", makeRawTga(8, 8, false, rows(8)));
+    auto* first = new GLTexture("gfx\\rock.tga");
+    const unsigned int id = first->id;
+    {
+        GLTexture second(*first);
+        EXPECT_EQ(references("GFX\\ROCK.TGA"), 2);
+        delete first;
+        EXPECT_EQ(references("GFX\\ROCK.TGA"), 1);
+        EXPECT_TRUE(glIsTexture(id));
+    }
+    EXPECT_EQ(GLTextureManager::findTexture("gfx\\rock.tga"), nullptr);
+    EXPECT_FALSE(glIsTexture(id));
+}
+
+TEST_F(TextureStore, AssignmentMovesTheReference) {
+    folder.write("gfx/a.tga", makeRawTga(4, 4, true, rows(4)));
+    folder.write("gfx/b.tga", makeRawTga(8, 4, true, rows(4)));
+    GLTexture a("gfx\\a.tga");
+    GLTexture b("gfx\\b.tga");
+    b = a;
+    EXPECT_EQ(GLTextureManager::findTexture("gfx\\b.tga"), nullptr);
+    EXPECT_EQ(references("gfx\\a.tga"), 2);
+    EXPECT_EQ(b.width, 4);
+    b = b;
+    EXPECT_EQ(references("gfx\\a.tga"), 2);
+}
+
+TEST_F(TextureStore, TgaImagesLoadAsThirtyTwoBitsWithAlpha) {
+    folder.write("gfx/packed.tga", makeRunLengthTga(16, 8, false, rows(8)));
+    GLTexture texture("gfx\\packed.tga");
+    EXPECT_EQ(texture.width, 16);
+    EXPECT_EQ(texture.height, 8);
+    EXPECT_TRUE(texture.hasAlpha);
+    std::vector<std::string> list;
+    GLTextureManager::getTextureList(list);
+    EXPECT_EQ(list, std::vector<std::string>{"GFX\\PACKED.TGA : 32 BIT"});
+
+    // The file's top row is the top of the texture (t = 0).
+    glBindTexture(GL_TEXTURE_2D, texture.id);
+    std::vector<uint8_t> pixels(16 * 8 * 4);
+    glGetTexImage(GL_TEXTURE_2D, 0, GL_BGRA, GL_UNSIGNED_BYTE, pixels.data());
+    expectRows(pixels, 16, 8);
+}
+
+TEST_F(TextureStore, TgaFilesTheLoaderRefusesGoThroughSdlImage) {
+    folder.write("gfx/rgb.tga", makeRawTga(4, 4, false, rows(4), 24));
+    folder.write("gfx/narrow.tga", makeRawTga(3, 4, false, rows(4)));
+    GLTexture rgb("gfx\\rgb.tga");
+    GLTexture narrow("gfx\\narrow.tga");
+    EXPECT_EQ(rgb.width, 4);
+    EXPECT_FALSE(rgb.hasAlpha);
+    EXPECT_EQ(narrow.width, 3);
+    std::vector<std::string> list;
+    GLTextureManager::getTextureList(list);
+    EXPECT_EQ(list, (std::vector<std::string>{"GFX\\NARROW.TGA : 32 BIT", "GFX\\RGB.TGA : 24 BIT"}));
+}
+
+TEST_F(TextureStore, OtherFormatsComeThroughSdlImageOpaque) {
+    folder.write("gfx/sky.bmp", makeBmp24(8, 4, rows(4)));
+    GLTexture sky("gfx\\SKY.BMP");
+    EXPECT_EQ(sky.width, 8);
+    EXPECT_EQ(sky.height, 4);
+    EXPECT_FALSE(sky.hasAlpha);
+    glBindTexture(GL_TEXTURE_2D, sky.id);
+    std::vector<uint8_t> pixels(8 * 4 * 4);
+    glGetTexImage(GL_TEXTURE_2D, 0, GL_BGRA, GL_UNSIGNED_BYTE, pixels.data());
+    EXPECT_EQ(pixels[2], 255);              // top row red
+    EXPECT_EQ(pixels[3], 255);              // opaque
+    EXPECT_EQ(pixels[3 * 8 * 4 + 1], 255);  // bottom row green
+}
+
+TEST_F(TextureStore, UnreadableFilesGiveTheCheckerboardAndARepairedFileComesBack) {
+    ConsoleCapture console;
+    folder.write("gfx/broken.png", "not a picture at all");
+    folder.write("gfx/short.tga", makeRawTga(32, 32, true, rows(32)).substr(0, 10));
+    folder.write("gfx/cut.tga", makeRawTga(32, 32, true, rows(32)).substr(0, 300));
+    GLTexture truncated("gfx\\cut.tga");  // whatever it shows, it loads without harm
+    GLTexture broken("gfx\\broken.png");
+    GLTexture cut("gfx\\short.tga");
+    GLTexture absent("gfx\\nothing here.tga");
+    for (const GLTexture* texture : {&broken, &cut, &absent}) {
+        EXPECT_EQ(texture->width, 16);
+        EXPECT_EQ(texture->height, 16);
+        EXPECT_FALSE(GLTextureManager::findTexture(texture->name)->loaded);
+    }
+    EXPECT_EQ(console.text(), "");
+
+    folder.write("gfx/short.tga", makeRawTga(32, 32, true, rows(32)));
+    GLTextureManager::reloadAllTextures();
+    const GLTextureInternal* repaired = GLTextureManager::findTexture("gfx\\short.tga");
+    EXPECT_TRUE(repaired->loaded);
+    EXPECT_EQ(repaired->width, 32);
+    EXPECT_EQ(repaired->id, cut.id);
+}
+
+TEST_F(TextureStore, DetailLevelsRebuildButDoNotChangeTheCount) {
+    folder.write("gfx/dot.bmp", makeBmp24(1, 1, solid(10, 20, 30)));
+    folder.write("gfx/wide.tga", makeRawTga(64, 32, true, rows(32)));
+    GLTexture dot("gfx\\dot.bmp");
+    GLTexture wide("gfx\\wide.tga");
+    const unsigned int bytes = GLTextureManager::getTextureBytesUsed();
+    EXPECT_EQ(bytes, 4u + 64u * 32u * 4u);
+    GLTextureManager::setTextureDetailLevel(2);
+    EXPECT_EQ(GLTextureManager::getTextureDetailLevel(), 2);
+    EXPECT_EQ(GLTextureManager::getTextureBytesUsed(), bytes);
+    GLint width = 0;
+    glBindTexture(GL_TEXTURE_2D, dot.id);
+    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &width);
+    EXPECT_EQ(width, 1);
+    glBindTexture(GL_TEXTURE_2D, wide.id);
+    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &width);
+    EXPECT_EQ(width, 32);
+    GLTextureManager::setTextureDetailLevel(3);
+    GLTextureManager::setTextureDetailLevel(-1);
+    EXPECT_EQ(GLTextureManager::getTextureDetailLevel(), 2);
+}
+
+TEST_F(TextureStore, AnisotropyIsClampedToTheDriversRange) {
+    if (!GLTextureManager::supportsAnisotropic()) GTEST_SKIP() << "no anisotropic filtering here";
+    GLTexture texture;
+    GLTextureManager::setAnisotropicFilteringLevel(0);
+    EXPECT_EQ(GLTextureManager::getAnisotropicFilteringLevel(), 1);
+    GLTextureManager::setAnisotropicFilteringLevel(100000);
+    EXPECT_EQ(GLTextureManager::getAnisotropicFilteringLevel(), GLTextureManager::getMaxAnisotropicLevel());
+    GLfloat level = 0;
+    glBindTexture(GL_TEXTURE_2D, texture.id);
+    glGetTexParameterfv(GL_TEXTURE_2D, 0x84FE, &level);
+    EXPECT_EQ(static_cast<int>(level), GLTextureManager::getMaxAnisotropicLevel());
+}
+
+TEST_F(TextureStore, HandlesOfAnotherThreadNeitherKeepNorFree) {
+    GLTexture mine("gfx\\default.tga");
+    std::thread other([] {
+        GLTexture theirs("gfx\\default.tga");
+        EXPECT_EQ(references("gfx\\default.tga"), 1);
+    });
+    other.join();
+    EXPECT_EQ(references("gfx\\default.tga"), 1);
+}
+
+TEST(HeadlessTextures, HandlesWorkWithoutAWindow) {
+    ScratchFolder folder;
+    folder.write("gfx/rock.tga", makeRawTga(12, 8, true, rows(8)));
+    {
+        GLTexture rock("gfx\\rock.tga");
+        EXPECT_EQ(rock.width, 12);
+        EXPECT_EQ(rock.height, 8);
+        EXPECT_EQ(rock.id, 0u);
+    }
+    EXPECT_EQ(GLTextureManager::findTexture("gfx\\rock.tga"), nullptr);
+}
+
+}  // namespace
