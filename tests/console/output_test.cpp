@@ -1,5 +1,7 @@
 // The circular output store and the print overloads.
 #include <climits>
+#include <cstdlib>
+#include <new>
 #include <string>
 
 #include "console_fixture.h"
@@ -88,4 +90,39 @@ TEST_F(OutputTest, ClearKeepsInputHistoryButNotTheLine) {
     EXPECT_EQ(cursor(), 0);
     GLConsole::keyPressed(ConsoleKeys::up);
     EXPECT_EQ(input(), "version");
+}
+
+namespace {
+long allocations = 0;
+}  // namespace
+
+// Counts every allocation of the test program, so that printing can be shown to take none.
+void* operator new(std::size_t size) {
+    ++allocations;
+    if (void* memory = std::malloc(size ? size : 1)) return memory;
+    throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+
+TEST_F(OutputTest, PrintingAllocatesNothing) {
+    capture.reset();
+    const std::string text = "\na string long enough to live outside the object itself";
+    GLConsole::printTitle("warm up");
+    const long before = allocations;
+    GLConsole::print("\ntext");
+    GLConsole::print(text);
+    GLConsole::print('c');
+    GLConsole::print(12u);
+    GLConsole::print(-12);
+    GLConsole::print(true);
+    GLConsole::print(1.5f);
+    GLConsole::print(2.5);
+    GLConsole::printTitle("title");
+    GLConsole::printTitle(text);
+    EXPECT_EQ(allocations, before);
 }
