@@ -1,39 +1,32 @@
 // Console commands that work on the texture store: what it holds, the memory it
 // takes, reloading, and the quality settings that decide how textures are built.
+#include <vector>
+
 #include "console/console_commands.h"
 #include "console/console_state.h"
 #include "foundation/foundation.h"
+#include "graphics/graphics.h"
 #include "graphics/window/window.h"
 
 namespace GLConsole {
 
-namespace {
-
-// Everything in the store is uploaded again, as after a change of OpenGL context.
-void reloadAllTextures() {}
-
-unsigned int textureBytesUsed() {
-    return 0;
-}
-int textureDetailLevel() {
-    return 0;
-}
-int anisotropicFilteringLevel() {
-    return 0;
-}
-
-}  // namespace
-
 void conCmdTextureList() {
     TRACE_LOCATION("GLConsole::conCmdTextureList");
     printTitle("Textures in use");
+    std::vector<std::string> lines;
+    GLTextureManager::getTextureList(lines);
+    for (const std::string& line : lines) {
+        print("\n");
+        print(line);
+    }
 }
 
 void conCmdTextureMemory() {
     TRACE_LOCATION("GLConsole::conCmdTextureMemory");
     printTitle("Texture memory used");
     // Lower detail levels keep half or a quarter of each image's bytes.
-    const unsigned int bytes = textureBytesUsed() >> textureDetailLevel();
+    const unsigned int bytes =
+        GLTextureManager::getTextureBytesUsed() >> GLTextureManager::getTextureDetailLevel();
     // A full chain of mipmaps adds a third again.
     print(bytes + bytes / 3);
     print(" bytes");
@@ -42,7 +35,7 @@ void conCmdTextureMemory() {
 void conCmdTextureReload() {
     TRACE_LOCATION("GLConsole::conCmdTextureReload");
     FrameClock clock;
-    reloadAllTextures();
+    GLTextureManager::reloadAllTextures();
     clock.update();
     print("\nTexture refresh complete.");
     print("\nTime take to reload: ");
@@ -54,19 +47,21 @@ int conCmdAntiAliasingSamples(int samples, bool set) {
     // A new sample count needs a new OpenGL context, which loses every texture.
     if (set && samples != 0) {
         GLWindow::setAntiAliasingMode(samples);
-        reloadAllTextures();
+        GLTextureManager::reloadAllTextures();
     }
     return GLWindow::getAntiAliasingMode();
 }
 
-int conCmdAnisotropicFilteringLevel(int, bool) {
+int conCmdAnisotropicFilteringLevel(int level, bool set) {
     TRACE_LOCATION("GLConsole::conCmdAnisotropicFilteringLevel");
-    return anisotropicFilteringLevel();
+    if (set) GLTextureManager::setAnisotropicFilteringLevel(level);
+    return GLTextureManager::getAnisotropicFilteringLevel();
 }
 
-int conCmdTextureQuality(int, bool) {
+int conCmdTextureQuality(int level, bool set) {
     TRACE_LOCATION("GLConsole::conCmdTextureQuality");
-    return textureDetailLevel();
+    if (set) GLTextureManager::setTextureDetailLevel(level);
+    return GLTextureManager::getTextureDetailLevel();
 }
 
 }  // namespace GLConsole

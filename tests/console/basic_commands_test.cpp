@@ -1,9 +1,11 @@
 // The console's own commands, typed as a player would type them.
 #include <regex>
 #include <string>
+#include <vector>
 
 #include "console_fixture.h"
 #include "game/game.h"
+#include "graphics/graphics.h"
 
 namespace {
 
@@ -16,6 +18,7 @@ std::string title(const std::string& text) {
 class BasicCommandsTest : public ConsoleTest {
 protected:
     void TearDown() override {
+        GLTextureManager::setTextureDetailLevel(0);
         GLWindow::setAntiAliasingMode(1);
         GLWindow::enableVsync(true);
         GLWindow::setFullscreen(false, 800, 600);
@@ -125,8 +128,40 @@ TEST_F(BasicCommandsTest, TextureCommandsWithAnEmptyStore) {
     EXPECT_EQ(run("texturememory"), title("Texture memory used") + "0 bytes");
     EXPECT_EQ(run("texturereload"), "\nTexture refresh complete.\nTime take to reload: 0.000000");
     EXPECT_EQ(run("texturequality"), "\nTextureQuality is 0");
-    EXPECT_EQ(run("anisotropicfilteringlevel"), "\nAnisotropicFilteringLevel is 0");
     EXPECT_EQ(run("texturequality 3 4"), "\nUSAGE: TextureQuality < integer number OR nothing >");
+}
+
+TEST_F(BasicCommandsTest, TextureListAndMemoryFollowTheStore) {
+    const GLTexture first("gfx\\missing_one.tga");
+    const GLTexture second("gfx\\missing_two.png");
+    std::vector<std::string> lines;
+    GLTextureManager::getTextureList(lines);
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_EQ(run("texturelist"), title("Textures in use") + "\n" + lines[0] + "\n" + lines[1]);
+
+    const unsigned int bytes = GLTextureManager::getTextureBytesUsed();
+    ASSERT_GT(bytes, 0u);
+    EXPECT_EQ(run("texturememory"),
+              title("Texture memory used") + std::to_string(bytes + bytes / 3) + " bytes");
+    EXPECT_EQ(run("texturequality 2"), "\nTextureQuality is now 2");
+    const unsigned int quarter = bytes >> 2;
+    EXPECT_EQ(run("texturememory"),
+              title("Texture memory used") + std::to_string(quarter + quarter / 3) + " bytes");
+    EXPECT_EQ(run("texturequality 1"), "\nTextureQuality is now 1");
+    const unsigned int half = bytes >> 1;
+    EXPECT_EQ(run("texturememory"),
+              title("Texture memory used") + std::to_string(half + half / 3) + " bytes");
+    EXPECT_EQ(run("TextureQuality 0"), "\nTextureQuality is now 0");
+}
+
+TEST_F(BasicCommandsTest, AnisotropicFilteringLevelReportsTheLevelInForce) {
+    const std::string level = std::to_string(GLTextureManager::getAnisotropicFilteringLevel());
+    EXPECT_EQ(run("anisotropicfilteringlevel"), "\nAnisotropicFilteringLevel is " + level);
+    // Without the extension the level can't change.
+    if (!GLTextureManager::supportsAnisotropic())
+        EXPECT_EQ(run("anisotropicfilteringlevel 8"), "\nAnisotropicFilteringLevel is now " + level);
+    EXPECT_EQ(run("anisotropicfilteringlevel x"),
+              "\nUSAGE: AnisotropicFilteringLevel < integer number OR nothing >");
 }
 
 TEST_F(BasicCommandsTest, MapWithoutAGame) {
