@@ -1,0 +1,47 @@
+// Helpers of the content tests: where the baked data lies, a strict reader of
+// the TGA files the bake writes, and a way to run the bake tools.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+std::filesystem::path bakedDataFolder();
+std::filesystem::path toolPath(const std::string& tool);
+
+// Every regular file under root, as sorted paths relative to root.
+std::vector<std::string> listFiles(const std::filesystem::path& root);
+std::string readBytes(const std::filesystem::path& file);
+
+// Runs a command line; returns its exit status, or -1 if it could not run.
+int runCommand(const std::string& commandLine);
+std::string quoted(const std::filesystem::path& path);
+
+// A 32-bit TGA read as the game's loader accepts it, pixels top row first in
+// blue, green, red, alpha order. error says why a file was refused.
+struct TgaPicture {
+    int width = 0;
+    int height = 0;
+    int type = 0;
+    std::vector<uint8_t> pixels;
+    std::string error;
+
+    bool ok() const { return error.empty(); }
+    uint8_t alpha(int x, int y) const { return pixels[(static_cast<size_t>(y) * width + x) * 4 + 3]; }
+    const uint8_t* pixel(int x, int y) const { return &pixels[(static_cast<size_t>(y) * width + x) * 4]; }
+};
+TgaPicture readTga(const std::string& bytes);
+
+// Changes the working folder for the life of the object, as the game runs in
+// its data folder; game names such as "cfg\\water.cfg" then resolve.
+class WorkingFolder {
+public:
+    explicit WorkingFolder(const std::filesystem::path& folder);
+    ~WorkingFolder();
+    WorkingFolder(const WorkingFolder&) = delete;
+    WorkingFolder& operator=(const WorkingFolder&) = delete;
+
+private:
+    std::filesystem::path previous;
+};
