@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+class GLTexture;
+
 // One registered command. The function's real form follows from type,
 // hasArgument and hasResult.
 struct GLConsoleCommand {
@@ -47,6 +49,10 @@ void disableLogging();
 bool isLogging();
 void keyPressed(int key);
 void draw();
+// The console font, a 16 by 16 grid of character cells; the default texture when
+// there is none. Other subsystems draw their debug labels with it.
+GLTexture getFontTexture();
+void setFontTexture(const GLTexture& texture);
 
 // Registry. One overload for each of the thirteen command shapes.
 void addCommand(const char* name, void (*function)());

@@ -22,6 +22,9 @@ extern std::string completionPrefix;
 extern std::map<std::string, GLConsoleCommand> commands;
 
 extern int fontSize;
+// The font in use, or null for none (then no text is drawn).
+const GLTexture* font();
+void freeFont();
 extern Colour outputBackground, outputText, inputBackground, inputBorder, inputText;
 
 extern FILE* logFile;

@@ -2,6 +2,7 @@
 
 #include "console/console_state.h"
 #include "foundation/foundation.h"
+#include "graphics/graphics.h"
 #include "platform/platform.h"
 
 namespace GLConsole {
@@ -28,6 +29,7 @@ void initialise() {
     TRACE_LOCATION("GLConsole::initialise");
     clear();
     clearCommands();
+    freeFont();
     loadConfiguration();
 }
 
@@ -42,6 +44,9 @@ void clear() {
 void loadConfiguration() {
     TRACE_LOCATION("GLConsole::loadConfiguration");
     ConfigFile config("cfg//console.cfg");
+    freeFont();
+    const std::string fontName = config.getVarAsString("fontTextureName");
+    if (!fontName.empty()) setFontTexture(GLTexture(fontName));
     fontSize = config.getVarAsInt("fontSize");
     if (fontSize < 1) fontSize = 1;
     outputBackground = readColour(config, "output_background", true);
@@ -54,6 +59,7 @@ void loadConfiguration() {
 
 void shutdown() {
     TRACE_LOCATION("GLConsole::shutdown");
+    freeFont();
     commands.clear();
     for (std::string& line : history) line.clear();
     completionPrefix.clear();

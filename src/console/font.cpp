@@ -1,0 +1,27 @@
+// The console's font texture, shared with the debug labels of other subsystems.
+#include <memory>
+
+#include "console/console_state.h"
+#include "graphics/graphics.h"
+
+namespace GLConsole {
+
+namespace {
+std::unique_ptr<GLTexture> fontTexture;
+}  // namespace
+
+namespace State {
+const GLTexture* font() { return fontTexture.get(); }
+void freeFont() { fontTexture.reset(); }
+}  // namespace State
+
+GLTexture getFontTexture() { return fontTexture ? *fontTexture : GLTexture(); }
+
+void setFontTexture(const GLTexture& texture) {
+    if (fontTexture)
+        *fontTexture = texture;
+    else
+        fontTexture = std::make_unique<GLTexture>(texture);
+}
+
+}  // namespace GLConsole

@@ -1,0 +1,172 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "console/console.h"
+#include "graphics/graphics.h"
+#include "real_window.h"
+#include "support/test_support.h"
+#include "test_images.h"
+
+namespace {
+
+const Rgb black{0, 0, 0};
+const Rgb outputBackground{128, 0, 0};  // red at alpha 0.5 over black
+const Rgb outputText{0, 255, 255};
+const Rgb inputBackground{0, 128, 0};
+const Rgb border{0, 0, 255};
+const Rgb inputText{255, 255, 0};
+const Rgb cursor{255, 255, 255};
+
+// Every cell of the font is an opaque white square but the blank's, so each
+// character shows as a block in the text colour.
+std::string blockFont() {
+    return makeRawTga(128, 128, true, [](int x, int y) {
+        const int cell = (y / 8) * 16 + x / 8;
+        return cell == ' ' ? Bgra{0, 0, 0, 0} : Bgra{255, 255, 255, 255};
+    });
+}
+
+const char* const configuration =
+    "fontTextureName = gfx\\console_font.tga\n"
+    "fontSize = 8\n"
+    "output_background_r = 1.0\noutput_background_a = 0.5\n"
+    "output_text_g = 1.0\noutput_text_b = 1.0\n"
+    "input_background_g = 0.5\n"
+    "input_border_b = 1.0\n"
+    "input_text_r = 1.0\ninput_text_g = 1.0\n";
+
+// A window of 640 by 480 with a font of 8: 80 columns, 56 rows, the output area
+// down to 448, the input area from 450 to 478.
+class ConsoleDrawing : public ::testing::Test {
+protected:
+    ScratchFolder folder;
+    RealWindow window{640, 480};
+
+    ConsoleDrawing() {
+        folder.write("gfx/console_font.tga", blockFont());
+        folder.write("cfg/console.cfg", configuration);
+        GLTextureManager::initialise();
+        GLConsole::initialise();
+    }
+    ~ConsoleDrawing() override {
+        GLConsole::shutdown();
+        GLTextureManager::shutdown();
+    }
+
+    static void draw() {
+        GLWindow::clearScreen(0.0f, 0.0f, 0.0f);
+        GLConsole::draw();
+    }
+    // The middle of a character cell of the output area.
+    static Rgb outputCell(int column, int line) { return readPixel(column * 8 + 4, line * 8 + 4); }
+    static Rgb inputCell(int column) { return readPixel(column * 8 + 4, 57 * 8 + 4 + 4); }
+};
+
+TEST_F(ConsoleDrawing, BandsStandInTheirOrder) {
+    draw();
+    EXPECT_TRUE(near(readPixel(320, 0), outputBackground));
+    EXPECT_TRUE(near(readPixel(639, 447), outputBackground));
+    EXPECT_TRUE(near(readPixel(320, 448), border));
+    EXPECT_TRUE(near(readPixel(320, 449), border));
+    EXPECT_TRUE(near(readPixel(320, 450), inputBackground));
+    EXPECT_TRUE(near(readPixel(320, 477), inputBackground));
+    EXPECT_TRUE(near(readPixel(320, 478), border));
+    EXPECT_TRUE(near(readPixel(320, 479), border));
+}
+
+TEST_F(ConsoleDrawing, TheNewestTextStandsOnTheLastLine) {
+    GLConsole::print("\nolder line\nAB C");
+    draw();
+    EXPECT_TRUE(near(outputCell(0, 55), outputText));
+    EXPECT_TRUE(near(outputCell(1, 55), outputText));
+    EXPECT_TRUE(near(outputCell(2, 55), outputBackground));  // the blank
+    EXPECT_TRUE(near(outputCell(3, 55), outputText));
+    EXPECT_TRUE(near(outputCell(4, 55), outputBackground));
+    EXPECT_TRUE(near(outputCell(9, 54), outputText));
+    EXPECT_TRUE(near(outputCell(10, 54), outputBackground));
+    EXPECT_TRUE(near(outputCell(0, 53), outputBackground));
+}
+
+TEST_F(ConsoleDrawing, LongLinesWrapAtTheColumnCount) {
+    GLConsole::print("\n" + std::string(85, 'X'));
+    draw();
+    EXPECT_TRUE(near(outputCell(79, 54), outputText));
+    EXPECT_TRUE(near(outputCell(4, 55), outputText));
+    EXPECT_TRUE(near(outputCell(5, 55), outputBackground));
+    EXPECT_TRUE(near(outputCell(0, 53), outputBackground));
+}
+
+TEST_F(ConsoleDrawing, ALineOfExactlyTheColumnCountAddsNoBlankLine) {
+    GLConsole::print("\n" + std::string(80, 'X') + "Y");
+    draw();
+    EXPECT_TRUE(near(outputCell(0, 54), outputText));
+    EXPECT_TRUE(near(outputCell(0, 55), outputText));
+    EXPECT_TRUE(near(outputCell(1, 55), outputBackground));
+}
+
+TEST_F(ConsoleDrawing, ATabThatWouldNotFitBreaksTheLine) {
+    GLConsole::print("\n" + std::string(76, 'X') + "\tZ");
+    draw();
+    EXPECT_TRUE(near(outputCell(75, 54), outputText));
+    EXPECT_TRUE(near(outputCell(76, 54), outputBackground));
+    EXPECT_TRUE(near(outputCell(0, 55), outputText));
+    GLConsole::print("\nA\tB");
+    draw();
+    EXPECT_TRUE(near(outputCell(0, 55), outputText));
+    EXPECT_TRUE(near(outputCell(1, 55), outputBackground));
+    EXPECT_TRUE(near(outputCell(8, 55), outputText));
+}
+
+TEST_F(ConsoleDrawing, TheDisplayIsUnbrokenAcrossTheStoreWrap) {
+    const std::string line = "\n" + std::string(40, 'W');
+    while (GLConsole::getOutputPosition() < GLConsole::outputBufferSize - 20) GLConsole::print(line);
+    GLConsole::print("\n" + std::string(30, 'Q'));
+    ASSERT_LT(GLConsole::getOutputPosition(), 20);
+    draw();
+    EXPECT_TRUE(near(outputCell(29, 55), outputText));
+    EXPECT_TRUE(near(outputCell(30, 55), outputBackground));
+    EXPECT_TRUE(near(outputCell(39, 54), outputText));
+    EXPECT_TRUE(near(outputCell(40, 54), outputBackground));
+    EXPECT_TRUE(near(outputCell(39, 0), outputText));
+}
+
+TEST_F(ConsoleDrawing, TheInputLineAndItsCursor) {
+    GLWindow::Headless::setKeyDown(16, true);
+    GLConsole::keyPressed('H');
+    GLConsole::keyPressed('I');
+    GLWindow::Headless::setKeyDown(16, false);
+    draw();
+    EXPECT_TRUE(near(inputCell(0), inputText));
+    EXPECT_TRUE(near(inputCell(1), inputText));
+    EXPECT_TRUE(near(inputCell(2), inputBackground));
+    // Overwrite mode: a block from 471 to 476 under column 2.
+    EXPECT_TRUE(near(readPixel(2 * 8 + 4, 471), cursor));
+    EXPECT_TRUE(near(readPixel(2 * 8 + 4, 475), cursor));
+    EXPECT_TRUE(near(readPixel(1 * 8 + 4, 473), inputBackground));
+
+    GLWindow::Headless::setKeyToggled(45, true);
+    draw();
+    GLWindow::Headless::setKeyToggled(45, false);
+    EXPECT_TRUE(near(readPixel(2 * 8 + 4, 471), cursor));
+    EXPECT_TRUE(near(readPixel(2 * 8 + 4, 473), inputBackground));
+}
+
+TEST_F(ConsoleDrawing, WithoutAFontOnlyTheBandsAndCursorShow) {
+    folder.write("cfg/console.cfg", std::string(configuration).substr(std::string(configuration).find('\n') + 1));
+    GLConsole::loadConfiguration();
+    GLConsole::print("\nXXXX");
+    draw();
+    EXPECT_TRUE(near(outputCell(0, 55), outputBackground));
+    EXPECT_TRUE(near(readPixel(4, 473), cursor));
+}
+
+TEST_F(ConsoleDrawing, TheFontIsSharedWithOtherSubsystems) {
+    const GLTexture font = GLConsole::getFontTexture();
+    EXPECT_EQ(font.name, "GFX\\CONSOLE_FONT.TGA");
+    EXPECT_EQ(font.width, 128);
+    GLConsole::setFontTexture(GLTexture("gfx\\default.tga"));
+    EXPECT_EQ(GLConsole::getFontTexture().width, 16);
+}
+
+}  // namespace
