@@ -1,38 +1,256 @@
-// Ice bodies before freezing is written: the body list exists and can be
-// emptied, but nothing freezes, so it stays empty.
+// Ice: frozen particles leave the particle list and join rigid round bodies.
+// A body moves and collides as one circle whose area is that of its members;
+// the members only follow it to fixed places inside the circle. It does not
+// rotate, it slides without friction, bodies that come close merge, and when
+// a body warms above zero all its members go back to the water at once.
+#include <algorithm>
+#include <cmath>
+
 #include "console/console.h"
 #include "foundation/foundation.h"
+#include "graphics/window/window.h"
 #include "water/water.h"
 
 namespace ParticleGroupMover {
 
 namespace {
+
+constexpr float gatherDistanceSquared = 144.0f;
+constexpr float viewMargin = 128.0f;
+constexpr float moveLimitShare = 0.75f;
+constexpr float mergeMargin = 2.0f;
+constexpr float pi = 3.1415927f;
+constexpr float particleRadius = 2.0f;
+
 std::list<ParticleGroup> groups;
+bool debugSwitch = false;
+float particleGroupInterpolation = 0.0f;
+float groupExpandSpeed = 0.0f;
+float iceGravityStrenght = 0.0f;
+
+// The radius whose disc has the area of n particles.
+float targetRadiusFor(std::size_t memberCount) {
+    return std::sqrt(static_cast<float>(memberCount) * particleRadius * particleRadius * pi / pi);
+}
+
+// A random place on the disc, crowding towards the centre as new water does.
+void placeInBody(Particle& particle) {
+    const float x = static_cast<float>(randomUnit() - 0.5);
+    const float y = static_cast<float>(randomUnit() - 0.5);
+    particle.groupDirection = Vector2D(x, y);
+    normalise(particle.groupDirection);
+    particle.groupDistance = static_cast<float>(randomUnit());
+}
+
+// Moves every particle within reach of the seed to the front of the members.
+void gatherFrom(std::list<Particle>& source, const Particle& seed, std::list<Particle>& members,
+                std::vector<Particle*>& found, bool inGrid) {
+    for (auto it = source.begin(); it != source.end();) {
+        auto next = std::next(it);
+        if (lengthSquared(it->position - seed.position) <= gatherDistanceSquared) {
+            if (inGrid) ParticleMover::removeGridParticle(*it);
+            members.splice(members.begin(), source, it);
+            placeInBody(*it);
+            found.push_back(&*it);
+        }
+        it = next;
+    }
+}
+
+void startBody(std::list<Particle>& freeIce, std::list<Particle>& particles) {
+    groups.emplace_front();
+    ParticleGroup& group = groups.front();
+    group.particles.splice(group.particles.begin(), freeIce, freeIce.begin());
+    Particle& seed = group.particles.front();
+    group.radius = group.targetRadius = particleRadius;
+    group.position = seed.position;
+    group.velocity = seed.velocity;
+    group.previousVelocity = seed.previousVelocity;
+    group.impulse = seed.impulse;
+    group.temperature = seed.temperature;
+    group.dying = 0;
+    seed.speed = 0.0f;
+    placeInBody(seed);
+    particleGroupRecursive(seed, group.particles, freeIce, particles);
+    group.targetRadius = targetRadiusFor(group.particles.size());
+}
+
+// Members follow the body's move and slide towards their rest places.
+void carryMembers(ParticleGroup& group, const Vector2D& moved, float follow) {
+    for (Particle& member : group.particles) {
+        member.position += moved;
+        const Vector2D rest = group.position + member.groupDirection * (member.groupDistance * group.radius);
+        member.position = member.position * follow + rest * (1.0f - follow);
+        member.temperature = follow * member.temperature + (1.0f - follow) * group.temperature;
+        member.dying = group.dying;
+        member.killTimer = group.killTimer;
+        member.impulse = group.impulse;
+    }
+}
+
+// All members go back to the water at once, with the body's velocity.
+void melt(ParticleGroup& group, std::list<Particle>& particles) {
+    while (!group.particles.empty()) {
+        Particle& member = group.particles.front();
+        member.velocity = member.previousVelocity = group.velocity;
+        member.impulse = Vector2D();
+        member.temperature = group.temperature;
+        member.speed = length(member.velocity);
+        member.inGrid = 0;
+        member.cellX = member.cellY = 0;
+        member.gridNext = member.gridPrevious = nullptr;
+        for (Vector2D& previous : member.previousPosition) previous = member.position;
+        particles.splice(particles.begin(), group.particles, group.particles.begin());
+    }
+}
+
+// True while the body lives on after this step's checks.
+bool survivesChecks(ParticleGroup& group, const ParticleManager::ViewRectangle& view, float dt) {
+    if (ParticleManager::distanceOutside(view, group.position) > group.radius + viewMargin) return false;
+    if (!group.dying) return true;
+    group.killTimer -= dt;
+    return group.killTimer > 0.0f;
+}
+
+void moveInto(ParticleGroup& from, ParticleGroup& to) {
+    to.particles.splice(to.particles.end(), from.particles);
+    to.targetRadius = targetRadiusFor(to.particles.size());
+}
+
+int conCmdParticleGroupCount() {
+    TRACE_LOCATION("ParticleGroupMover::conCmdParticleGroupCount");
+    return static_cast<int>(groups.size());
+}
+
+bool conCmdParticleGroupDraw(bool value, bool set) {
+    TRACE_LOCATION("ParticleGroupMover::conCmdParticleGroupDraw");
+    if (set) debugSwitch = value;
+    return debugSwitch;
+}
+
 }  // namespace
 
 void initialise() {
     TRACE_LOCATION("ParticleGroupMover::initialise");
     shutdown();
     GLConsole::print("\nInitialising grouped particle mover..");
+    debugSwitch = false;
+    GLConsole::addCommand("ParticleGroupCount", conCmdParticleGroupCount);
+    GLConsole::addCommand("ParticleGroupDraw", conCmdParticleGroupDraw);
+    ConfigFile config("cfg\\water.cfg");
+    particleGroupInterpolation = std::clamp(config.getVarAsFloat("particleGroupInterpolation"), 0.0f, 1.0f);
+    groupExpandSpeed = std::clamp(config.getVarAsFloat("groupExpandSpeed"), 0.0f, 1.0f);
+    iceGravityStrenght = config.getVarAsFloat("iceGravityStrenght");
 }
 
 void shutdown() {
     TRACE_LOCATION("ParticleGroupMover::shutdown");
     GLConsole::print("\nShutting down grouped particle mover..");
     groups.clear();
+    debugSwitch = false;
+    GLConsole::removeCommand("ParticleGroupCount");
+    GLConsole::removeCommand("ParticleGroupDraw");
 }
 
-void doParticleGrouping(std::list<Particle>&) { TRACE_LOCATION("ParticleGroupMover::doParticleGrouping"); }
+void doParticleGrouping(std::list<Particle>& particles) {
+    TRACE_LOCATION("ParticleGroupMover::doParticleGrouping");
+    std::list<Particle> freeIce;
+    for (auto it = particles.begin(); it != particles.end();) {
+        auto next = std::next(it);
+        if (it->temperature <= ParticleManager::freezingTemperature) {
+            ParticleMover::removeGridParticle(*it);
+            freeIce.splice(freeIce.end(), particles, it);
+        }
+        it = next;
+    }
+    while (!freeIce.empty()) startBody(freeIce, particles);
+}
 
-void particleGroupRecursive(Particle&, std::list<Particle>&, std::list<Particle>&, std::list<Particle>&) {
+// Freezing spreads through every particle linked by gaps of up to 12 units,
+// water and steam alike: they take on the body's temperature as it moves.
+void particleGroupRecursive(Particle& seed, std::list<Particle>& members, std::list<Particle>& freeIce,
+                            std::list<Particle>& particles) {
     TRACE_LOCATION("ParticleGroupMover::particleGroupRecursive");
+    std::vector<Particle*> found;
+    gatherFrom(freeIce, seed, members, found, false);
+    gatherFrom(particles, seed, members, found, true);
+    for (Particle* particle : found) particleGroupRecursive(*particle, members, freeIce, particles);
 }
 
-void runSimulation(float, std::list<Particle>&) { TRACE_LOCATION("ParticleGroupMover::runSimulation"); }
+void runSimulation(float dt, std::list<Particle>& particles) {
+    TRACE_LOCATION("ParticleGroupMover::runSimulation");
+    const Vector2D gravityVelocity = ParticleManager::gravityStep(dt);
+    const float heatShare = 1.0f - std::pow(1.0f - ParticleManager::getHeatTransferRate(), dt);
+    const float follow = std::pow(particleGroupInterpolation, dt);
+    const float expand = std::pow(groupExpandSpeed, dt);
+    const ParticleManager::ViewRectangle view = ParticleManager::viewRectangle();
+    for (auto it = groups.begin(); it != groups.end();) {
+        ParticleGroup& group = *it;
+        group.previousVelocity = group.velocity;
+        group.touching = 0;
+        if (!survivesChecks(group, view, dt)) {
+            it = groups.erase(it);
+            continue;
+        }
+        group.velocity += gravityVelocity * iceGravityStrenght;
+        group.temperature = (1.0f - heatShare) * group.temperature + heatShare * ParticleManager::getRoomTemperature();
+        group.radius = expand * group.radius + (1.0f - expand) * group.targetRadius;
+        const Vector2D before = group.position;
+        moveGroup(group, dt);
+        carryMembers(group, group.position - before, follow);
+        group.impulse = Vector2D();
+        if (group.temperature <= ParticleManager::freezingTemperature && !group.particles.empty()) {
+            ++it;
+            continue;
+        }
+        melt(group, particles);
+        it = groups.erase(it);
+    }
+    doGroupMerging();
+}
 
-void moveGroup(ParticleGroup&, float) { TRACE_LOCATION("ParticleGroupMover::moveGroup"); }
+// As a particle's move, without repulsion and friction: ice slides, and there
+// is no cap on the distance, only steps of three quarters of the radius.
+void moveGroup(ParticleGroup& group, float dt) {
+    TRACE_LOCATION("ParticleGroupMover::moveGroup");
+    const Vector2D velocity = group.velocity + group.impulse;
+    if (velocity.x == 0.0f && velocity.y == 0.0f) return;
+    const Vector2D move = velocity * dt;
+    const float moveLength = length(move);
+    const float limit = group.radius * moveLimitShare;
+    bool contact = false;
+    if (moveLength > limit) {
+        const Vector2D direction = move / moveLength;
+        float remaining = moveLength;
+        while (remaining > 0.0f) {
+            const float step = remaining > limit ? limit : remaining;
+            group.position += direction * step;
+            contact = CircleCollision::collisionTest(&group.position, group.radius) || contact;
+            remaining = remaining > limit ? remaining - limit : 0.0f;
+        }
+    } else {
+        group.position += move;
+        contact = CircleCollision::collisionTest(&group.position, group.radius);
+    }
+    if (contact) group.touching = 1;
+    const Vector2D normal = CircleCollision::getCollisionNormal();
+    group.velocity -= normal * dot(group.velocity, normal);
+}
 
-void doGroupMerging() { TRACE_LOCATION("ParticleGroupMover::doGroupMerging"); }
+// Measured by the target radii. The smaller body (the earlier on a tie) gives
+// its members to the other and stays, empty, until the next step erases it.
+void doGroupMerging() {
+    TRACE_LOCATION("ParticleGroupMover::doGroupMerging");
+    for (auto a = groups.begin(); a != groups.end(); ++a) {
+        for (auto b = std::next(a); b != groups.end(); ++b) {
+            if (distance(a->position, b->position) >= a->targetRadius + b->targetRadius + mergeMargin) continue;
+            if (a->targetRadius <= b->targetRadius)
+                moveInto(*a, *b);
+            else
+                moveInto(*b, *a);
+        }
+    }
+}
 
 void killGroup(ParticleGroup& group) {
     TRACE_LOCATION("ParticleGroupMover::killGroup");
@@ -41,7 +259,14 @@ void killGroup(ParticleGroup& group) {
     group.killTimer = ParticleManager::getParticleKillTime();
 }
 
-void debugDraw() { TRACE_LOCATION("ParticleGroupMover::debugDraw"); }
+void debugDraw() {
+    TRACE_LOCATION("ParticleGroupMover::debugDraw");
+    if (!debugSwitch || !GLWindow::contextAvailable()) return;
+    GLWindow::glPushState();
+    for (const ParticleGroup& group : groups)
+        GLWindow::glCircle(group.position.x, group.position.y, group.radius, 64);
+    GLWindow::glPopState();
+}
 
 std::list<ParticleGroup>& getGroups() {
     TRACE_LOCATION("ParticleGroupMover::getGroups");

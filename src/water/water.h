@@ -10,6 +10,8 @@
 
 #include "foundation/foundation.h"
 
+struct BspNode;
+
 // One water particle, a circle of radius 2. Its phase is its temperature alone:
 // 100 or more is steam, 0 or less has frozen into a ParticleGroup.
 struct Particle {
@@ -155,5 +157,8 @@ bool collisionTestStatic(Vector2D* centre, float radius);
 Vector2D getCollisionNormal();
 float getCollisionFriction();
 uint32_t getContactCount();
+// The edges of moving polygons near the view, by value, rebuilt each step by
+// the movers; only edges of collideable polygons stand in it.
+std::vector<BspNode>& getCollideableNodes();
 
 }  // namespace CircleCollision

@@ -1,0 +1,109 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "level/level.h"
+#include "level_fixtures.h"
+#include "water/water.h"
+
+namespace {
+
+class CircleCollisionTest : public ::testing::Test {
+protected:
+    void SetUp() override { load(squareText); }
+    void TearDown() override {
+        CircleCollision::getCollideableNodes().clear();
+        Level::clear();
+    }
+    void load(const std::string& text) {
+        folder.write("maps/t.rill", bytesFromText(text));
+        ASSERT_TRUE(Level::load("maps\\t.rill"));
+    }
+
+    ScratchFolder folder;
+    ConsoleCapture console;
+};
+
+}  // namespace
+
+TEST_F(CircleCollisionTest, FootOnTheEdgeGivesAPointAndALineContact) {
+    Vector2D centre(50, -1.5f);
+    EXPECT_TRUE(CircleCollision::collisionTest(&centre, 2.0f));
+    EXPECT_EQ(centre, Vector2D(50, -2));
+    // Point and line contact in the first pass; the line contact at exactly -r
+    // goes on counting, without a push, in the two passes after it.
+    EXPECT_EQ(CircleCollision::getContactCount(), 4u);
+    EXPECT_EQ(CircleCollision::getCollisionNormal(), Vector2D(0, 1));
+    EXPECT_EQ(CircleCollision::getCollisionFriction(), 1.0f);
+}
+
+TEST_F(CircleCollisionTest, BeyondAnEndOnlyThePointPushesRadially) {
+    Vector2D centre(101, -1);
+    EXPECT_TRUE(CircleCollision::collisionTest(&centre, 2.0f));
+    EXPECT_NEAR(distance(centre, Vector2D(100, 0)), 2.0f, 1e-5);
+    EXPECT_NEAR(centre.x - 100, -centre.y, 1e-5);  // straight out of the corner
+    EXPECT_EQ(CircleCollision::getContactCount(), 1u);
+    EXPECT_NEAR(CircleCollision::getCollisionNormal().x, -std::sqrt(0.5f), 1e-5);
+}
+
+TEST_F(CircleCollisionTest, FromInsideTheSolidItIsCarriedToTheFreeSide) {
+    Vector2D centre(50, 1);
+    EXPECT_TRUE(CircleCollision::collisionTest(&centre, 2.0f));
+    EXPECT_NEAR(centre.y, -2.0f, 1e-5);
+    EXPECT_NEAR(centre.x, 50.0f, 1e-5);
+}
+
+TEST_F(CircleCollisionTest, NoContactLeavesZeroNormalAndFullFriction) {
+    Vector2D centre(-50, -50);
+    EXPECT_FALSE(CircleCollision::collisionTest(&centre, 2.0f));
+    EXPECT_EQ(centre, Vector2D(-50, -50));
+    EXPECT_EQ(CircleCollision::getCollisionNormal(), Vector2D());
+    EXPECT_EQ(CircleCollision::getCollisionFriction(), 1.0f);
+    EXPECT_EQ(CircleCollision::getContactCount(), 0u);
+}
+
+TEST_F(CircleCollisionTest, FrictionIsTheMeanOfTheContacts) {
+    folder.write("cfg/surfaces.cfg", "surfaceFriction_wood = 0.5\nsurfaceFriction_stone = 1\n");
+    SurfaceTypeManager::initialise();
+    load(std::string(squareText) + "polygon surface stone\n100 0\n200 0\n200 100\n100 100\nend\n");
+    Vector2D centre(50, -1.5f);  // against the wooden square only
+    CircleCollision::collisionTest(&centre, 2.0f);
+    EXPECT_FLOAT_EQ(CircleCollision::getCollisionFriction(), 0.5f);
+    folder.write("cfg/surfaces.cfg", "surfaceFriction_metal = 1\nsurfaceFriction_wood = 1\n"
+                                     "surfaceFriction_stone = 1\nsurfaceFriction_cloth = 1\nsurfaceFriction_sand = 1\n");
+    SurfaceTypeManager::initialise();
+}
+
+TEST_F(CircleCollisionTest, EdgesOfANonCollideablePolygonGiveNoContact) {
+    load(std::string(squareText) + "polygon id 2\n0 -50\n100 -50\n100 -10\n0 -10\nend\n");
+    Level::setPolygonCollideable(&Level::getPolygons().front(), false);
+    Vector2D centre(50, -1.5f);
+    EXPECT_FALSE(CircleCollision::collisionTest(&centre, 2.0f));
+    Vector2D below(50, -8.5f);  // still found through the tree
+    EXPECT_TRUE(CircleCollision::collisionTest(&below, 2.0f));
+    EXPECT_NEAR(below.y, -8.0f, 1e-5);
+}
+
+TEST_F(CircleCollisionTest, MovingEdgesCountOnlyInTheFullTest) {
+    BspNode wall;
+    wall.start = Vector2D(300, 0);
+    wall.end = Vector2D(400, 0);
+    wall.direction = Vector2D(1, 0);
+    wall.normal = Vector2D(0, 1);
+    wall.length = 100;
+    wall.friction = 0.25f;
+    wall.collideable = false;  // not read for moving edges
+    CircleCollision::getCollideableNodes().push_back(wall);
+    Vector2D centre(350, -1);
+    EXPECT_FALSE(CircleCollision::collisionTestStatic(&centre, 2.0f));
+    EXPECT_TRUE(CircleCollision::collisionTest(&centre, 2.0f));
+    EXPECT_NEAR(centre.y, -2.0f, 1e-5);
+    EXPECT_FLOAT_EQ(CircleCollision::getCollisionFriction(), 0.25f);
+}
+
+TEST_F(CircleCollisionTest, NoLevelNoContact) {
+    Level::clear();
+    Vector2D centre(50, -1);
+    EXPECT_FALSE(CircleCollision::collisionTest(&centre, 2.0f));
+    EXPECT_EQ(centre, Vector2D(50, -1));
+}
