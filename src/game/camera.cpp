@@ -101,6 +101,12 @@ Vector2D getViewCentre() {
     return camera.position + camera.shakeOffset;
 }
 
+void setTilt(float degrees) {
+    TRACE_LOCATION("Camera::setTilt");
+    camera.tilt = degrees;
+    camera.turnSpeed = 0.0f;
+}
+
 float getTilt() {
     TRACE_LOCATION("Camera::getTilt");
     return camera.tilt;

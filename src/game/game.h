@@ -40,6 +40,8 @@ Vector2D getShakeOffset();
 // Where the view is centred: position plus shake offset.
 Vector2D getViewCentre();
 float getTilt();
+// Turns the view to a tilt in degrees at once (tools and tests; players turn it by input).
+void setTilt(float degrees);
 float getTurnSpeed();
 float getZoom();
 float getZoomTimer();
@@ -94,6 +96,8 @@ public:
     static bool isFreeCamera();
     static bool isConsoleVisible();
     static const std::string& getCurrentMapName();
+    static Vector2D getFreeCameraPosition();
+    static float getFreeCameraZoom();
     static float getFrameTime();
     static float getStepTime();
     // Game steps taken and simulation steps run since the program started.

@@ -156,5 +156,6 @@ void Game::shutdown() {
     removeCommands();
     GameLinks::clearLevel();
     ParticleManager::shutdown();
-    game.running = false;
+    // A game shut down is as one never started: the next run measures its frames afresh.
+    game = GameState::State();
 }

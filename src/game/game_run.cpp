@@ -80,6 +80,16 @@ const std::string& Game::getCurrentMapName() {
     return game.currentMapName;
 }
 
+Vector2D Game::getFreeCameraPosition() {
+    TRACE_LOCATION("Game::getFreeCameraPosition");
+    return game.freeCameraPosition;
+}
+
+float Game::getFreeCameraZoom() {
+    TRACE_LOCATION("Game::getFreeCameraZoom");
+    return game.freeCameraZoom;
+}
+
 float Game::getFrameTime() {
     TRACE_LOCATION("Game::getFrameTime");
     return game.frameTime;

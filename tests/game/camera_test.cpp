@@ -1,0 +1,275 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+
+#include "game/game.h"
+#include "graphics/window/window.h"
+#include "support/test_support.h"
+#include "water/water.h"
+
+namespace {
+
+constexpr int leftArrow = 37;
+constexpr int rightArrow = 39;
+
+class CameraTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        setRandomSeed(99);
+        ParticleManager::initialise();
+    }
+    void TearDown() override {
+        GLWindow::Headless::setKeyDown(leftArrow, false);
+        GLWindow::Headless::setKeyDown(rightArrow, false);
+        ParticleManager::shutdown();
+    }
+
+    void useSettings(const std::string& settings, int state = Camera::following) {
+        folder.write("cfg/camera.cfg", settings);
+        Camera::initialise();
+        Camera::setPosition(Vector2D());
+        Camera::setState(state);
+    }
+
+    ScratchFolder folder;
+    ConsoleCapture console;
+};
+
+TEST_F(CameraTest, StartsFarLeftAtRestAndReadsSafeSettings) {
+    useSettings("maxAngle = -400\nkeyboardTurnSpeed = -30\nrotationSmooth = 5\n");
+    Camera::initialise();
+    EXPECT_EQ(Camera::getPosition(), Vector2D(-1000, 0));
+    EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
+    EXPECT_TRUE(Camera::movingTowardsWaypoint());
+    EXPECT_EQ(Camera::getZoom(), 1.0f);
+    EXPECT_EQ(Camera::getTilt(), 0.0f);
+    // A negative turn speed turns the same way; the smoothing is clamped to 1, so no speed is ever gained.
+    GLWindow::Headless::setKeyDown(leftArrow, true);
+    Camera::doTurning(1.0f);
+    EXPECT_EQ(Camera::getTilt(), 0.0f);
+    useSettings("maxAngle = -400\nkeyboardTurnSpeed = -30\n");
+    Camera::doTurning(1.0f);
+    EXPECT_EQ(Camera::getTilt(), 30.0f);
+    for (int i = 0; i < 10; ++i) Camera::doTurning(1.0f);
+    EXPECT_EQ(Camera::getTilt(), 180.0f);
+}
+
+TEST_F(CameraTest, SetStateIgnoresUnknownStates) {
+    useSettings("");
+    Camera::setState(Camera::zoomingIn);
+    Camera::setState(7);
+    Camera::setState(-1);
+    EXPECT_EQ(Camera::getState(), Camera::zoomingIn);
+}
+
+// Following the water.
+
+TEST_F(CameraTest, SitsOnTheWaterAtOnceWithoutSmoothing) {
+    useSettings("");
+    ParticleManager::createParticles(100, 50, 0, 4);
+    Camera::doMovement(0.02f);
+    EXPECT_EQ(Camera::getPosition(), Vector2D(100, 50));
+}
+
+TEST_F(CameraTest, NearWaterOutweighsADistantDrop) {
+    useSettings("");
+    ParticleManager::createParticles(5000, 0, 0, 1);
+    ParticleManager::createParticles(10, 0, 5, 100);
+    Camera::doMovement(0.02f);
+    EXPECT_LT(distance(Camera::getPosition(), Vector2D(10, 0)), 10.0f);
+}
+
+TEST_F(CameraTest, IceCountsByItsMembers) {
+    useSettings("");
+    ParticleManager::createParticles(-200, 0, 0, 1);
+    ParticleGroup& ice = ParticleGroupMover::getGroups().emplace_back();
+    ice.position = Vector2D(200, 0);
+    ice.particles.resize(3);
+    Camera::doMovement(0.02f);
+    // Both are 200 away, so the body weighs three times the drop.
+    EXPECT_NEAR(Camera::getPosition().x, 100.0f, 1e-3f);
+}
+
+TEST_F(CameraTest, WithoutWaterItDriftsToTheOrigin) {
+    useSettings("movementInterpolateSpeed = 0.5");
+    Camera::setPosition(Vector2D(100, 0));
+    Camera::doMovement(1.0f);
+    EXPECT_FLOAT_EQ(Camera::getPosition().x, 50.0f);
+}
+
+TEST_F(CameraTest, FollowingIsSmoothedAlikeAtAnyFrameRate) {
+    for (const int steps : {10, 50}) {
+        useSettings("movementInterpolateSpeed = 0.25");
+        ParticleManager::getParticles().clear();
+        ParticleManager::createParticles(80, 0, 0, 1);
+        for (int i = 0; i < steps; ++i) Camera::doMovement(1.0f / steps);
+        EXPECT_NEAR(Camera::getPosition().x, 60.0f, 1e-3f) << steps;
+    }
+}
+
+TEST_F(CameraTest, TheGlideToTheWaterEndsWithinItsDistance) {
+    useSettings("waypointInterpolateSpeed = 0.01\nwaypointInterpolateDistance = 5\n", Camera::movingToWaypoint);
+    ParticleManager::createParticles(100, 0, 0, 1);
+    Camera::doMovement(0.5f);
+    EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
+    EXPECT_NEAR(Camera::getPosition().x, 90.0f, 1e-3f);
+    Camera::doMovement(0.5f);
+    EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
+    Camera::doMovement(0.5f);
+    EXPECT_EQ(Camera::getState(), Camera::following);
+}
+
+TEST_F(CameraTest, TheGlideEndsAtOnceWhenTheWaterIsNear) {
+    useSettings("waypointInterpolateSpeed = 5\nwaypointInterpolateDistance = -20\n", Camera::movingToWaypoint);
+    ParticleManager::createParticles(15, 0, 0, 1);
+    Camera::doMovement(0.02f);
+    EXPECT_EQ(Camera::getState(), Camera::following);
+    // The speed is clamped to 0.99: the camera has gone only a little way.
+    EXPECT_LT(Camera::getPosition().x, 1.0f);
+}
+
+// Turning.
+
+TEST_F(CameraTest, ArrowKeysTurnLeftPositiveAndTogetherCancel) {
+    useSettings("maxAngle = 90\nkeyboardTurnSpeed = 20\nrotationSmooth = 0.5\n");
+    GLWindow::Headless::setKeyDown(leftArrow, true);
+    Camera::doTurning(1.0f);
+    EXPECT_FLOAT_EQ(Camera::getTurnSpeed(), 10.0f);
+    EXPECT_FLOAT_EQ(Camera::getTilt(), 10.0f);
+    GLWindow::Headless::setKeyDown(rightArrow, true);
+    Camera::doTurning(1.0f);
+    EXPECT_FLOAT_EQ(Camera::getTurnSpeed(), 5.0f);
+    GLWindow::Headless::setKeyDown(leftArrow, false);
+    Camera::doTurning(1.0f);
+    EXPECT_FLOAT_EQ(Camera::getTurnSpeed(), -7.5f);
+    EXPECT_FLOAT_EQ(Camera::getTilt(), 7.5f);
+}
+
+TEST_F(CameraTest, TiltStopsAtTheLimitWithoutWrapping) {
+    useSettings("maxAngle = 180\nkeyboardTurnSpeed = 100\n");
+    GLWindow::Headless::setKeyDown(rightArrow, true);
+    Camera::doTurning(1.0f);
+    Camera::doTurning(1.0f);
+    EXPECT_EQ(Camera::getTilt(), -180.0f);
+    EXPECT_EQ(Camera::getTurnSpeed(), 0.0f);
+    Camera::doTurning(1.0f);
+    EXPECT_EQ(Camera::getTilt(), -180.0f);
+}
+
+TEST_F(CameraTest, TurningIsLeftOutWhenNotAllowed) {
+    useSettings("maxAngle = 90\nkeyboardTurnSpeed = 30\n");
+    GLWindow::Headless::setKeyDown(leftArrow, true);
+    Camera::doMovements(false, 1.0f);
+    EXPECT_EQ(Camera::getTilt(), 0.0f);
+    Camera::doMovements(true, 1.0f);
+    EXPECT_EQ(Camera::getTilt(), 30.0f);
+}
+
+TEST_F(CameraTest, TheMouseTurnsByItsMoveSinceTheLastStep) {
+    useSettings("maxAngle = 90\nmouseTurnSpeed = 0.5\n");
+    GLWindow::createWindow("camera", 800, 600);
+    GLWindow::Headless::setMouse(GLWindow::getClientCenterX() + 10, 300);
+    Camera::doTurning(1.0f);
+    EXPECT_FLOAT_EQ(Camera::getTilt(), -5.0f);
+    EXPECT_EQ(GLWindow::getMouseX(), 400);
+    EXPECT_EQ(GLWindow::getMouseY(), 300);
+    // Outside the client area the mouse does not turn the camera and is left alone.
+    GLWindow::Headless::setMouse(-5, 300);
+    Camera::doTurning(1.0f);
+    EXPECT_FLOAT_EQ(Camera::getTilt(), -5.0f);
+    EXPECT_EQ(GLWindow::getMouseX(), -5);
+    GLWindow::close();
+}
+
+// Zooming.
+
+TEST_F(CameraTest, ZoomGoesOutHoldsAndComesBack) {
+    useSettings("zoomSpeed = 1\nzoomWait = 2\n");
+    Camera::zoomOut();
+    EXPECT_EQ(Camera::getState(), Camera::zoomingOut);
+    Camera::doZooming(1.0f);
+    EXPECT_EQ(Camera::getZoom(), 2.0f);
+    Camera::doZooming(1.0f);
+    EXPECT_EQ(Camera::getZoom(), 2.5f);
+    EXPECT_EQ(Camera::getState(), Camera::holdingZoom);
+    EXPECT_EQ(Camera::getZoomTimer(), 2.0f);
+    Camera::doZooming(1.5f);
+    Camera::zoomOut();  // holds it out for another full wait
+    EXPECT_EQ(Camera::getZoomTimer(), 2.0f);
+    Camera::doZooming(2.0f);
+    EXPECT_EQ(Camera::getState(), Camera::zoomingIn);
+    EXPECT_EQ(Camera::getZoomTimer(), 0.0f);
+    Camera::doZooming(1.0f);
+    EXPECT_EQ(Camera::getZoom(), 1.5f);
+    Camera::zoomOut();  // turns back at the zoom reached
+    EXPECT_EQ(Camera::getState(), Camera::zoomingOut);
+    Camera::doZooming(0.5f);
+    EXPECT_EQ(Camera::getZoom(), 2.0f);
+}
+
+TEST_F(CameraTest, ZoomComesBackToExactlyOne) {
+    useSettings("zoomSpeed = 10\nzoomWait = 0\n");
+    Camera::zoomOut();
+    Camera::doZooming(1.0f);
+    Camera::doZooming(0.1f);
+    Camera::doZooming(1.0f);
+    EXPECT_EQ(Camera::getZoom(), 1.0f);
+    EXPECT_EQ(Camera::getState(), Camera::following);
+}
+
+TEST_F(CameraTest, ZoomOutIsIgnoredWhileGlidingOrAlreadyZoomingOut) {
+    useSettings("zoomSpeed = 1\nzoomWait = 2\n", Camera::movingToWaypoint);
+    Camera::zoomOut();
+    EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
+    Camera::doZooming(1.0f);
+    EXPECT_EQ(Camera::getZoom(), 1.0f);
+    Camera::setState(Camera::zoomingOut);
+    Camera::zoomOut();
+    EXPECT_EQ(Camera::getState(), Camera::zoomingOut);
+    EXPECT_EQ(Camera::getZoomTimer(), 0.0f);
+}
+
+// Shaking.
+
+TEST_F(CameraTest, AShakeRunsBetweenTargetsForItsTime) {
+    useSettings("shakeTime = 1\nshakeStrenght = 8\nshakeSpeed = 40\n");
+    Camera::shake();
+    ASSERT_TRUE(Camera::isShaking());
+    const Vector2D target = Camera::getShakeTarget();
+    EXPECT_NEAR(length(target), 8.0f, 1e-4f);
+    Camera::doShaking(0.1f);
+    EXPECT_NEAR(length(Camera::getShakeOffset()), 4.0f, 1e-4f);
+    EXPECT_NEAR(dot(Camera::getShakeOffset(), target), 32.0f, 1e-3f);
+    EXPECT_EQ(Camera::getViewCentre(), Camera::getPosition() + Camera::getShakeOffset());
+    Camera::doShaking(0.1f);
+    EXPECT_EQ(Camera::getShakeOffset(), target);
+    EXPECT_NE(Camera::getShakeTarget(), target);
+}
+
+TEST_F(CameraTest, ASecondShakeOnlyProlongsIt) {
+    useSettings("shakeTime = 1\nshakeStrenght = 8\nshakeSpeed = 1\n");
+    Camera::shake();
+    const Vector2D target = Camera::getShakeTarget();
+    Camera::doShaking(0.6f);
+    Camera::shake();
+    EXPECT_EQ(Camera::getShakeTimer(), 1.0f);
+    EXPECT_EQ(Camera::getShakeTarget(), target);
+    Camera::doShaking(0.6f);
+    EXPECT_TRUE(Camera::isShaking());
+}
+
+TEST_F(CameraTest, AfterAShakeTheOffsetRunsBackWithoutOvershooting) {
+    useSettings("shakeTime = 0.05\nshakeStrenght = 10\nshakeSpeed = 100\n");
+    Camera::shake();
+    Camera::doShaking(0.1f);  // ends the shake, and this step still moves all the way to the target
+    EXPECT_FALSE(Camera::isShaking());
+    EXPECT_EQ(Camera::getShakeTimer(), 0.0f);
+    EXPECT_NEAR(length(Camera::getShakeOffset()), 10.0f, 1e-4f);
+    Camera::doShaking(0.03f);
+    EXPECT_NEAR(length(Camera::getShakeOffset()), 7.0f, 1e-4f);
+    Camera::doShaking(0.08f);
+    EXPECT_EQ(Camera::getShakeOffset(), Vector2D());
+}
+
+}  // namespace

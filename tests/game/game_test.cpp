@@ -1,0 +1,299 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "console/console.h"
+#include "game/game.h"
+#include "graphics/window/window.h"
+#include "support/test_support.h"
+#include "water/water.h"
+
+namespace {
+
+constexpr int consoleKey = 223;
+
+class GameTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        folder.write("cfg/water.cfg", "gravity = 100\nroomTemperature = 20\n");
+        folder.write("cfg/camera.cfg", "");
+        folder.write("cfg/game.cfg", "background_r = 0.5\nmusic = river.ogg\n");
+        GLWindow::Headless::setClientSize(800, 600);
+        setRandomSeed(7);
+        Game::initialise("maps\\test.rill");
+    }
+    void TearDown() override {
+        if (Game::isPaused()) GLConsole::enterLine("Pause false");
+        if (Game::isConsoleVisible()) Game().keyboardPressed(consoleKey);
+        Game::shutdown();
+    }
+
+    // Lets the camera arrive at the water so that the simulation runs.
+    static void startPlay() {
+        Game::startPlaying();
+        Camera::setState(Camera::following);
+    }
+
+    // One particle alone at the camera, whose velocity shows the length of each step.
+    static Particle& loneParticle() {
+        ParticleManager::getParticles().clear();
+        ParticleMover::clearParticleGrid();
+        const Vector2D at = Camera::getPosition();
+        ParticleManager::createParticles(at.x, at.y, 0.0f, 1);
+        return ParticleManager::getParticles().front();
+    }
+
+    // Frames of the given length in milliseconds, through the real loop.
+    void frames(int count, unsigned milliseconds) {
+        for (int i = 0; i < count; ++i) {
+            clock.advanceMilliseconds(milliseconds);
+            Game::gameLoop();
+        }
+    }
+
+    ScratchFolder folder;
+    ManualClock clock;
+    ConsoleCapture console;
+};
+
+TEST_F(GameTest, ALevelStartsWith128ParticlesAndTheCameraGlidingToThem) {
+    EXPECT_TRUE(Game::isRunning());
+    EXPECT_EQ(Game::getCurrentMapName(), "maps\\test.rill");
+    ASSERT_EQ(ParticleManager::getParticles().size(), 128u);
+    for (const Particle& particle : ParticleManager::getParticles())
+        EXPECT_LE(length(particle.position), 10.0001f);
+    EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
+    EXPECT_EQ(Game::getStepTime(), Game::stepThreshold);
+    EXPECT_NE(console.text().find("Game initialisation"), std::string::npos);
+    for (const char* name : {"SHOWGAMESPEEDS", "SHOWDRAWSPEEDS", "SHOWSIMSPEEDS", "FREECAMERA", "ZOOMCAMERA",
+                             "SHAKECAMERA", "RESTART", "PAUSE"})
+        EXPECT_EQ(GLConsole::getCommands().count(name), 1u) << name;
+}
+
+TEST_F(GameTest, ShutdownTakesItsCommandsAway) {
+    Game::shutdown();
+    EXPECT_FALSE(Game::isRunning());
+    EXPECT_NE(console.text().find("Game shutdown"), std::string::npos);
+    for (const char* name : {"SHOWGAMESPEEDS", "PAUSE", "RESTART", "GRAVITY"})
+        EXPECT_EQ(GLConsole::getCommands().count(name), 0u) << name;
+}
+
+TEST_F(GameTest, RunNeedsAWindow) {
+    Game::shutdown();
+    Game::run("maps\\test.rill");
+    EXPECT_FALSE(Game::isRunning());
+}
+
+TEST_F(GameTest, TheViewShowsAtLeast800By600) {
+    struct Case {
+        int width, height;
+        float x, y;
+    };
+    for (const Case& c : {Case{800, 600, 800, 600}, Case{1920, 1080, 1066.6666f, 600}, Case{600, 800, 800, 1066.6666f},
+                          Case{500, 500, 800, 800}}) {
+        GLWindow::Headless::setClientSize(c.width, c.height);
+        EXPECT_FLOAT_EQ(Game::getViewAreaX(), c.x) << c.width << "x" << c.height;
+        EXPECT_FLOAT_EQ(Game::getViewAreaY(), c.y) << c.width << "x" << c.height;
+    }
+    GLWindow::Headless::setClientSize(800, 600);
+}
+
+// Step timing.
+
+TEST_F(GameTest, TheFirstStepComesAtOnceAndTheNextWhenTheMeanFrameTimeHasGathered) {
+    startPlay();
+    const Particle& particle = loneParticle();
+    const uint64_t before = Game::getGameStepCount();
+    frames(1, 10);
+    EXPECT_EQ(Game::getGameStepCount(), before + 1);
+    // The first step has the initial step time, with gravity 100.
+    EXPECT_NEAR(particle.velocity.y, 100.0f * 0.013333334f, 1e-5f);
+    frames(14, 10);
+    EXPECT_EQ(Game::getFrameTime(), 0.0f);
+    // The 16th frame ends the first batch, and a step needs two frames of 0.01 seconds.
+    frames(1, 10);
+    EXPECT_FLOAT_EQ(Game::getFrameTime(), 0.01f);
+    EXPECT_EQ(Game::getGameStepCount(), before + 1);
+    frames(1, 10);
+    EXPECT_EQ(Game::getGameStepCount(), before + 2);
+    frames(1, 10);
+    EXPECT_EQ(Game::getGameStepCount(), before + 2);
+}
+
+TEST_F(GameTest, OneSlowFrameDoesNotMakeOneBigStep) {
+    startPlay();
+    frames(16, 10);
+    frames(1, 500);
+    EXPECT_FLOAT_EQ(Game::getFrameTime(), 0.01f);
+    const uint64_t before = Game::getGameStepCount();
+    frames(14, 10);
+    // The batch with the slow frame ends: its mean, about 0.04 seconds, steps every frame.
+    frames(1, 10);
+    EXPECT_NEAR(Game::getFrameTime(), (0.5f + 15 * 0.01f) / 16, 1e-6f);
+    frames(3, 10);
+    EXPECT_EQ(Game::getGameStepCount(), before + 7 + 1 + 3);
+}
+
+TEST_F(GameTest, ALongStepIsCutTo30StepsASecond) {
+    startPlay();
+    const Particle& particle = loneParticle();
+    Game::runSimulation(0.2f);
+    EXPECT_NEAR(particle.velocity.y, 100.0f * 0.033333335f, 1e-5f);
+}
+
+TEST_F(GameTest, AForcedFrameStepsByItsOwnLength) {
+    startPlay();
+    const Particle& particle = loneParticle();
+    const uint64_t steps = Game::getSimulationStepCount();
+    Game::runFrame(0.02f);
+    Game::runFrame(0.005f);
+    EXPECT_EQ(Game::getSimulationStepCount(), steps + 2);
+    EXPECT_NEAR(particle.velocity.y, 100.0f * 0.025f, 1e-5f);
+    EXPECT_EQ(Game::getStepTime(), 0.0f);
+}
+
+TEST_F(GameTest, TheWaterWaitsUntilTheCameraHasArrived) {
+    folder.write("cfg/camera.cfg", "waypointInterpolateDistance = 0.5\n");
+    Game::resetLevel();
+    const uint64_t steps = Game::getSimulationStepCount();
+    Game::runFrame(0.02f);
+    EXPECT_EQ(Game::getSimulationStepCount(), steps);
+    // Without smoothing the camera lands on the water at once and is there by the next step.
+    Game::runFrame(0.02f);
+    EXPECT_EQ(Camera::getState(), Camera::following);
+    Game::runFrame(0.02f);
+    EXPECT_GT(Game::getSimulationStepCount(), steps);
+}
+
+TEST_F(GameTest, SpeedReportsPrintWhenAskedFor) {
+    startPlay();
+    GLConsole::enterLine("ShowGameSpeeds true");
+    GLConsole::enterLine("ShowSimSpeeds true");
+    console.take();
+    frames(16, 10);
+    const std::string prefix = "\nGame - fps: ";
+    const size_t at = console.text().find(prefix);
+    ASSERT_NE(at, std::string::npos);
+    EXPECT_NEAR(std::stof(console.text().substr(at + prefix.size())), 100.0f, 0.01f);
+    for (int i = 0; i < 32; ++i) Game::runSimulation(0.01f);
+    EXPECT_NE(console.text().find("\nSimulation - clock tics: "), std::string::npos);
+}
+
+// Pause, console and focus.
+
+TEST_F(GameTest, ThePauseKeyStopsTheWaterButNotTheCamera) {
+    startPlay();
+    Game listener;
+    listener.keyboardPressed('P');
+    EXPECT_TRUE(Game::isPaused());
+    const uint64_t steps = Game::getSimulationStepCount();
+    Game::runFrame(0.02f);
+    EXPECT_EQ(Game::getSimulationStepCount(), steps);
+    listener.keyboardPressed(19);
+    EXPECT_FALSE(Game::isPaused());
+    Game::runFrame(0.02f);
+    EXPECT_EQ(Game::getSimulationStepCount(), steps + 1);
+}
+
+TEST_F(GameTest, WithTheConsoleOpenKeysGoToItAndTheCameraDoesNotTurn) {
+    folder.write("cfg/camera.cfg", "maxAngle = 90\nkeyboardTurnSpeed = 50\n");
+    Game::resetLevel();
+    startPlay();
+    Game listener;
+    listener.keyboardPressed(consoleKey);
+    ASSERT_TRUE(Game::isConsoleVisible());
+    listener.keyboardPressed('P');
+    EXPECT_FALSE(Game::isPaused());
+    GLWindow::Headless::setKeyDown(37, true);
+    const uint64_t steps = Game::getSimulationStepCount();
+    Game::runFrame(0.02f);
+    EXPECT_EQ(Game::getSimulationStepCount(), steps + 1);
+    EXPECT_EQ(Camera::getTilt(), 0.0f);
+    listener.keyboardPressed(consoleKey);
+    EXPECT_FALSE(Game::isConsoleVisible());
+    Game::runFrame(0.02f);
+    GLWindow::Headless::setKeyDown(37, false);
+    EXPECT_FLOAT_EQ(Camera::getTilt(), 1.0f);
+}
+
+TEST_F(GameTest, LosingTheFocusPauses) {
+    Game listener;
+    listener.windowFocusLost();
+    EXPECT_TRUE(Game::isPaused());
+    listener.windowFocusLost();
+    EXPECT_TRUE(Game::isPaused());
+}
+
+TEST_F(GameTest, PauseFromTheConsole) {
+    console.take();
+    GLConsole::enterLine("Pause true");
+    EXPECT_TRUE(Game::isPaused());
+    EXPECT_NE(console.text().find("Pause is now true"), std::string::npos);
+    GLConsole::enterLine("Pause false");
+    EXPECT_FALSE(Game::isPaused());
+}
+
+TEST_F(GameTest, TheFreeCameraMovesByArrowsAndZoomsByPages) {
+    startPlay();
+    frames(16, 10);  // a frame time of 0.01 s
+    GLConsole::enterLine("FreeCamera true");
+    ASSERT_TRUE(Game::isFreeCamera());
+    GLWindow::Headless::setKeyDown(39, true);
+    GLWindow::Headless::setKeyDown(38, true);
+    Game::runFrame(0.02f);
+    GLWindow::Headless::setKeyDown(39, false);
+    GLWindow::Headless::setKeyDown(38, false);
+    EXPECT_FLOAT_EQ(Game::getFreeCameraPosition().x, 5.0f);
+    EXPECT_FLOAT_EQ(Game::getFreeCameraPosition().y, -5.0f);
+    EXPECT_EQ(Camera::getTilt(), 0.0f);
+    GLWindow::Headless::setKeyDown(33, true);
+    Game::runFrame(0.02f);
+    GLWindow::Headless::setKeyDown(33, false);
+    EXPECT_FLOAT_EQ(Game::getFreeCameraZoom(), 1.05f);
+}
+
+// Requests at the end of the frame.
+
+TEST_F(GameTest, RestartPutsTheWaterBackAndKeepsThePause) {
+    startPlay();
+    GLConsole::enterLine("ShowSimSpeeds true");
+    GLConsole::enterLine("Pause true");
+    ParticleManager::getParticles().resize(5);
+    GLConsole::enterLine("Restart");
+    Game::runFrame(0.02f);
+    EXPECT_EQ(ParticleManager::getParticles().size(), 128u);
+    EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
+    EXPECT_TRUE(Game::isPaused());
+    console.take();
+    GLConsole::enterLine("ShowSimSpeeds");
+    EXPECT_NE(console.text().find("ShowSimSpeeds is false"), std::string::npos);
+}
+
+TEST_F(GameTest, AChangeOfMapWinsOverARestartAndClearsBoth) {
+    Game::map("maps\\other.rill");
+    GLConsole::enterLine("Restart");
+    Game::runFrame(0.02f);
+    EXPECT_EQ(Game::getCurrentMapName(), "maps\\other.rill");
+    const Particle* front = &ParticleManager::getParticles().front();
+    Game::runFrame(0.02f);
+    EXPECT_EQ(&ParticleManager::getParticles().front(), front);
+}
+
+TEST_F(GameTest, StopEndsTheRunAfterTheFrame) {
+    Game::stop();
+    EXPECT_TRUE(Game::isRunning());
+    Game::runFrame(0.02f);
+    EXPECT_FALSE(Game::isRunning());
+}
+
+TEST_F(GameTest, ZoomAndShakeFromTheConsole) {
+    folder.write("cfg/camera.cfg", "shakeTime = 1\nshakeStrenght = 5\nshakeSpeed = 10\n");
+    Game::resetLevel();
+    startPlay();
+    GLConsole::enterLine("ZoomCamera");
+    GLConsole::enterLine("ShakeCamera");
+    EXPECT_EQ(Camera::getState(), Camera::zoomingOut);
+    EXPECT_TRUE(Camera::isShaking());
+}
+
+}  // namespace
