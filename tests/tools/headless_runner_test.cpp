@@ -1,0 +1,103 @@
+// Runs the built brookfall-headless on small levels made here.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <sys/wait.h>
+
+#include "level/level.h"
+#include "support/test_support.h"
+
+namespace {
+
+struct RunResult {
+    std::string output;
+    int exitCode = -1;
+};
+
+std::string runnerPath() {
+    const char* binaryDir = std::getenv("BROOKFALL_BINARY_DIR");
+    return std::string(binaryDir ? binaryDir : ".") + "/brookfall-headless";
+}
+
+RunResult runHeadless(const ScratchFolder& folder, const std::string& level, const std::string& script) {
+    folder.write("script.txt", script);
+    const std::string command = runnerPath() + " --data " + folder.path().string() + " '" + level + "' " +
+                                (folder.path() / "script.txt").string() + " 2>&1";
+    RunResult result;
+    FILE* pipe = popen(command.c_str(), "r");
+    if (!pipe) return result;
+    char buffer[4096];
+    for (std::size_t count; (count = std::fread(buffer, 1, sizeof(buffer), pipe)) > 0;)
+        result.output.append(buffer, count);
+    const int status = pclose(pipe);
+    result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return result;
+}
+
+// A basin with the water above its floor, and settings under which water falls.
+void writeBasin(const ScratchFolder& folder) {
+    LevelFile level;
+    std::string error;
+    ASSERT_TRUE(LevelText::parse("water 400 100\ncamera 400 100\n"
+                                 "polygon id 1 layer 2\n  0 0, 0 400, 800 400, 800 0, 780 0, 780 380, 20 380, 20 0\nend\n",
+                                 "basin.level", level, error))
+        << error;
+    folder.write("maps/basin.rill", LevelFileFormat::write(level));
+    folder.write("cfg/water.cfg", "gravity = 260 roomTemperature = 20 heatTransferRate = 0.15");
+}
+
+std::vector<std::string> jsonLines(const std::string& output) {
+    std::vector<std::string> lines;
+    std::size_t start = 0;
+    while (start < output.size()) {
+        std::size_t end = output.find('\n', start);
+        if (end == std::string::npos) end = output.size();
+        if (output.compare(start, 1, "{") == 0) lines.push_back(output.substr(start, end - start));
+        start = end + 1;
+    }
+    return lines;
+}
+
+}  // namespace
+
+TEST(HeadlessRunner, StepsTheGameAndReportsStateOnLinesOfTheirOwn) {
+    ScratchFolder folder;
+    writeBasin(folder);
+    const RunResult run = runHeadless(folder, "maps\\basin.rill", ":state\n:step 120\n:state\n:tilt 25\n:state\n");
+    ASSERT_EQ(run.exitCode, 0) << run.output;
+    const std::vector<std::string> states = jsonLines(run.output);
+    ASSERT_EQ(states.size(), 3u) << run.output;
+    EXPECT_EQ(states[0].rfind("{\"step\":0,\"particles\":128,\"ice_bodies\":0,\"ice_particles\":0,\"water\":128,", 0),
+              0u)
+        << states[0];
+    EXPECT_EQ(states[1].rfind("{\"step\":120,", 0), 0u) << states[1];
+    EXPECT_NE(states[2].find("\"tilt\":25.000"), std::string::npos) << states[2];
+}
+
+TEST(HeadlessRunner, ConsoleLinesAndMistakesAreAnsweredOnStandardOutput) {
+    ScratchFolder folder;
+    writeBasin(folder);
+    const RunResult run = runHeadless(folder, "maps\\basin.rill", "Version\n:step x\n:bogus\n");
+    ASSERT_EQ(run.exitCode, 0) << run.output;
+    EXPECT_NE(run.output.find("\nVersion is 1.00"), std::string::npos) << run.output;
+    EXPECT_NE(run.output.find("\nscript: expected :step N [DT]: :step x\n"), std::string::npos) << run.output;
+    EXPECT_NE(run.output.find("\nscript: unknown directive: :bogus\n"), std::string::npos) << run.output;
+}
+
+TEST(HeadlessRunner, TwoRunsOfOneScriptPrintTheSameBytes) {
+    ScratchFolder folder;
+    writeBasin(folder);
+    const std::string script = ":step 50\n:tilt -20\n:step 80 0.02\n:state\nShakeCamera\n:step 30\n:state\n";
+    const RunResult first = runHeadless(folder, "maps\\basin.rill", script);
+    const RunResult second = runHeadless(folder, "maps\\basin.rill", script);
+    ASSERT_EQ(first.exitCode, 0) << first.output;
+    EXPECT_EQ(first.output, second.output);
+}
+
+TEST(HeadlessRunner, UsageMistakesExitWithTwo) {
+    ScratchFolder folder;
+    const std::string command = runnerPath() + " --bogus 2>/dev/null";
+    const int status = std::system(command.c_str());
+    EXPECT_EQ(WEXITSTATUS(status), 2);
+}

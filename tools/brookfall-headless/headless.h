@@ -1,0 +1,34 @@
+// The headless runner: plays a level without a window, sound device or menu,
+// from script lines, with time simulated so that runs replay byte for byte.
+#pragma once
+
+#include <iosfwd>
+#include <string>
+
+namespace Headless {
+
+struct Options {
+    std::string dataDirectory;
+    std::string levelName;
+    std::string scriptName;  // empty: standard input
+    bool window = false;
+};
+
+// Reads the command line; on a mistake prints the usage and returns false.
+bool parseOptions(int argc, char** argv, Options& options);
+
+// Starts the console and the game on the level; false when the level failed to load.
+bool startGame(const Options& options);
+void stopGame();
+
+// Runs every line of the script; returns when the script ends or the game stopped.
+void runScript(std::istream& script);
+
+// Prints a line of the runner's own on standard output, on a line of its own
+// between the console's messages.
+void printLine(const std::string& line);
+
+// One line of JSON describing the game now.
+std::string describeState();
+
+}  // namespace Headless

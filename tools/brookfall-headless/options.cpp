@@ -1,0 +1,45 @@
+#include <filesystem>
+#include <iostream>
+#include <vector>
+
+#include "headless.h"
+
+namespace Headless {
+
+namespace {
+
+void printUsage() {
+    std::cerr << "usage: brookfall-headless [--data DIR] [--window] LEVEL [SCRIPT]\n"
+                 "  DIR     the game's working directory (default: the baked data directory)\n"
+                 "  LEVEL   a level name as the game writes it, e.g. maps\\testLevel.rill\n"
+                 "  SCRIPT  script lines (default: standard input)\n";
+}
+
+}  // namespace
+
+bool parseOptions(int argc, char** argv, Options& options) {
+    options.dataDirectory = BROOKFALL_DATA_DIR;
+    std::vector<std::string> positional;
+    for (int i = 1; i < argc; ++i) {
+        const std::string argument = argv[i];
+        if (argument == "--data" && i + 1 < argc) {
+            options.dataDirectory = std::filesystem::absolute(argv[++i]).string();
+        } else if (argument == "--window") {
+            options.window = true;
+        } else if (argument.rfind("--", 0) == 0) {
+            printUsage();
+            return false;
+        } else {
+            positional.push_back(argument);
+        }
+    }
+    if (positional.empty() || positional.size() > 2) {
+        printUsage();
+        return false;
+    }
+    options.levelName = positional[0];
+    if (positional.size() == 2) options.scriptName = std::filesystem::absolute(positional[1]).string();
+    return true;
+}
+
+}  // namespace Headless

@@ -1,0 +1,65 @@
+// Starts the services the way the game's entry does, minus the window, the
+// sound device and the menus, and runs the clock by hand.
+#include <cstdio>
+#include <filesystem>
+#include <iostream>
+
+#include "console/console.h"
+#include "foundation/foundation.h"
+#include "game/game.h"
+#include "headless.h"
+#include "level/level.h"
+#include "platform/platform.h"
+
+namespace Headless {
+
+namespace {
+
+char lastPrinted = '\n';
+
+void printToStandardOutput(const char* text, std::size_t length) {
+    if (length == 0) return;
+    std::fwrite(text, 1, length, stdout);
+    std::fflush(stdout);
+    lastPrinted = text[length - 1];
+}
+
+}  // namespace
+
+void printLine(const std::string& line) {
+    if (lastPrinted != '\n') std::fputc('\n', stdout);
+    std::fputs(line.c_str(), stdout);
+    std::fputc('\n', stdout);
+    std::fflush(stdout);
+    lastPrinted = '\n';
+}
+
+bool startGame(const Options& options) {
+    std::error_code error;
+    std::filesystem::current_path(options.dataDirectory, error);
+    if (error) {
+        std::cerr << "brookfall-headless: cannot work in " << options.dataDirectory << "\n";
+        return false;
+    }
+    LocationTrace::initialise();
+    LocationTrace::push("WinMain");
+    Platform::setManualClock(true);
+    GLConsole::setPrintHook(printToStandardOutput);
+    GLConsole::initialise();
+
+    SurfaceTypeManager::initialise();
+    Game::initialise(options.levelName);
+    if (Game::getCurrentMapName() != options.levelName) return false;
+    Game::startPlaying();
+    return true;
+}
+
+void stopGame() {
+    Game::shutdown();
+    GLConsole::shutdown();
+    GLConsole::setPrintHook(nullptr);
+    std::fflush(stdout);
+    LocationTrace::pop();
+}
+
+}  // namespace Headless
