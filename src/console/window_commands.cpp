@@ -24,8 +24,8 @@ bool conCmdFullscreen(bool fullscreen, bool set) {
 void conCmdRenderer() {
     TRACE_LOCATION("GLConsole::conCmdRenderer");
     printTitle("Graphics renderer");
-    // Without a window there is no context to ask; the query then reads nothing.
-    if (!GLWindow::exists()) return;
+    // Without a real window there is no driver to ask.
+    if (!GLWindow::contextAvailable()) return;
     const GLubyte* renderer = glGetString(GL_RENDERER);
     if (renderer) print(reinterpret_cast<const char*>(renderer));
 }

@@ -6,6 +6,7 @@
 #include "console_fixture.h"
 #include "game/game.h"
 #include "graphics/graphics.h"
+#include "graphics/real_window.h"
 
 namespace {
 
@@ -169,4 +170,21 @@ TEST_F(BasicCommandsTest, MapWithoutAGame) {
     // Without a window there is no game to start, and the console goes on.
     EXPECT_EQ(run("map maps\\none.rill"), "");
     EXPECT_FALSE(Game::isRunning());
+}
+
+TEST_F(BasicCommandsTest, RendererAndExtensionsAskTheRealContext) {
+    RealWindow window;
+    if (!GLWindow::contextAvailable()) GTEST_SKIP() << "no display for a real window";
+    const char* renderer = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
+    ASSERT_NE(renderer, nullptr);
+    EXPECT_EQ(run("renderer"), title("Graphics renderer") + renderer);
+
+    std::vector<std::string> extensions;
+    GLWindow::getExtensionList(extensions);
+    ASSERT_FALSE(extensions.empty());
+    std::string listing = title("Supported OpenGL Extensions");
+    for (const std::string& extension : extensions) listing += extension + "\n";
+    EXPECT_EQ(run("extensions"), listing);
+    EXPECT_EQ(run("isextension " + extensions.front()), "\nExtension detected.");
+    EXPECT_EQ(run("isextension GL_NO_SUCH_thing"), "\nExtension not found.");
 }
