@@ -33,20 +33,23 @@ void storeBytes(const char* text, std::size_t count) {
     if (printHook) printHook(text, count);
 }
 
-// Returns false, after closing the log, when the write left the file in a bad state.
-// Each write is flushed, so that the log is complete up to the moment of a crash
-// and a full disk shows at once.
-bool writeToLog(const char* text, std::size_t count) {
+void storeText(const char* text) {
+    storeBytes(text, std::strlen(text));
+}
+
+// Closes the log when the write left the file in a bad state, and says so in the
+// store alone. Each write is flushed, so that the log is complete up to the
+// moment of a crash and a full disk shows at once.
+void writeToLog(const char* text, std::size_t count) {
     std::fwrite(text, 1, count, logFile);
     std::fflush(logFile);
-    if (!std::ferror(logFile) && !std::feof(logFile)) return true;
+    if (!std::ferror(logFile) && !std::feof(logFile)) return;
     std::fclose(logFile);
     logFile = nullptr;
     logging = false;
-    const std::string message =
-        std::string("\nLogging to ") + logFileName + " stopped because of a write error.";
-    storeBytes(message.data(), message.size());
-    return false;
+    storeText("\nLogging to ");
+    storeText(logFileName);
+    storeText(" stopped because of a write error.");
 }
 
 template <typename T>
