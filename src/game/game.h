@@ -33,6 +33,9 @@ void doShaking(float dt);
 void doTurning(float dt);
 void zoomOut();
 void shake();
+// Sets the current matrix to the view: the world turned against the tilt, so
+// that gravity in the world points down the screen.
+void viewFrom();
 
 Vector2D getPosition();
 void setPosition(const Vector2D& position);

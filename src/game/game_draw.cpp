@@ -1,11 +1,19 @@
 // Drawing the frame, and the console's free camera that looks at the level
 // without moving the real one.
+#include <GL/gl.h>
+
 #include <algorithm>
+#include <cstdio>
 
 #include "foundation/foundation.h"
 #include "game/game.h"
 #include "game/game_state.h"
+#include "console/console.h"
+#include "graphics/graphics.h"
 #include "graphics/window/window.h"
+#include "level/level.h"
+#include "platform/platform.h"
+#include "water/water.h"
 
 using GameState::game;
 
@@ -36,9 +44,127 @@ void GameState::checkFreeCameraInput() {
         game.freeCameraZoom = std::min(game.freeCameraZoom / zoomFactor, widestFreeZoom);
 }
 
-// The level's layers, the water and the overlays are drawn here once their
-// renderers exist; until then a frame is only presented.
+namespace {
+constexpr int drawTimingBatch = 32;
+uint64_t drawTicsSum = 0;
+int drawTimings = 0;
+
+void freeCameraView() {
+    const float areaX = Game::getViewAreaX();
+    const float areaY = Game::getViewAreaY();
+    glScalef(static_cast<float>(GLWindow::getClientWidth()) / areaX,
+             static_cast<float>(GLWindow::getClientHeight()) / areaY, 1.0f);
+    glTranslatef(areaX * 0.5f, areaY * 0.5f, 0.0f);
+    glScalef(game.freeCameraZoom, game.freeCameraZoom, 1.0f);
+    glTranslatef(-game.freeCameraPosition.x, -game.freeCameraPosition.y, 0.0f);
+}
+
+void drawLayer(int layer) {
+    DynamicPolygonRenderer::drawLayer(layer);
+    LevelGeometryRenderer::drawLayer(layer);
+    LevelObjectsManager::drawLayer(layer);
+}
+
+// Back to front, with the water between the second and the third layer.
+void drawLevel() {
+    glEnable(GL_BLEND);
+    glEnable(GL_TEXTURE_2D);
+    glDisable(GL_CULL_FACE);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
+    LevelObjectsManager::prepareDraw();
+    DynamicPolygonRenderer::prepareDraw();
+    drawLayer(0);
+    drawLayer(1);
+    ParticleRenderer::draw();
+    glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
+    drawLayer(2);
+    drawLayer(3);
+    drawLayer(4);
+    Level::debugDraw();
+    ParticleGroupMover::debugDraw();
+    LevelObjectsManager::debugDraw();
+}
+
+void lineLoop(const Vector2D* corners, int count) {
+    glBegin(GL_LINE_LOOP);
+    for (int i = 0; i < count; ++i) glVertex2f(corners[i].x, corners[i].y);
+    glEnd();
+}
+
+// Where the free camera stands, and the rectangle that the real camera sees.
+void drawFreeCameraOverlay() {
+    glDisable(GL_TEXTURE_2D);
+    glDisable(GL_BLEND);
+    const Vector2D at = game.freeCameraPosition;
+    const float arm = 4.0f / game.freeCameraZoom;
+    glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
+    glBegin(GL_LINES);
+    glVertex2f(at.x - arm, at.y);
+    glVertex2f(at.x + arm, at.y);
+    glVertex2f(at.x, at.y - arm);
+    glVertex2f(at.x, at.y + arm);
+    glEnd();
+    const float w = Game::getViewAreaX() * 0.5f * Camera::getZoom();
+    const float h = Game::getViewAreaY() * 0.5f * Camera::getZoom();
+    Vector2D corners[4] = {{-w, -h}, {w, -h}, {w, h}, {-w, h}};
+    for (Vector2D& corner : corners) {
+        rotate(corner, Camera::getTilt() * Camera::degreesToRadians);
+        corner += Camera::getViewCentre();
+    }
+    glColor4f(0.0f, 1.0f, 0.0f, 1.0f);
+    lineLoop(corners, 4);
+    char text[64];
+    std::snprintf(text, sizeof(text), "%1f , %2f", at.x, at.y);
+    const GLFont font(GLConsole::getFontTexture());
+    font.drawString(text, at.x, at.y + 16.0f / game.freeCameraZoom, 8.0f / game.freeCameraZoom, 1.0f, 1.0f, 1.0f,
+                    1.0f);
+}
+
+// The virtual screen of 800 by 600 in which the screens and overlays draw.
+void beginVirtualScreen() {
+    GLWindow::glBeginDraw2d();
+    glScalef(static_cast<float>(GLWindow::getClientWidth()) / 800.0f,
+             static_cast<float>(GLWindow::getClientHeight()) / 600.0f, 1.0f);
+}
+
+void drawPaused() {
+    const GLFont font(GLConsole::getFontTexture());
+    beginVirtualScreen();
+    font.drawStringCentered("Paused", 2.0f, 2.0f, 800.0f, 600.0f, 32.0f, 0.0f, 0.0f, 0.0f, 1.0f);
+    font.drawStringCentered("Paused", 0.0f, 0.0f, 800.0f, 600.0f, 32.0f, 1.0f, 1.0f, 1.0f, 1.0f);
+}
+
+void recordDrawTime(uint64_t tics) {
+    drawTicsSum += tics;
+    if (++drawTimings < drawTimingBatch) return;
+    const uint64_t mean = static_cast<uint64_t>(static_cast<double>(drawTicsSum) * 0.03125);
+    drawTicsSum = 0;
+    drawTimings = 0;
+    if (!game.showDrawSpeeds) return;
+    GLConsole::print("\nDrawing - clock tics: ");
+    GLConsole::print(static_cast<unsigned int>(mean));
+}
+}  // namespace
+
 void Game::draw() {
     TRACE_LOCATION("Game::draw");
+    if (!GLWindow::contextAvailable()) return;
+    const uint64_t start = Platform::clockMicroseconds();
+    GLWindow::glBeginDraw2d();
+    glClearColor(game.background[0], game.background[1], game.background[2], 1.0f);
+    glClear(GL_COLOR_BUFFER_BIT);
+    glEnable(GL_TEXTURE_2D);
+    glDisable(GL_DEPTH_TEST);
+    if (game.freeCamera)
+        freeCameraView();
+    else
+        Camera::viewFrom();
+    const bool finished = GameLinks::gameIsFinished();
+    if (!finished) drawLevel();
+    if (game.freeCamera && !finished) drawFreeCameraOverlay();
+    if (game.paused && !game.freeCamera) drawPaused();
+    recordDrawTime(Platform::clockMicroseconds() - start);
+    if (game.consoleVisible) GLConsole::draw();
     GLWindow::swapBuffers();
 }

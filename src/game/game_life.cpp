@@ -4,6 +4,7 @@
 #include "foundation/foundation.h"
 #include "game/game.h"
 #include "game/game_state.h"
+#include "graphics/graphics.h"
 #include "water/water.h"
 
 namespace GameState {
@@ -123,6 +124,7 @@ void setUpLoadedLevel(const std::string& levelName) {
     addCommands();
     GLConsole::printTitle("Game initialisation");
     ParticleManager::initialise();
+    ParticleRenderer::initialise();
     Camera::initialise();
     placeWaterAndCamera();
     readSettings();
@@ -156,6 +158,7 @@ void Game::shutdown() {
     removeCommands();
     GameLinks::clearLevel();
     ParticleManager::shutdown();
+    ParticleRenderer::shutdown();
     // A game shut down is as one never started: the next run measures its frames afresh.
     game = GameState::State();
 }

@@ -1,9 +1,9 @@
 // Game's side of the subsystems it steps but does not own. Until the menus, the
-// rules of winning, the music and the level store are in the build, no menu is
-// ever open, a level never finishes, pausing is silent and every level is an
-// empty world whose water and camera start at the origin.
+// rules of winning and the music are in the build, no menu is ever open, a
+// level never finishes and pausing is silent.
 #include "foundation/foundation.h"
 #include "game/game_state.h"
+#include "level/level.h"
 
 namespace GameLinks {
 
@@ -35,22 +35,29 @@ void updateSounds(float) { TRACE_LOCATION("GameLinks::updateSounds"); }
 void pauseMusic() { TRACE_LOCATION("GameLinks::pauseMusic"); }
 void resumeMusic() { TRACE_LOCATION("GameLinks::resumeMusic"); }
 
-bool loadLevel(const std::string&) {
+bool loadLevel(const std::string& levelName) {
     TRACE_LOCATION("GameLinks::loadLevel");
-    return true;
+    return Level::load(levelName);
 }
 
-void resetLevelStore() { TRACE_LOCATION("GameLinks::resetLevelStore"); }
-void clearLevel() { TRACE_LOCATION("GameLinks::clearLevel"); }
+void resetLevelStore() {
+    TRACE_LOCATION("GameLinks::resetLevelStore");
+    Level::reset();
+}
+
+void clearLevel() {
+    TRACE_LOCATION("GameLinks::clearLevel");
+    Level::clear();
+}
 
 Vector2D waterStart() {
     TRACE_LOCATION("GameLinks::waterStart");
-    return Vector2D();
+    return Level::getWaterStart();
 }
 
 Vector2D cameraStart() {
     TRACE_LOCATION("GameLinks::cameraStart");
-    return Vector2D();
+    return Level::getCameraStart();
 }
 
 }  // namespace GameLinks

@@ -4,6 +4,7 @@
 #include "game/game.h"
 #include "game/game_state.h"
 #include "graphics/window/window.h"
+#include "level/level.h"
 #include "platform/platform.h"
 
 using GameState::game;
@@ -11,6 +12,7 @@ using GameState::game;
 void Game::run(const std::string& levelName) {
     TRACE_LOCATION("Game::run");
     if (!GLWindow::exists() || game.running) return;
+    SurfaceTypeManager::initialise();
     initialise(levelName);
     GLWindowEventListener* const savedListener = GLWindow::getEventListener();
     Game listener;

@@ -5,6 +5,7 @@
 #include "console/console.h"
 #include "game/game.h"
 #include "graphics/window/window.h"
+#include "level/level.h"
 #include "support/test_support.h"
 #include "water/water.h"
 
@@ -12,12 +13,26 @@ namespace {
 
 constexpr int consoleKey = 223;
 
+// A level of one floor slab 60 units below where the water starts.
+std::string levelWithFloor(int waterX) {
+    LevelFile level;
+    level.waterStart = {waterX, 0};
+    level.cameraStart = {waterX, -20};
+    PolygonRecord floor;
+    for (const LevelPoint& point : {LevelPoint{-300, 60}, LevelPoint{300, 60}, LevelPoint{300, 120}, LevelPoint{-300, 120}})
+        floor.points.push_back(point);
+    level.polygons.push_back(floor);
+    return LevelFileFormat::write(level);
+}
+
 class GameTest : public ::testing::Test {
 protected:
     void SetUp() override {
         folder.write("cfg/water.cfg", "gravity = 100\nroomTemperature = 20\n");
         folder.write("cfg/camera.cfg", "");
         folder.write("cfg/game.cfg", "background_r = 0.5\nmusic = river.ogg\n");
+        folder.write("maps/test.rill", levelWithFloor(0));
+        folder.write("maps/other.rill", levelWithFloor(100));
         GLWindow::Headless::setClientSize(800, 600);
         setRandomSeed(7);
         Game::initialise("maps\\test.rill");
@@ -153,16 +168,19 @@ TEST_F(GameTest, AForcedFrameStepsByItsOwnLength) {
 }
 
 TEST_F(GameTest, TheWaterWaitsUntilTheCameraHasArrived) {
-    folder.write("cfg/camera.cfg", "waypointInterpolateDistance = 0.5\n");
+    folder.write("cfg/camera.cfg", "waypointInterpolateSpeed = 0.1\nwaypointInterpolateDistance = 2\n");
     Game::resetLevel();
     const uint64_t steps = Game::getSimulationStepCount();
-    Game::runFrame(0.02f);
-    EXPECT_EQ(Game::getSimulationStepCount(), steps);
-    // Without smoothing the camera lands on the water at once and is there by the next step.
-    Game::runFrame(0.02f);
+    int frames = 0;
+    for (; frames < 100 && Camera::movingTowardsWaypoint(); ++frames) {
+        Game::runFrame(0.02f);
+        ASSERT_EQ(Game::getSimulationStepCount(), steps);
+    }
+    // The camera starts 20 units from the water and keeps a tenth of its distance a second.
+    EXPECT_GT(frames, 10);
     EXPECT_EQ(Camera::getState(), Camera::following);
     Game::runFrame(0.02f);
-    EXPECT_GT(Game::getSimulationStepCount(), steps);
+    EXPECT_EQ(Game::getSimulationStepCount(), steps + 1);
 }
 
 TEST_F(GameTest, SpeedReportsPrintWhenAskedFor) {
@@ -277,6 +295,32 @@ TEST_F(GameTest, AChangeOfMapWinsOverARestartAndClearsBoth) {
     const Particle* front = &ParticleManager::getParticles().front();
     Game::runFrame(0.02f);
     EXPECT_EQ(&ParticleManager::getParticles().front(), front);
+}
+
+TEST_F(GameTest, ALevelThatFailsToLoadLeavesTheOldOneStanding) {
+    Game::map("maps\\missing.rill");
+    Game::runFrame(0.02f);
+    EXPECT_TRUE(Game::isRunning());
+    EXPECT_EQ(Game::getCurrentMapName(), "maps\\test.rill");
+    EXPECT_EQ(ParticleManager::getParticles().size(), 128u);
+}
+
+TEST_F(GameTest, TheNewLevelsWaterAndCameraStartWhereItSays) {
+    Game::map("maps\\other.rill");
+    Game::runFrame(0.02f);
+    for (const Particle& particle : ParticleManager::getParticles())
+        EXPECT_LE(distance(particle.position, Vector2D(100, 0)), 10.0001f);
+    EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
+}
+
+TEST_F(GameTest, WaterComesToRestOnTheFloor) {
+    startPlay();
+    for (int i = 0; i < 300; ++i) Game::runFrame(1.0f / 60);
+    ASSERT_EQ(ParticleManager::getParticles().size(), 128u);
+    for (const Particle& particle : ParticleManager::getParticles()) {
+        EXPECT_LE(particle.position.y, 58.01f);
+        EXPECT_GT(particle.position.y, 0.0f);
+    }
 }
 
 TEST_F(GameTest, StopEndsTheRunAfterTheFrame) {
