@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
 
 #include "foundation/foundation.h"
 
@@ -39,7 +38,7 @@ ClusterCandidates::ClusterCandidates(const std::vector<Particle*>& candidates, f
       cellSize(std::max(reach * cellMargin, 1.0f)),
       remaining(static_cast<int>(candidates.size())) {
     TRACE_LOCATION("ClusterCandidates::ClusterCandidates");
-    queue.reserve(candidates.size());
+    queued.assign(candidates.size() / 64 + 1, 0);
     buildIndex();
 }
 
@@ -112,8 +111,7 @@ void ClusterCandidates::findNear(const Vector2D& position, int after, float radi
                 const int next = cellNext[candidate];
                 if (candidate > after && distanceSquared(order[candidate]->position, position) <= radiusSquared) {
                     take(candidate);
-                    queue.push_back(candidate);
-                    std::push_heap(queue.begin(), queue.end(), std::greater<int>());
+                    enqueue(candidate);
                 }
                 candidate = next;
             }
@@ -121,12 +119,27 @@ void ClusterCandidates::findNear(const Vector2D& position, int after, float radi
     }
 }
 
+void ClusterCandidates::enqueue(int candidate) {
+    TRACE_LOCATION("ClusterCandidates::enqueue");
+    queued[candidate >> 6] |= uint64_t{1} << (candidate & 63);
+    ++queuedCount;
+}
+
+// Candidates are queued only beyond the last one taken from the queue, so one
+// forward sweep of the bits finds them all in order.
 int ClusterCandidates::nextQueued() {
     TRACE_LOCATION("ClusterCandidates::nextQueued");
-    if (queue.empty()) return -1;
-    std::pop_heap(queue.begin(), queue.end(), std::greater<int>());
-    const int candidate = queue.back();
-    queue.pop_back();
+    if (queuedCount == 0) {
+        queueSweep = 0;
+        return -1;
+    }
+    size_t word = static_cast<size_t>(queueSweep) >> 6;
+    uint64_t bits = queued[word] & (~uint64_t{0} << (queueSweep & 63));
+    while (bits == 0) bits = queued[++word];
+    const int candidate = static_cast<int>(word * 64 + static_cast<size_t>(__builtin_ctzll(bits)));
+    queued[word] &= ~(uint64_t{1} << (candidate & 63));
+    --queuedCount;
+    queueSweep = candidate + 1;
     return candidate;
 }
 

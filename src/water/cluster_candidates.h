@@ -29,6 +29,7 @@ private:
     int cellOf(const Vector2D& position) const;
     void link(int candidate);
     void take(int candidate);
+    void enqueue(int candidate);
     // Queues every free candidate later than after and within radius of the position.
     void findNear(const Vector2D& position, int after, float radius);
     // The earliest queued candidate, or -1.
@@ -40,7 +41,9 @@ private:
     std::vector<int> cellPrevious;
     std::vector<int> cellOfCandidate;
     std::vector<int> cellFirst;
-    std::vector<int> queue;
+    std::vector<uint64_t> queued;  // one bit a candidate found near the growing cluster
+    int queuedCount = 0;
+    int queueSweep = 0;
     Vector2D origin;
     float cellSize = 1.0f;
     int columns = 1;
