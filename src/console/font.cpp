@@ -2,6 +2,7 @@
 #include <memory>
 
 #include "console/console_state.h"
+#include "foundation/foundation.h"
 #include "graphics/graphics.h"
 
 namespace GLConsole {
@@ -11,13 +12,24 @@ std::unique_ptr<GLTexture> fontTexture;
 }  // namespace
 
 namespace State {
-const GLTexture* font() { return fontTexture.get(); }
-void freeFont() { fontTexture.reset(); }
+const GLTexture* font() {
+    TRACE_LOCATION("GLConsole::font");
+    return fontTexture.get();
+}
+
+void freeFont() {
+    TRACE_LOCATION("GLConsole::freeFont");
+    fontTexture.reset();
+}
 }  // namespace State
 
-GLTexture getFontTexture() { return fontTexture ? *fontTexture : GLTexture(); }
+GLTexture getFontTexture() {
+    TRACE_LOCATION("GLConsole::getFontTexture");
+    return fontTexture ? *fontTexture : GLTexture();
+}
 
 void setFontTexture(const GLTexture& texture) {
+    TRACE_LOCATION("GLConsole::setFontTexture");
     if (fontTexture)
         *fontTexture = texture;
     else

@@ -70,6 +70,7 @@ void print(const char* text) {
 }
 
 void print(const std::string& text) {
+    TRACE_LOCATION("GLConsole::print");
     print(text.c_str());
 }
 
@@ -80,18 +81,27 @@ void print(char c) {
 }
 
 void print(unsigned int value) {
+    TRACE_LOCATION("GLConsole::print");
     printFormatted("%1u", value);
 }
+
 void print(int value) {
+    TRACE_LOCATION("GLConsole::print");
     printFormatted("%1i", value);
 }
+
 void print(bool value) {
+    TRACE_LOCATION("GLConsole::print");
     print(value ? "true" : "false");
 }
+
 void print(float value) {
+    TRACE_LOCATION("GLConsole::print");
     printFormatted("%1f", static_cast<double>(value));
 }
+
 void print(double value) {
+    TRACE_LOCATION("GLConsole::print");
     printFormatted("%1f", value);
 }
 
@@ -104,6 +114,7 @@ void printTitle(const char* text) {
 }
 
 void printTitle(const std::string& text) {
+    TRACE_LOCATION("GLConsole::printTitle");
     printTitle(text.c_str());
 }
 

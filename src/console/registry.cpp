@@ -11,6 +11,7 @@ namespace {
 
 template <typename Function>
 void add(const char* name, Function function, int type, bool hasArgument, bool hasResult) {
+    TRACE_LOCATION("GLConsole::addCommand");
     GLConsoleCommand command;
     command.name = name ? name : "";
     command.function = reinterpret_cast<void (*)()>(function);

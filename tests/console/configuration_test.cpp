@@ -3,6 +3,7 @@
 
 #include "console/console_state.h"
 #include "console_fixture.h"
+#include "graphics/graphics.h"
 
 using namespace GLConsole::State;
 
@@ -82,4 +83,24 @@ TEST_F(ConfigurationTest, InitialiseRegistersTheBasicCommands) {
         "AnisotropicFilteringLevel AntiAliasingSamples Clear Commands Extensions Fullscreen IsExtension "
         "LogConsole Map Memory Quit Renderer TextureList TextureMemory TextureQuality TextureReload "
         "Version VsyncEnable ");
+}
+
+TEST_F(ConfigurationTest, FontComesFromTheConfigurationAndGoesAtShutdown) {
+    GLConsole::loadConfiguration();
+    EXPECT_EQ(font(), nullptr);
+    EXPECT_EQ(GLConsole::getFontTexture().name, "GFX\\DEFAULT.TGA");
+
+    scratch->write("cfg/console.cfg", "fontTextureName = gfx\\console_font.tga");
+    GLConsole::loadConfiguration();
+    ASSERT_NE(font(), nullptr);
+    EXPECT_EQ(font()->name, "GFX\\CONSOLE_FONT.TGA");
+    EXPECT_EQ(GLConsole::getFontTexture().name, "GFX\\CONSOLE_FONT.TGA");
+
+    scratch->write("cfg/console.cfg", "fontTextureName = gfx\\other_font.tga");
+    GLConsole::loadConfiguration();
+    ASSERT_NE(font(), nullptr);
+    EXPECT_EQ(font()->name, "GFX\\OTHER_FONT.TGA");
+
+    GLConsole::shutdown();
+    EXPECT_EQ(font(), nullptr);
 }
