@@ -6,6 +6,9 @@
 #include <cmath>
 #include <cstdlib>
 #include <iterator>
+#include <map>
+#include <optional>
+#include <tuple>
 
 #include "level/bsp_state.h"
 
@@ -45,14 +48,14 @@ bool insideAlong(float projection, float edgeLength) {
 }
 
 // A copy of an edge over a part of its line; it keeps its direction and normal.
-void appendPiece(NodeList& list, const BspNode& from, const Vector2D& start, const Vector2D& end) {
+void appendPiece(std::vector<BspNode*>& pieces, const BspNode& from, const Vector2D& start, const Vector2D& end) {
     BspNode* piece = makeNode(start, end, from);
     piece->length = distance(start, end);
-    list.push_back(piece);
+    pieces.push_back(piece);
 }
 
 // Edges on one line that overlap are replaced by what sticks out of each other.
-bool cutOverlap(NodeList& list, const BspNode& a, const BspNode& b) {
+bool cutOverlap(std::vector<BspNode*>& pieces, const BspNode& a, const BspNode& b) {
     if (std::fabs(a.signedDistance(b.start)) >= touching || std::fabs(a.signedDistance(b.end)) >= touching)
         return false;
     const float aStartOnB = dot(a.start - b.start, b.direction);
@@ -65,21 +68,21 @@ bool cutOverlap(NodeList& list, const BspNode& a, const BspNode& b) {
 
     const bool aStartIn = insideAlong(aStartOnB, b.length), aEndIn = insideAlong(aEndOnB, b.length);
     if (aStartIn && aEndIn) {
-        appendPiece(list, b, a.start, b.end);
-        appendPiece(list, b, b.start, a.end);
+        appendPiece(pieces, b, a.start, b.end);
+        appendPiece(pieces, b, b.start, a.end);
     } else if (aStartIn) {
-        appendPiece(list, b, a.start, b.end);
+        appendPiece(pieces, b, a.start, b.end);
     } else if (aEndIn) {
-        appendPiece(list, b, b.start, a.end);
+        appendPiece(pieces, b, b.start, a.end);
     }
     const bool bStartIn = insideAlong(bStartOnA, a.length), bEndIn = insideAlong(bEndOnA, a.length);
     if (bStartIn && bEndIn) {
-        appendPiece(list, a, b.start, a.end);
-        appendPiece(list, a, a.start, b.end);
+        appendPiece(pieces, a, b.start, a.end);
+        appendPiece(pieces, a, a.start, b.end);
     } else if (bStartIn) {
-        appendPiece(list, a, b.start, a.end);
+        appendPiece(pieces, a, b.start, a.end);
     } else if (bEndIn) {
-        appendPiece(list, a, a.start, b.end);
+        appendPiece(pieces, a, a.start, b.end);
     }
     return true;
 }
@@ -91,29 +94,70 @@ inline float distanceTo(float dx, float dy, const Vector2D& normal) {
 
 bool isDestructable(const BspNode& node) { return node.polygon && node.polygon->destructable; }
 
-// Compares the pair; when it removes A, a moves on to the node behind it.
-bool resolvePair(NodeList& list, NodeList::iterator& a, NodeList::iterator b) {
-    BspNode* first = *a;
-    BspNode* second = *b;
-    if (isDestructable(*first) || isDestructable(*second)) return false;
-    bool removeSecond = false;
-    if (near(first->end, second->start) && near(first->start, second->end)) {
-        removeSecond = true;  // one line traversed both ways
-    } else if (near(first->end, second->start) && dot(first->direction, second->direction) > 0.9999f) {
-        second->start = first->start;  // first runs straight on into second
-        second->length += first->length;
-    } else if (cutOverlap(list, *first, *second)) {
-        removeSecond = true;
-    } else {
-        return false;
+enum class PairOutcome { Kept, FirstRemoved, BothRemoved };
+
+// What the pair does to the list: A goes in every action, B too unless A ran
+// straight on into it. New pieces are appended to pieces.
+PairOutcome resolvePair(BspNode& first, BspNode& second, std::vector<BspNode*>& pieces) {
+    if (isDestructable(first) || isDestructable(second)) return PairOutcome::Kept;
+    if (near(first.end, second.start) && near(first.start, second.end)) return PairOutcome::BothRemoved;
+    if (near(first.end, second.start) && dot(first.direction, second.direction) > 0.9999f) {
+        second.start = first.start;
+        second.length += first.length;
+        return PairOutcome::FirstRemoved;
     }
-    if (removeSecond) {
-        list.erase(b);
-        delete second;
+    return cutOverlap(pieces, first, second) ? PairOutcome::BothRemoved : PairOutcome::Kept;
+}
+
+// The list during optimisation: nodes in list order with removal marks, and
+// their start points side by side for a quick test of every pair.
+struct ScanList {
+    std::vector<BspNode*> nodes;
+    std::vector<char> removed;
+    std::vector<float> startX, startY;
+
+    void append(BspNode* node) {
+        nodes.push_back(node);
+        removed.push_back(0);
+        startX.push_back(node->start.x);
+        startY.push_back(node->start.y);
     }
-    a = list.erase(a);
-    delete first;
-    return true;
+    std::size_t nextLive(std::size_t i) const {
+        do ++i;
+        while (i < nodes.size() && removed[i]);
+        return i;
+    }
+    void remove(std::size_t i) {
+        delete nodes[i];
+        removed[i] = 1;
+    }
+};
+
+// Every action needs B's start by A's end or on A's line (the first test of
+// each); a pair that passes neither is passed over without a closer look.
+bool mayAct(const ScanList& scan, std::size_t b, const BspNode& first) {
+    const float x = scan.startX[b], y = scan.startY[b];
+    if (std::fabs(first.end.x - x) <= touching && std::fabs(first.end.y - y) <= touching) return true;
+    return std::fabs(distanceTo(x - first.start.x, y - first.start.y, first.normal)) < touching;
+}
+
+// Compares A with each later node; true when A was removed and a moved on.
+bool scanFrom(ScanList& scan, std::size_t& a) {
+    BspNode& first = *scan.nodes[a];
+    std::vector<BspNode*> pieces;
+    for (std::size_t b = scan.nextLive(a); b < scan.nodes.size(); b = scan.nextLive(b)) {
+        if (!mayAct(scan, b, first)) continue;
+        const PairOutcome outcome = resolvePair(first, *scan.nodes[b], pieces);
+        if (outcome == PairOutcome::Kept) continue;
+        scan.startX[b] = scan.nodes[b]->start.x;
+        scan.startY[b] = scan.nodes[b]->start.y;
+        if (outcome == PairOutcome::BothRemoved) scan.remove(b);
+        scan.remove(a);
+        for (BspNode* piece : pieces) scan.append(piece);
+        a = scan.nextLive(a);
+        return true;
+    }
+    return false;
 }
 
 void classify(const BspNode& node, const BspNode& entry, float& d1, float& d2) {
@@ -142,6 +186,84 @@ void splitEntry(const BspNode& node, BspNode* entry, float d1, NodeList& positiv
         side->push_back(part);
     }
 }
+
+// The ends of a list's nodes side by side, to score partition candidates.
+//
+// Upright and level edges are common in levels. For a candidate whose normal
+// is exactly (0, +-1) or (+-1, 0) the sign of every signed distance depends on
+// one coordinate of its start alone, so all candidates on one such line share
+// one tally of the whole list; each then only takes its own part out again.
+class PartitionScores {
+public:
+    explicit PartitionScores(const NodeList& list) {
+        for (const BspNode* node : list) {
+            starts.push_back(node->start);
+            ends.push_back(node->end);
+            normals.push_back(node->normal);
+        }
+    }
+    std::size_t count() const { return starts.size(); }
+
+    // |balance| + splits of candidate i over all other nodes, or limit as soon
+    // as the rest of the list can no longer bring it below limit.
+    long score(std::size_t i, long limit) {
+        Tally tally;
+        if (const auto key = lineKey(i)) {
+            auto found = lineTallies.find(*key);
+            if (found == lineTallies.end()) found = lineTallies.emplace(*key, tallyOver(i, 0, count())).first;
+            tally = found->second;
+            const Tally own = tallyOver(i, i, i + 1);
+            tally.balance -= own.balance;
+            tally.splits -= own.splits;
+            return std::labs(tally.balance) + tally.splits;
+        }
+        const std::size_t n = count();
+        constexpr std::size_t block = 64;
+        for (std::size_t from = 0; from < n; from += block) {
+            const std::size_t to = std::min(n, from + block);
+            tally.add(tallyOver(i, from, std::min(to, i)));
+            tally.add(tallyOver(i, std::max(from, i + 1), to));
+            const long remaining = static_cast<long>(n - to);
+            if (tally.splits + std::max(0L, std::labs(tally.balance) - remaining) >= limit) return limit;
+        }
+        return std::labs(tally.balance) + tally.splits;
+    }
+
+private:
+    struct Tally {
+        long balance = 0, splits = 0;
+        void add(const Tally& other) {
+            balance += other.balance;
+            splits += other.splits;
+        }
+    };
+    using LineKey = std::tuple<int, int, float>;
+
+    std::optional<LineKey> lineKey(std::size_t i) const {
+        const Vector2D normal = normals[i];
+        if (normal.x == 0.0f && std::fabs(normal.y) == 1.0f) return LineKey{1, normal.y > 0 ? 1 : -1, starts[i].y};
+        if (normal.y == 0.0f && std::fabs(normal.x) == 1.0f) return LineKey{0, normal.x > 0 ? 1 : -1, starts[i].x};
+        return std::nullopt;
+    }
+
+    // Both ends on or in front: +1 balance; both behind: -1; else a split.
+    Tally tallyOver(std::size_t i, std::size_t from, std::size_t to) const {
+        const Vector2D start = starts[i], normal = normals[i];
+        Tally tally;
+        for (std::size_t j = from; j < to; ++j) {
+            const float d1 = distanceTo(starts[j].x - start.x, starts[j].y - start.y, normal);
+            const float d2 = distanceTo(ends[j].x - start.x, ends[j].y - start.y, normal);
+            const bool front = d1 >= 0.0f && d2 >= 0.0f;
+            const bool behind = d1 < 0.0f && d2 < 0.0f;
+            tally.balance += static_cast<long>(front) - static_cast<long>(behind);
+            tally.splits += static_cast<long>(!front && !behind);
+        }
+        return tally;
+    }
+
+    std::vector<Vector2D> starts, ends, normals;
+    std::map<LineKey, Tally> lineTallies;
+};
 
 BspNode* takeChild(BspNode* parent, NodeList& list) {
     if (list.empty()) return nullptr;
@@ -178,19 +300,19 @@ void buildInitialNodeList(NodeList& list) {
     }
 }
 
+// Pieces cut from overlapping edges go to the end and are compared like any
+// other node; after a removal the node behind A becomes the new A.
 void optimiseInitialNodeList(NodeList& list) {
     TRACE_LOCATION("LevelBspTree::optimiseInitialNodeList");
-    auto a = list.begin();
-    while (a != list.end()) {
-        auto b = std::next(a);
-        while (b != list.end()) {
-            if (resolvePair(list, a, b))
-                b = a == list.end() ? list.end() : std::next(a);
-            else
-                ++b;
-        }
-        if (a != list.end()) ++a;
+    ScanList scan;
+    for (BspNode* node : list) scan.append(node);
+    std::size_t a = 0;
+    while (a < scan.nodes.size()) {
+        if (!scanFrom(scan, a)) a = scan.nextLive(a);
     }
+    list.clear();
+    for (std::size_t i = 0; i < scan.nodes.size(); ++i)
+        if (!scan.removed[i]) list.push_back(scan.nodes[i]);
 }
 
 void removeCaulkNodes(NodeList& list) {
@@ -205,49 +327,24 @@ void removeCaulkNodes(NodeList& list) {
     }
 }
 
-// Lowest |balance| + splits wins, the first on a tie. A candidate is given up
-// as soon as the rest of the list could no longer bring it below the best.
+// Lowest |balance| + splits wins, the first on a tie.
 NodeList::iterator choosePartitionNode(NodeList& list) {
     TRACE_LOCATION("LevelBspTree::choosePartitionNode");
     if (list.size() <= 1) return list.begin();
-    const std::size_t n = list.size();
-    std::vector<float> ends(n * 4);
-    std::size_t k = 0;
-    for (const BspNode* node : list) {
-        ends[k++] = node->start.x;
-        ends[k++] = node->start.y;
-        ends[k++] = node->end.x;
-        ends[k++] = node->end.y;
-    }
-    long best = LONG_MAX;
-    auto winner = list.begin();
-    auto candidate = list.begin();
-    for (std::size_t i = 0; i < n; ++i, ++candidate) {
-        const Vector2D start = (*candidate)->start, normal = (*candidate)->normal;
-        long balance = 0, splits = 0;
-        std::size_t remaining = n - 1;
-        bool givenUp = false;
-        for (std::size_t j = 0; j < n && !givenUp; ++j) {
-            if (j == i) continue;
-            const float d1 = distanceTo(ends[j * 4] - start.x, ends[j * 4 + 1] - start.y, normal);
-            const float d2 = distanceTo(ends[j * 4 + 2] - start.x, ends[j * 4 + 3] - start.y, normal);
-            if (d1 >= 0.0f && d2 >= 0.0f)
-                ++balance;
-            else if (d1 < 0.0f && d2 < 0.0f)
-                --balance;
-            else
-                ++splits;
-            --remaining;
-            givenUp = splits + std::max(0L, std::labs(balance) - static_cast<long>(remaining)) >= best;
-        }
-        if (givenUp) continue;
-        const long score = std::labs(balance) + splits;
+    PartitionScores scores(list);
+    // A full score of a middle candidate first: later candidates are given up as
+    // soon as they cannot reach it, which leaves the winner and its tie rule as
+    // they would be without it.
+    long best = scores.score(scores.count() / 2, LONG_MAX) + 1;
+    std::size_t winner = 0;
+    for (std::size_t i = 0; i < scores.count(); ++i) {
+        const long score = scores.score(i, best);
         if (score < best) {
             best = score;
-            winner = candidate;
+            winner = i;
         }
     }
-    return winner;
+    return std::next(list.begin(), static_cast<std::ptrdiff_t>(winner));
 }
 
 void bspPartition(BspNode* node, NodeList& list) {
