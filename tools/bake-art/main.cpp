@@ -5,6 +5,7 @@
 //
 // The font folder defaults to the DejaVu fonts of Debian's fonts-dejavu-core.
 #include <cstdio>
+#include <filesystem>
 #include <string>
 
 #include "art.h"
@@ -36,6 +37,13 @@ int main(int argc, char** argv) {
     }
     const std::string dataFolder = argv[1];
     const std::string fontFolder = argc == 3 ? argv[2] : defaultFontFolder;
+    std::error_code error;
+    std::filesystem::create_directories(dataFolder + "/gfx", error);
+    if (error) {
+        std::fprintf(stderr, "bake-art: cannot make %s/gfx: %s\n", dataFolder.c_str(),
+                     error.message().c_str());
+        return 1;
+    }
     int failures = 0;
     failures += writeSet(dataFolder, bakeInterface());
     failures += writeSet(dataFolder, bakeSurfaces());

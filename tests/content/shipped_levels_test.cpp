@@ -1,0 +1,101 @@
+// The shipped levels: each source compiles into the baked maps folder, names
+// only files the bake provides, can be won somewhere, and together they
+// teach every kind of trigger.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <set>
+
+#include "content/content_support.h"
+#include "content/level_source.h"
+#include "foundation/foundation.h"
+#include "platform/platform.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+fs::path sourceFolder() {
+    return fs::path(std::getenv("BROOKFALL_SOURCE_DIR")) / "data";
+}
+
+std::vector<std::string> levelNames() {
+    std::vector<std::string> names;
+    for (const std::string& file : listFiles(sourceFolder() / "maps"))
+        if (fs::path(file).extension() == ".level") names.push_back(fs::path(file).stem().string());
+    return names;
+}
+
+// Sounds are baked later; every other name must reach a baked file.
+bool isSound(const std::string& name) {
+    return name.rfind("snd\\", 0) == 0;
+}
+
+}  // namespace
+
+TEST(ShippedLevels, TheFirstLevelAndAtLeastThreeMoreAreBaked) {
+    const std::vector<std::string> names = levelNames();
+    EXPECT_GE(names.size(), 4u);
+    EXPECT_TRUE(std::count(names.begin(), names.end(), "testLevel"));
+    if (!fs::exists(toolPath("rillc"))) GTEST_SKIP() << "the level compiler is not built";
+    for (const std::string& name : names)
+        EXPECT_TRUE(fs::is_regular_file(bakedDataFolder() / "maps" / (name + ".rill"))) << name;
+}
+
+TEST(ShippedLevels, EveryNameALevelUsesIsBaked) {
+    WorkingFolder folder(bakedDataFolder());
+    for (const std::string& name : levelNames()) {
+        const LevelSource level = readLevelSource(readBytes(sourceFolder() / "maps" / (name + ".level")));
+        for (const std::string& file : level.quotedNames) {
+            if (isSound(file)) continue;
+            EXPECT_TRUE(Platform::fileExists(file)) << name << " names " << file;
+        }
+    }
+}
+
+TEST(ShippedLevels, EachLevelHasAnEndBigEnoughForTheWater) {
+    for (const std::string& name : levelNames()) {
+        const LevelSource level = readLevelSource(readBytes(sourceFolder() / "maps" / (name + ".level")));
+        float endArea = 0.0f;
+        for (const TriggerArea& t : level.triggers)
+            if (t.type == "Level_end_a") endArea += (t.right - t.left) * (t.bottom - t.top);
+        // Half the water must stand in the end at once; a particle takes about 16 square units.
+        EXPECT_GT(endArea, 64 * 16.0f * 2.0f) << name;
+    }
+}
+
+TEST(ShippedLevels, TogetherTheyUseTheTriggersOfWaterStateForcesMoversAndRules) {
+    std::set<std::string> used;
+    for (const std::string& name : levelNames())
+        for (const TriggerArea& t :
+             readLevelSource(readBytes(sourceFolder() / "maps" / (name + ".level"))).triggers)
+            used.insert(t.type);
+    for (const char* type : {"To_ice_a",
+                             "To_water_a",
+                             "To_steam_a",
+                             "Anim_play_loop_1",
+                             "Anim_play_once_1",
+                             "Anim_stop_1",
+                             "Sound_play_1",
+                             "Sound_stop_1",
+                             "Force_directional_a",
+                             "Force_instantenous_a",
+                             "Force_multi_dir_pull_a",
+                             "Force_multi_dir_push_a",
+                             "Entity_remove_1",
+                             "Entity_add_1",
+                             "Mover_goto_start_1",
+                             "Mover_goto_end_1",
+                             "Emitter_create_burst_1",
+                             "Emitter_start_1",
+                             "Emitter_stop_1",
+                             "Camera_zoom_1",
+                             "Camera_zoom_a",
+                             "Camera_shake_1",
+                             "Camera_shake_a",
+                             "Particle_kill_a",
+                             "Particle_kill_random_a",
+                             "Level_end_a",
+                             "Checkpoint_1"})
+        EXPECT_TRUE(used.count(type)) << type << " is in no level";
+}
