@@ -4,10 +4,13 @@
 #pragma once
 
 #include <cstdint>
+#include <list>
 #include <map>
 #include <string>
 #include <thread>
 #include <vector>
+
+#include "foundation/foundation.h"
 
 // ---------------------------------------------------------------------------
 // Textures. Every image is held once in OpenGL, found by its upper-cased name
@@ -110,3 +113,85 @@ public:
     void drawStringCentered(const char* text, float x, float y, float width, float height, float size, float r,
                             float g, float b, float a) const;
 };
+
+// ---------------------------------------------------------------------------
+// The level's polygons in five layers, 0 at the back. Everything that never
+// moves is compiled into one display list per layer when a level is loaded;
+// polygons that move or vanish are picked near the view each frame.
+struct Polygon2D;
+
+constexpr int drawLayerCount = 5;
+
+namespace LevelGeometryRenderer {
+void initialise();
+void shutdown();
+// Calls the layer's display list while DrawLevelGeometry is on.
+void drawLayer(int layer);
+bool conCmdDrawLevelGeometry(bool value, bool set);
+}  // namespace LevelGeometryRenderer
+
+namespace DynamicPolygonRenderer {
+void initialise();
+void shutdown();
+// Queues the moving and destructable polygons near the view for this frame.
+void prepareDraw();
+// Draws a layer's queue and leaves it empty.
+void drawLayer(int layer);
+// Polygons the renderer looks after, and those queued in a layer now (tests).
+std::size_t entryCount();
+std::size_t queuedCount(int layer);
+// The smallest box round a polygon's points, without its offset.
+void findPolygonBounds(const Polygon2D& polygon, float& minX, float& maxX, float& minY, float& maxY);
+}  // namespace DynamicPolygonRenderer
+
+// ---------------------------------------------------------------------------
+// The water: each particle a large soft square over a larger, darker one, so
+// the squares melt into one surface with an outline round the whole body.
+namespace ParticleRenderer {
+void initialise();
+void shutdown();
+void draw();
+bool conCmdParticleDraw(bool value, bool set);
+}  // namespace ParticleRenderer
+
+// ---------------------------------------------------------------------------
+// A sprite placed in a level: one image or a run of animation frames, centred
+// on its position, in one of the five layers. Names holding "_FRAME" stand for
+// every file that differs only after it, taken in file-name order.
+struct LevelObject {
+    bool visible = true;
+    int32_t id = 0;
+    uint32_t layer = 0;
+    std::vector<GLTexture> frames;
+    uint32_t frameCount = 1;
+    uint32_t currentFrame = 0;
+    float frameTimer = 0.0f;
+    Vector2D position;
+    Vector2D offset;  // moved by movers; drawn at position plus offset
+    bool mirrored = false;
+    bool stopped = true;
+    uint32_t repeatCount = 0;  // runs of the animation; 0 for ever
+    uint32_t playCount = 0;
+
+    void setTexture(const std::string& name);
+    void resetAnimation();
+    void runAnimation(float seconds, float speed);
+    // The frame on show, or null when the object has none.
+    const GLTexture* currentTexture() const;
+};
+
+namespace LevelObjectsManager {
+void initialise();
+void shutdown();
+void addObject(const LevelObject& object);
+void resetObjects();
+void runAnimations(float seconds);
+void prepareDraw();
+void drawLayer(int layer);
+void debugDraw();
+// Objects of one frame and animated ones, newest first; triggers and movers reach them here.
+std::list<LevelObject>& getStaticObjects();
+std::list<LevelObject>& getAnimatedObjects();
+std::size_t queuedCount(int layer);
+float getAnimationSpeed();
+}  // namespace LevelObjectsManager

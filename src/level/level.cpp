@@ -1,6 +1,7 @@
 // The loaded level: its polygons, which tree nodes carry each polygon's edges,
 // the start points, and the order in which a level comes and goes.
 #include "console/console.h"
+#include "graphics/graphics.h"
 #include "level/level.h"
 
 namespace {
@@ -62,6 +63,8 @@ bool load(const std::string& fileName) {
     LevelBspTree::create();
     buildPolyNodeMap();
     GLConsole::addCommand("DrawTriangles", conCmdDrawTriangles);
+    LevelGeometryRenderer::initialise();
+    DynamicPolygonRenderer::initialise();
     return true;
 }
 
@@ -69,7 +72,10 @@ void clear() {
     TRACE_LOCATION("Level::clear");
     GLConsole::print("\nClearing level data...");
     GLConsole::removeCommand("DrawTriangles");
+    LevelGeometryRenderer::shutdown();
     LevelBspTree::clear();
+    LevelObjectsManager::shutdown();
+    DynamicPolygonRenderer::shutdown();
     records = LevelRecords();
     // Polygons go last: everything cleared before them points at them.
     polyNodeMap.clear();
@@ -85,6 +91,7 @@ void reset() {
         polygon.previousOffset = Vector2D();
     }
     LevelBspTree::resetTree();
+    LevelObjectsManager::resetObjects();
 }
 
 void setPolygonCollideable(Polygon2D* polygon, bool value) {

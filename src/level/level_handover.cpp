@@ -5,11 +5,23 @@
 // records are kept by the level, where Level::getRecords shows them.
 #include "level/level_handover.h"
 
+#include "graphics/graphics.h"
+
 namespace {
 
 void handOverObjects(const std::vector<ObjectRecord>& objects) {
     TRACE_LOCATION("LevelLoader::handOverObjects");
     Level::recordsForHandOver().objects = objects;
+    LevelObjectsManager::initialise();
+    for (const ObjectRecord& record : objects) {
+        LevelObject object;
+        object.id = record.id;
+        object.layer = record.layer;
+        object.position = Vector2D(static_cast<float>(record.position.x), static_cast<float>(record.position.y));
+        object.mirrored = record.mirrored != 0;
+        object.setTexture(record.textureName);
+        LevelObjectsManager::addObject(object);
+    }
 }
 
 void handOverForces(const std::vector<ForceRecord>& forces) {

@@ -1,0 +1,172 @@
+#include <gtest/gtest.h>
+
+#include "console/console.h"
+#include "game/game.h"
+#include "graphics/graphics.h"
+#include "level/level.h"
+#include "real_window.h"
+#include "support/test_support.h"
+#include "test_images.h"
+#include "water/water.h"
+
+namespace {
+
+const Rgb red{255, 0, 0}, green{0, 255, 0}, blue{0, 0, 255}, yellow{255, 255, 0}, water{255, 0, 255},
+    white{255, 255, 255};
+
+// Layer 0 fills the view red; layer 1 a green square; layer 2 a blue square over
+// part of the green; a yellow moving square in layer 3; a white sprite in layer 4.
+const char* const levelText = R"(
+polygon id 1 texture "gfx\red.tga" layer 0
+  -400 -300  400 -300  400 300  -400 300
+end
+polygon id 2 texture "gfx\green.tga" layer 1
+  0 0  200 0  200 200  0 200
+end
+polygon id 3 texture "gfx\blue.tga" layer 2
+  100 100  300 100  300 300  100 300
+end
+polygon id 6 texture "gfx\yellow.tga" layer 3
+  -300 -250  -200 -250  -200 -150  -300 -150
+end
+mover id 6 from 0 0 to 0 10
+object id 4 texture "gfx\white.tga" layer 4 at -300 200
+)";
+
+const char* const waterSettings =
+    "waterTexture = gfx\\white.tga\nsteamTexture = gfx\\white.tga\niceTexture = gfx\\white.tga\n"
+    "water_color_r = 1\nwater_color_b = 1\nwater_color_a = 1\n";
+
+std::string levelBytes() {
+    LevelFile level;
+    std::string error;
+    EXPECT_TRUE(LevelText::parse(levelText, "test.level", level, error)) << error;
+    return LevelFileFormat::write(level);
+}
+
+// The frame Game::draw has just presented. Mesa's software renderer presents by
+// copying, so the back buffer still holds the frame after the swap.
+Rgb shown(int x, int y) {
+    unsigned char pixel[4] = {0, 0, 0, 0};
+    glReadBuffer(GL_BACK);
+    glReadPixels(x, GLWindow::getClientHeight() - 1 - y, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, pixel);
+    return {pixel[0], pixel[1], pixel[2]};
+}
+
+// A window of 400 by 300 shows 800 by 600 world units: world (x, y) is the pixel
+// (200 + x / 2, 150 + y / 2) while the camera stands at the origin untilted.
+class LevelDrawing : public ::testing::Test {
+protected:
+    ScratchFolder folder;
+    ConsoleCapture console;
+    RealWindow window{400, 300};
+
+    LevelDrawing() {
+        const struct {
+            const char* name;
+            PixelAt colour;
+        } images[] = {{"gfx/red.tga", solid(255, 0, 0)},     {"gfx/green.tga", solid(0, 255, 0)},
+                      {"gfx/blue.tga", solid(0, 0, 255)},    {"gfx/yellow.tga", solid(255, 255, 0)},
+                      {"gfx/white.tga", solid(255, 255, 255)}};
+        for (const auto& image : images) folder.write(image.name, makeRawTga(32, 32, true, image.colour));
+        folder.write("cfg/water.cfg", waterSettings);
+        folder.write("maps/test.rill", levelBytes());
+        GLTextureManager::initialise();
+        GLConsole::initialise();
+        Camera::initialise();
+        Camera::setPosition(Vector2D());
+        ParticleManager::initialise();
+        ParticleRenderer::initialise();
+        EXPECT_TRUE(Level::load("maps\\test.rill"));
+    }
+    ~LevelDrawing() override {
+        Level::clear();
+        ParticleRenderer::shutdown();
+        ParticleManager::shutdown();
+        GLConsole::shutdown();
+        GLTextureManager::shutdown();
+    }
+
+    static void addWater(float x, float y) {
+        Particle particle;
+        particle.position = Vector2D(x, y);
+        for (Vector2D& previous : particle.previousPosition) previous = particle.position;
+        particle.temperature = 20.0f;
+        ParticleManager::getParticles().push_back(particle);
+    }
+    static Rgb world(float x, float y) {
+        return shown(static_cast<int>(200 + x / 2), static_cast<int>(150 + y / 2));
+    }
+};
+
+TEST_F(LevelDrawing, LayersStandInTheirOrderWithTheWaterBetweenOneAndTwo) {
+    addWater(96, 96);
+    addWater(106, 106);
+    Game::draw();
+    EXPECT_TRUE(near(world(-100, -100), red));
+    EXPECT_TRUE(near(world(50, 50), green));
+    EXPECT_TRUE(near(world(250, 250), blue));
+    EXPECT_TRUE(near(world(150, 50), green));
+    // Over the green square the water shows; under the blue square it is hidden.
+    EXPECT_TRUE(near(world(96, 96), water));
+    EXPECT_TRUE(near(world(106, 106), blue));
+    EXPECT_TRUE(near(world(-250, -200), yellow));
+    EXPECT_TRUE(near(world(-300, 200), white));
+}
+
+TEST_F(LevelDrawing, ATiltedViewTurnsTheWorld) {
+    Camera::setTilt(90.0f);
+    Game::draw();
+    // Turned against the tilt: world (a, b) appears at the pixel (200 + b / 2, 150 - a / 2).
+    EXPECT_TRUE(near(shown(230, 120), green));
+    EXPECT_TRUE(near(shown(230, 180), red));
+    Camera::setTilt(0.0f);
+    Game::draw();
+    EXPECT_TRUE(near(shown(230, 120), red));
+    EXPECT_TRUE(near(shown(230, 180), green));
+}
+
+TEST_F(LevelDrawing, MovingPolygonsRideTheirOffsetAndDestructableOnesVanish) {
+    Polygon2D* moving = nullptr;
+    for (Polygon2D& polygon : Level::getPolygons())
+        if (polygon.id == 6) moving = &polygon;
+    ASSERT_NE(moving, nullptr);
+    EXPECT_EQ(DynamicPolygonRenderer::entryCount(), 1u);
+    moving->offset = Vector2D(0, 300);
+    Game::draw();
+    EXPECT_TRUE(near(world(-250, -200), red));
+    EXPECT_TRUE(near(world(-250, 100), yellow));
+    moving->present = false;
+    Game::draw();
+    EXPECT_TRUE(near(world(-250, 100), red));
+    EXPECT_EQ(DynamicPolygonRenderer::queuedCount(3), 0u);
+}
+
+TEST_F(LevelDrawing, StaticGeometryCanBeSwitchedOff) {
+    GLConsole::enterLine("DrawLevelGeometry false");
+    Game::draw();
+    EXPECT_TRUE(near(world(-100, -100), {0, 0, 0}));
+    EXPECT_TRUE(near(world(-250, -200), yellow));
+    GLConsole::enterLine("DrawLevelGeometry true");
+}
+
+TEST_F(LevelDrawing, ParticleDrawOffHidesTheWater) {
+    addWater(96, 96);
+    GLConsole::enterLine("ParticleDraw false");
+    Game::draw();
+    EXPECT_TRUE(near(world(96, 96), green));
+}
+
+TEST_F(LevelDrawing, TheConsoleKeyShowsTheConsoleOverTheLevel) {
+    Game listener;
+    listener.keyboardPressed(223);
+    ASSERT_TRUE(Game::isConsoleVisible());
+    Game::draw();
+    // The configuration is missing, so the console's bands are black and opaque below the output area.
+    EXPECT_TRUE(near(shown(200, 299), {0, 0, 0}));
+    EXPECT_TRUE(near(world(-100, -100), red));  // the output area's alpha is 0
+    listener.keyboardPressed(223);
+    EXPECT_FALSE(Game::isConsoleVisible());
+}
+
+}  // namespace
