@@ -90,7 +90,4 @@ BspNode* getRoot() {
     return root;
 }
 
-// Drawing waits for the graphics layer; the four switches are kept meanwhile.
-void debugDraw() { TRACE_LOCATION("LevelBspTree::debugDraw"); }
-
 }  // namespace LevelBspTree

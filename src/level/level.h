@@ -59,6 +59,9 @@ struct Polygon2D {
     static bool triangleCoversPolyPoint(const Vector2D* triangle, const std::vector<Edge>& edges);
     static void removeColinearEdges(std::vector<Edge>& edges);
     void expand(float distance);
+    // Debug drawing: the outline in white, the triangles in red at the offset.
+    void drawOutline() const;
+    void drawTrianglesOutline() const;
 
     std::size_t pointCount() const { return pointsX.size(); }
     Vector2D point(std::size_t index) const { return {pointsX[index], pointsY[index]}; }

@@ -242,3 +242,15 @@ TEST_F(BspTest, CastChecksItsArgumentsAndReports) {
         << report;
     EXPECT_NE(report.find("\nRays per second (average):   "), std::string::npos);
 }
+
+TEST_F(BspTest, DebugDrawingWithoutAContextDrawsNothingAndKeepsTheSwitches) {
+    load(squareText);
+    for (auto command : {LevelBspTree::conCmdBspNodeDraw, LevelBspTree::conCmdBspSplitDraw,
+                         LevelBspTree::conCmdBspWalkDraw, LevelBspTree::conCmdBspCastDraw})
+        EXPECT_TRUE(command(true, true));
+    LevelBspTree::debugDraw();
+    Level::getPolygons().front().drawOutline();
+    Level::getPolygons().front().drawTrianglesOutline();
+    EXPECT_TRUE(LevelBspTree::conCmdBspCastDraw(false, false));
+    EXPECT_FALSE(LevelBspTree::conCmdBspCastDraw(false, true));
+}

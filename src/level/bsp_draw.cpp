@@ -1,0 +1,115 @@
+// Debug drawing of the tree: partition lines, the walk cursor, the test rays
+// of the last BspCast and every node with its normal.
+#include <GL/gl.h>
+
+#include "graphics/window/window.h"
+#include "level/bsp_state.h"
+
+namespace {
+
+using namespace LevelBspTree::State;
+
+constexpr float tickLength = 8.0f;
+constexpr float lineReach = 9999.0f;
+
+void vertex(const Vector2D& p) { glVertex2f(p.x, p.y); }
+
+void segment(const Vector2D& from, const Vector2D& to) {
+    vertex(from);
+    vertex(to);
+}
+
+Vector2D midpoint(const BspNode& node) { return (node.start + node.end) * 0.5f; }
+
+// Positive side first, each node before its children.
+template <typename Visit>
+void positiveFirst(const BspNode* node, Visit&& visit) {
+    if (!node) return;
+    visit(*node);
+    positiveFirst(node->positiveChild, visit);
+    positiveFirst(node->negativeChild, visit);
+}
+
+void drawSplits() {
+    positiveFirst(root, [](const BspNode& node) {
+        glLineWidth(2.0f);
+        glBegin(GL_LINES);
+        glColor3f(0.0f, 0.0f, 0.0f);
+        segment(node.start, node.end);
+        glColor3f(1.0f, 0.0f, 0.0f);
+        segment(midpoint(node), midpoint(node) + node.normal * tickLength);
+        glEnd();
+        glLineWidth(1.0f);
+        glBegin(GL_LINES);
+        glColor3f(0.0f, 0.0f, 0.0f);
+        const Vector2D along = node.end - node.start;
+        segment(node.start - along * lineReach, node.start + along * lineReach);
+        glEnd();
+    });
+}
+
+void drawCursor() {
+    if (!cursor) return;
+    glLineWidth(3.0f);
+    glBegin(GL_LINES);
+    glColor3f(1.0f, 1.0f, 0.0f);
+    segment(cursor->start, cursor->end);
+    glEnd();
+    glLineWidth(4.0f);
+    glBegin(GL_LINES);
+    glColor3f(0.0f, 0.0f, 1.0f);
+    segment(midpoint(*cursor), midpoint(*cursor) + cursor->normal * tickLength);
+    glEnd();
+}
+
+void drawTestRays() {
+    glLineWidth(1.0f);
+    glBegin(GL_LINES);
+    glColor3f(1.0f, 1.0f, 0.0f);
+    for (int i = 0; i < testRayCount; ++i) segment(testRayStart[i], testRayEnd[i]);
+    glEnd();
+}
+
+void drawNodes() {
+    glLineWidth(1.0f);
+    glPointSize(2.0f);
+    positiveFirst(root, [](const BspNode& node) {
+        glBegin(GL_LINES);
+        if (node.collideable)
+            glColor3f(0.0f, 1.0f, 0.0f);
+        else
+            glColor3f(1.0f, 0.0f, 0.0f);
+        segment(node.start, node.end);
+        glColor3f(0.0f, 0.0f, 1.0f);
+        segment(midpoint(node), midpoint(node) + node.normal * tickLength);
+        glEnd();
+        glBegin(GL_POINTS);
+        glColor3f(1.0f, 1.0f, 1.0f);
+        segment(node.start, node.end);
+        glEnd();
+    });
+}
+
+void drawLayer(bool flag, void (*draw)()) {
+    if (!flag) return;
+    GLWindow::glPushState();
+    glDisable(GL_TEXTURE_2D);
+    glDisable(GL_BLEND);
+    draw();
+    GLWindow::glPopState();
+}
+
+}  // namespace
+
+namespace LevelBspTree {
+
+void debugDraw() {
+    TRACE_LOCATION("LevelBspTree::debugDraw");
+    if (!GLWindow::contextAvailable()) return;
+    drawLayer(splitDraw, drawSplits);
+    drawLayer(walkDraw, drawCursor);
+    drawLayer(castDraw, drawTestRays);
+    drawLayer(nodeDraw, drawNodes);
+}
+
+}  // namespace LevelBspTree
