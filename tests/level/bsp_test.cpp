@@ -254,3 +254,13 @@ TEST_F(BspTest, DebugDrawingWithoutAContextDrawsNothingAndKeepsTheSwitches) {
     EXPECT_TRUE(LevelBspTree::conCmdBspCastDraw(false, false));
     EXPECT_FALSE(LevelBspTree::conCmdBspCastDraw(false, true));
 }
+
+TEST_F(BspTest, TypedCommandsReachTheTree) {
+    load(squareText);
+    GLConsole::enterLine("BspCast 0");
+    EXPECT_NE(console.take().find("\nUSAGE: BspCast < number > < number >"), std::string::npos);
+    GLConsole::enterLine("BspWalk root");
+    EXPECT_NE(console.take().find("\nAlready at root node."), std::string::npos);
+    GLConsole::enterLine("BspSize");
+    EXPECT_NE(console.take().find("4"), std::string::npos);
+}
