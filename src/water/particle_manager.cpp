@@ -20,6 +20,8 @@ float steamScatterRate = 0.0f;
 float particleKillTime = 0.0001f;
 
 constexpr float shortestKillTime = 0.0001f;
+// More than this would take the machine's memory rather than make water.
+constexpr int mostParticlesToMake = 1000000;
 
 float clampUnit(float value) {
     TRACE_LOCATION("ParticleManager::clampUnit");
@@ -73,7 +75,7 @@ void conCmdParticleCreate(std::string arguments) {
         return;
     }
     const int amount = slStringToInt(args[3]);
-    if (amount < 1) {
+    if (amount < 1 || amount > mostParticlesToMake) {
         GLConsole::print("\nInvalid number of particles to make");
         return;
     }

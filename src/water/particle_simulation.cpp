@@ -22,10 +22,12 @@ void refreshGrid(std::list<Particle>& particles) {
     }
 }
 
-// True if the particle's life ended in this step; the caller erases it.
+// True if the particle's life ended in this step; the caller erases it. Water
+// driven to an infinite or undefined place (by an absurd gravity typed on the
+// console) is outside any view.
 bool lifeEnds(Particle& particle, const ViewRectangle& view, float dt) {
     TRACE_LOCATION("ParticleManager::lifeEnds");
-    if (distanceOutside(view, particle.position) > eraseMargin) return true;
+    if (!(distanceOutside(view, particle.position) <= eraseMargin)) return true;
     if (!particle.dying) return false;
     particle.killTimer -= dt;
     return particle.killTimer <= 0.0f;
@@ -87,6 +89,7 @@ ViewRectangle viewRectangle() {
 
 float distanceOutside(const ViewRectangle& view, const Vector2D& point) {
     TRACE_LOCATION("ParticleManager::distanceOutside");
+    if (!std::isfinite(point.x) || !std::isfinite(point.y)) return INFINITY;
     float outside = -INFINITY;
     for (int i = 0; i < 4; ++i) outside = std::fmax(outside, -dot(point - view.corners[i], view.normals[i]));
     return outside;

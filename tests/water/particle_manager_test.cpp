@@ -78,9 +78,11 @@ TEST_F(ParticleManagerTest, ParticleCreateChecksItsWords) {
         GLConsole::enterLine(line);
         EXPECT_NE(console.text().find(usage), std::string::npos) << line;
     }
-    console.take();
-    GLConsole::enterLine("ParticleCreate 1 2 3 0");
-    EXPECT_NE(console.text().find("\nInvalid number of particles to make"), std::string::npos);
+    for (const char* line : {"ParticleCreate 1 2 3 0", "ParticleCreate 1 2 3 -5", "ParticleCreate 1 2 3 2000000000"}) {
+        console.take();
+        GLConsole::enterLine(line);
+        EXPECT_NE(console.text().find("\nInvalid number of particles to make"), std::string::npos) << line;
+    }
     EXPECT_EQ(particleCount(), 0u);
 }
 
@@ -226,6 +228,16 @@ TEST_F(ParticleManagerTest, ZoomWidensTheView) {
     addParticle(Vector2D(1000 + 131, 0));
     ParticleManager::runSimulation(0.02f);
     EXPECT_EQ(particleCount(), 1u);
+}
+
+TEST_F(ParticleManagerTest, WaterThrownToInfinityIsErasedNotKept) {
+    addParticle(Vector2D(), Vector2D(0, INFINITY));
+    addParticle(Vector2D(10, 0), Vector2D(0, NAN));
+    ParticleManager::runSimulation(0.03f);
+    ParticleManager::runSimulation(0.03f);
+    EXPECT_EQ(particleCount(), 0u);
+    Camera::doMovement(0.02f);
+    EXPECT_TRUE(std::isfinite(Camera::getPosition().x));
 }
 
 TEST_F(ParticleManagerTest, KilledWaterFadesForItsKillTime) {
