@@ -5,6 +5,7 @@
 #include "console/console_commands.h"
 #include "console/console_state.h"
 #include "foundation/foundation.h"
+#include "game/game.h"
 #include "graphics/graphics.h"
 #include "graphics/window/window.h"
 
@@ -44,10 +45,12 @@ void conCmdTextureReload() {
 
 int conCmdAntiAliasingSamples(int samples, bool set) {
     TRACE_LOCATION("GLConsole::conCmdAntiAliasingSamples");
-    // A new sample count needs a new OpenGL context, which loses every texture.
+    // A new sample count needs a new OpenGL context, which loses every texture
+    // and the level's display lists.
     if (set && samples != 0) {
         GLWindow::setAntiAliasingMode(samples);
         GLTextureManager::reloadAllTextures();
+        if (Game::isRunning()) LevelGeometryRenderer::initialise();
     }
     return GLWindow::getAntiAliasingMode();
 }

@@ -191,3 +191,19 @@ TEST_F(BasicCommandsTest, RendererAndExtensionsAskTheRealContext) {
     EXPECT_EQ(run("isextension " + extensions.front()), "\nExtension detected.");
     EXPECT_EQ(run("isextension GL_NO_SUCH_thing"), "\nExtension not found.");
 }
+
+TEST_F(BasicCommandsTest, WhileAGameRunsMapAndAntiAliasingWorkOnIt) {
+    GLWindow::createWindow("Console test", 800, 600);
+    Game::initialise("maps\\absent.rill");
+    ASSERT_TRUE(Game::isRunning());
+    printed();
+    // The change of level waits for the end of the frame.
+    EXPECT_EQ(run("map maps\\other.rill"), "");
+    EXPECT_TRUE(Game::isRunning());
+    // The level's display lists go with the old context and are built again.
+    const std::string text = run("antialiasingsamples 2");
+    EXPECT_NE(text.find("\nInitialising level geometry renderer..."), std::string::npos) << text;
+    EXPECT_EQ(text.substr(text.rfind('\n')), "\nAntiAliasingSamples is now 2");
+    EXPECT_EQ(run("antialiasingsamples 0"), "\nAntiAliasingSamples is now 2");
+    Game::shutdown();
+}
