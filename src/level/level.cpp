@@ -60,11 +60,13 @@ bool load(const std::string& fileName) {
     drawTriangles = false;
     findDestructablePolygons();
     findMoveablePolygons();
+    // Moveable polygons stay out of the tree and destructable edges in it, so
+    // both kinds are marked before it is built.
     LevelBspTree::create();
-    buildPolyNodeMap();
-    GLConsole::addCommand("DrawTriangles", conCmdDrawTriangles);
     LevelGeometryRenderer::initialise();
     DynamicPolygonRenderer::initialise();
+    buildPolyNodeMap();
+    GLConsole::addCommand("DrawTriangles", conCmdDrawTriangles);
     return true;
 }
 
@@ -106,14 +108,39 @@ void setPolygonCollideable(Polygon2D* polygon, bool value) {
 void debugDraw() {
     TRACE_LOCATION("Level::debugDraw");
     LevelBspTree::debugDraw();
+    if (!drawTriangles) return;
+    for (const Polygon2D& polygon : polygons) polygon.drawTrianglesOutline();
 }
 
-std::list<Polygon2D>& getPolygons() { return polygons; }
-const std::map<Polygon2D*, std::vector<BspNode*>>& getPolyNodeMap() { return polyNodeMap; }
-Vector2D getWaterStart() { return waterStart; }
-Vector2D getCameraStart() { return cameraStart; }
-const LevelRecords& getRecords() { return records; }
-bool getDrawTriangles() { return drawTriangles; }
+std::list<Polygon2D>& getPolygons() {
+    TRACE_LOCATION("Level::getPolygons");
+    return polygons;
+}
+
+const std::map<Polygon2D*, std::vector<BspNode*>>& getPolyNodeMap() {
+    TRACE_LOCATION("Level::getPolyNodeMap");
+    return polyNodeMap;
+}
+
+Vector2D getWaterStart() {
+    TRACE_LOCATION("Level::getWaterStart");
+    return waterStart;
+}
+
+Vector2D getCameraStart() {
+    TRACE_LOCATION("Level::getCameraStart");
+    return cameraStart;
+}
+
+const LevelRecords& getRecords() {
+    TRACE_LOCATION("Level::getRecords");
+    return records;
+}
+
+bool getDrawTriangles() {
+    TRACE_LOCATION("Level::getDrawTriangles");
+    return drawTriangles;
+}
 
 bool conCmdDrawTriangles(bool value, bool set) {
     TRACE_LOCATION("Level::conCmdDrawTriangles");
@@ -132,6 +159,9 @@ void setStartPoints(const Vector2D& water, const Vector2D& camera) {
     cameraStart = camera;
 }
 
-LevelRecords& recordsForHandOver() { return records; }
+LevelRecords& recordsForHandOver() {
+    TRACE_LOCATION("Level::recordsForHandOver");
+    return records;
+}
 
 }  // namespace Level
