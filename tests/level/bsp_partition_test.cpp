@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cmath>
 #include <cstdlib>
+#include <iterator>
 
 #include "level/bsp_state.h"
 
@@ -77,4 +79,116 @@ TEST(BspPartitionChoice, EmptyAndSingleLists) {
     NodeList one{edge(0, 0, 1, 0)};
     EXPECT_EQ(LevelBspTree::Build::choosePartitionNode(one), one.begin());
     delete one.front();
+}
+
+namespace {
+
+// The shared-edge pass written out plainly on a list, pair by pair.
+bool nearPoint(const Vector2D& a, const Vector2D& b) {
+    return std::fabs(a.x - b.x) <= 0.01f && std::fabs(a.y - b.y) <= 0.01f;
+}
+
+void plainPiece(NodeList& list, const BspNode& from, const Vector2D& start, const Vector2D& end) {
+    BspNode* piece = new BspNode(from);
+    piece->start = start;
+    piece->end = end;
+    piece->length = distance(start, end);
+    list.push_back(piece);
+}
+
+bool plainCut(NodeList& list, const BspNode& a, const BspNode& b) {
+    if (std::fabs(a.signedDistance(b.start)) >= 0.01f || std::fabs(a.signedDistance(b.end)) >= 0.01f) return false;
+    const float p[4] = {dot(a.start - b.start, b.direction), dot(a.end - b.start, b.direction),
+                        dot(b.start - a.start, a.direction), dot(b.end - a.start, a.direction)};
+    const float l[4] = {b.length, b.length, a.length, a.length};
+    bool overlap = false;
+    for (int i = 0; i < 4; ++i) overlap = overlap || (p[i] >= 0.0001f && p[i] < l[i] - 0.0001f);
+    if (!overlap) return false;
+    bool in[4];
+    for (int i = 0; i < 4; ++i) in[i] = p[i] > 0.01f && p[i] < l[i] - 0.01f;
+    if (in[0] && in[1]) {
+        plainPiece(list, b, a.start, b.end);
+        plainPiece(list, b, b.start, a.end);
+    } else if (in[0]) {
+        plainPiece(list, b, a.start, b.end);
+    } else if (in[1]) {
+        plainPiece(list, b, b.start, a.end);
+    }
+    if (in[2] && in[3]) {
+        plainPiece(list, a, b.start, a.end);
+        plainPiece(list, a, a.start, b.end);
+    } else if (in[2]) {
+        plainPiece(list, a, b.start, a.end);
+    } else if (in[3]) {
+        plainPiece(list, a, a.start, b.end);
+    }
+    return true;
+}
+
+void plainOptimise(NodeList& list) {
+    auto a = list.begin();
+    while (a != list.end()) {
+        bool removed = false;
+        for (auto b = std::next(a); b != list.end(); ++b) {
+            BspNode& first = **a;
+            BspNode& second = **b;
+            bool both = false;
+            if (nearPoint(first.end, second.start) && nearPoint(first.start, second.end)) {
+                both = true;
+            } else if (nearPoint(first.end, second.start) && dot(first.direction, second.direction) > 0.9999f) {
+                second.start = first.start;
+                second.length += first.length;
+            } else if (plainCut(list, first, second)) {
+                both = true;
+            } else {
+                continue;
+            }
+            if (both) {
+                delete *b;
+                list.erase(b);
+            }
+            delete *a;
+            a = list.erase(a);
+            removed = true;
+            break;
+        }
+        if (!removed) ++a;
+    }
+}
+
+}  // namespace
+
+TEST(BspSharedEdges, SameResultAsComparingEveryPairPlainly) {
+    setRandomSeed(777);
+    int shortened = 0;
+    for (int round = 0; round < 60; ++round) {
+        NodeList fast, plain;
+        const int n = 2 + static_cast<int>(randomBits() % 60);
+        for (int i = 0; i < n; ++i) {
+            const float x = static_cast<float>(randomBits() % 6) * 10, y = static_cast<float>(randomBits() % 6) * 10;
+            const float length = static_cast<float>(1 + randomBits() % 3) * 10;
+            BspNode* node;
+            switch (randomBits() % 5) {
+                case 0: node = edge(x, y, x + length, y); break;
+                case 1: node = edge(x + length, y, x, y); break;
+                case 2: node = edge(x, y, x, y + length); break;
+                case 3: node = edge(x, y + length, x, y); break;
+                default: node = edge(x, y, x + length, y + length); break;
+            }
+            fast.push_back(node);
+            plain.push_back(new BspNode(*node));
+        }
+        LevelBspTree::Build::optimiseInitialNodeList(fast);
+        plainOptimise(plain);
+        shortened += fast.size() < static_cast<std::size_t>(n);
+        ASSERT_EQ(fast.size(), plain.size()) << "round " << round;
+        for (auto f = fast.begin(), p = plain.begin(); f != fast.end(); ++f, ++p) {
+            EXPECT_EQ((*f)->start, (*p)->start) << "round " << round;
+            EXPECT_EQ((*f)->end, (*p)->end) << "round " << round;
+            EXPECT_EQ((*f)->length, (*p)->length) << "round " << round;
+        }
+        for (BspNode* node : fast) delete node;
+        for (BspNode* node : plain) delete node;
+    }
+    EXPECT_GT(shortened, 30);
 }
