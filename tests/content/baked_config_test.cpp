@@ -199,3 +199,39 @@ TEST_F(BakedConfig, ConsoleHasItsFontColoursAndLogSwitch) {
               1.5f)
         << "text must stand out against the dark panel";
 }
+
+TEST_F(BakedConfig, CheckPointsShowTheirSplitsReadably) {
+    const ConfigFile config = load("cfg\\checkPoints.cfg");
+    std::set<std::string> keys = upperCased({"font", "fontSize", "y_position", "fadeTime"});
+    addColour(keys, "fontColor", 4);
+    addColour(keys, "slowerFontColor", 4);
+    addColour(keys, "fasterFontColor", 4);
+    EXPECT_EQ(keysOf(config), keys);
+    expectNumbers(config, upperCased({"font"}));
+    expectPictureExists(config, "font");
+    EXPECT_GE(config.getVarAsFloat("fadeTime"), 0.01f);
+    EXPECT_GT(config.getVarAsFloat("fontSize"), 8.0f);
+    const float y = config.getVarAsFloat("y_position");
+    EXPECT_GE(y, 0.0f);
+    EXPECT_LE(y + config.getVarAsFloat("fontSize"), 600.0f) << "the split must stand on the screen";
+}
+
+TEST_F(BakedConfig, SplashShowsItsWholeBackdropAndAMovingDrop) {
+    const ConfigFile config = load("cfg\\splashScreen.cfg");
+    EXPECT_EQ(keysOf(config),
+              upperCased({"splashBackground", "splashBackgroundW", "splashBackgroundH", "splashAnimation",
+                          "splashAnimationX", "splashAnimationY", "splashAnimationSpeed"}));
+    expectNumbers(config, upperCased({"splashBackground", "splashAnimation"}));
+    expectPictureExists(config, "splashBackground");
+    expectPictureExists(config, "splashAnimation");
+    const TgaPicture background =
+        readTga(readBytes(Platform::resolvePath(config.getVarAsString("splashBackground"))));
+    ASSERT_TRUE(background.ok()) << background.error;
+    EXPECT_EQ(config.getVarAsFloat("splashBackgroundW"), background.width) << "the backdrop is shown whole";
+    EXPECT_EQ(config.getVarAsFloat("splashBackgroundH"), background.height) << "the backdrop is shown whole";
+    EXPECT_GT(config.getVarAsFloat("splashAnimationSpeed"), 0.0f);
+    for (const char* key : {"splashAnimationX", "splashAnimationY"})
+        EXPECT_GE(config.getVarAsFloat(key), 0.0f) << key;
+    EXPECT_LE(config.getVarAsFloat("splashAnimationX"), 800.0f);
+    EXPECT_LE(config.getVarAsFloat("splashAnimationY"), 600.0f);
+}

@@ -51,6 +51,7 @@ int main(int argc, char** argv) {
     failures += writeSet(dataFolder, bakeSprites());
     std::string fontError;
     failures += writeSet(dataFolder, bakeFonts(fontFolder, fontError));
+    failures += writeSet(dataFolder, bakeSplash(fontFolder, fontError));
     if (!fontError.empty()) {
         std::fprintf(stderr, "bake-art: %s (install fonts-dejavu-core)\n", fontError.c_str());
         ++failures;
