@@ -1,5 +1,7 @@
 // The game's own loop, its requests, the size of the view, and read access to
 // its state for the console, the drawing and the tools.
+#include <algorithm>
+
 #include "foundation/foundation.h"
 #include "game/game.h"
 #include "game/game_state.h"
@@ -43,17 +45,25 @@ void Game::startPlaying() {
     GameLinks::closeMenus();
 }
 
+namespace {
+// A window shrunk to nothing still has a view of a pixel's shape.
+float clientSide(int pixels) {
+    TRACE_LOCATION("Game::clientSide");
+    return static_cast<float>(std::max(pixels, 1));
+}
+}  // namespace
+
 float Game::getViewAreaX() {
     TRACE_LOCATION("Game::getViewAreaX");
-    const float width = static_cast<float>(GLWindow::getClientWidth());
-    const float height = static_cast<float>(GLWindow::getClientHeight());
+    const float width = clientSide(GLWindow::getClientWidth());
+    const float height = clientSide(GLWindow::getClientHeight());
     return height >= width ? 800.0f : 600.0f / height * width;
 }
 
 float Game::getViewAreaY() {
     TRACE_LOCATION("Game::getViewAreaY");
-    const float width = static_cast<float>(GLWindow::getClientWidth());
-    const float height = static_cast<float>(GLWindow::getClientHeight());
+    const float width = clientSide(GLWindow::getClientWidth());
+    const float height = clientSide(GLWindow::getClientHeight());
     return height >= width ? 800.0f / width * height : 600.0f;
 }
 
