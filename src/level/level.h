@@ -43,6 +43,13 @@ struct Polygon2D {
     std::vector<float> normalX, normalY;
     uint32_t layer = 0;
 
+    Polygon2D() = default;
+    // Deep copies; a copy of a polygon without triangles has no normals either.
+    Polygon2D(const Polygon2D& other);
+    Polygon2D& operator=(const Polygon2D& other);
+    Polygon2D(Polygon2D&&) = default;
+    Polygon2D& operator=(Polygon2D&&) = default;
+
     void setFrictionLevel(float value);
     // Appends a point unless it repeats one, then triangulates the outline so far.
     void addPoint(float x, float y);

@@ -21,6 +21,33 @@ uint64_t pointKey(float x, float y) {
 
 }  // namespace
 
+Polygon2D::Polygon2D(const Polygon2D& other) { *this = other; }
+
+Polygon2D& Polygon2D::operator=(const Polygon2D& other) {
+    TRACE_LOCATION("Polygon2D::operator=");
+    if (this == &other) return *this;
+    collideable = other.collideable;
+    present = other.present;
+    visible = other.visible;
+    moveable = other.moveable;
+    destructable = other.destructable;
+    clockwise = other.clockwise;
+    triangleCount = other.triangleCount;
+    id = other.id;
+    friction = other.friction;
+    offset = other.offset;
+    previousOffset = other.previousOffset;
+    textureName = other.textureName;
+    pointsX = other.pointsX;
+    pointsY = other.pointsY;
+    triangleX = other.triangleX;
+    triangleY = other.triangleY;
+    normalX = other.triangleCount ? other.normalX : std::vector<float>();
+    normalY = other.triangleCount ? other.normalY : std::vector<float>();
+    layer = other.layer;
+    return *this;
+}
+
 void Polygon2D::setFrictionLevel(float value) {
     TRACE_LOCATION("Polygon2D::setFrictionLevel");
     friction = std::clamp(value, 0.0f, 1.0f);

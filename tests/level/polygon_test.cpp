@@ -130,6 +130,19 @@ TEST(Polygon2D, CopiesAreDeep) {
     EXPECT_EQ(copy.triangleCount, 2u);
 }
 
+TEST(Polygon2D, ACopyWithoutTrianglesHasNoNormals) {
+    // The square's normals stay behind when a crossing point makes it degenerate.
+    Polygon2D crossed = polygonOf({{0, 0}, {10, 0}, {10, 10}, {0, 10}, {20, 5}});
+    EXPECT_EQ(crossed.triangleCount, 0u);
+    EXPECT_FALSE(crossed.normalX.empty());
+    Polygon2D copy(crossed);
+    EXPECT_TRUE(copy.normalX.empty());
+    EXPECT_EQ(copy.pointsX, crossed.pointsX);
+    Polygon2D assigned;
+    assigned = crossed;
+    EXPECT_TRUE(assigned.normalY.empty());
+}
+
 TEST(Polygon2D, ExpandMovesEdgesOutward) {
     for (bool reversed : {false, true}) {
         Polygon2D square = reversed ? polygonOf({{0, 0}, {0, 10}, {10, 10}, {10, 0}})
