@@ -3,6 +3,7 @@
 // level never finishes and pausing is silent.
 #include "foundation/foundation.h"
 #include "game/game_state.h"
+#include "graphics/graphics.h"
 #include "level/level.h"
 
 namespace GameLinks {
@@ -29,7 +30,10 @@ bool gameIsFinished() {
 void updateRules(float) { TRACE_LOCATION("GameLinks::updateRules"); }
 void unpauseLevelTimer() { TRACE_LOCATION("GameLinks::unpauseLevelTimer"); }
 void stepLevelBeforeWater(float) { TRACE_LOCATION("GameLinks::stepLevelBeforeWater"); }
-void stepLevelAfterWater(float) { TRACE_LOCATION("GameLinks::stepLevelAfterWater"); }
+void stepLevelAfterWater(float dt) {
+    TRACE_LOCATION("GameLinks::stepLevelAfterWater");
+    LevelObjectsManager::runAnimations(dt);
+}
 void updateSounds(float) { TRACE_LOCATION("GameLinks::updateSounds"); }
 
 void pauseMusic() { TRACE_LOCATION("GameLinks::pauseMusic"); }
