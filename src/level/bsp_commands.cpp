@@ -71,9 +71,12 @@ int conCmdBspDepth() {
     return depthOf(root);
 }
 
-void conCmdBspWalk(std::string word) {
+void conCmdBspWalk(std::string argument) {
     TRACE_LOCATION("LevelBspTree::conCmdBspWalk");
     if (!root || !cursor) return;
+    std::vector<std::string> words;
+    slSeparateArgs(argument, words);
+    std::string word = words.size() == 1 ? words[0] : argument;
     slStringUpper(word);
     if (word == "PARENT")
         moveCursor(cursor->parent, "\nNo parent node at current node.");

@@ -193,7 +193,7 @@ TEST_F(BspTest, ResetBringsPolygonsBack) {
 
 TEST_F(BspTest, WalkMovesTheCursorAndSaysWhatIsPossible) {
     load(squareText);
-    LevelBspTree::conCmdBspWalk("root");
+    LevelBspTree::conCmdBspWalk(" root ");
     EXPECT_EQ(console.take().rfind("\nAlready at root node.\nWalk options for current node: ", 0), 0u);
     LevelBspTree::conCmdBspWalk("parent");
     EXPECT_EQ(console.take().rfind("\nNo parent node at current node.", 0), 0u);
