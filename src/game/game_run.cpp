@@ -40,9 +40,12 @@ void Game::map(const std::string& levelName) {
     game.mapName = levelName;
 }
 
+// The mouse goes to the centre, so that the first step of play doesn't read
+// wherever it stood over the menu as a turn.
 void Game::startPlaying() {
     TRACE_LOCATION("Game::startPlaying");
     GameLinks::closeMenus();
+    GLWindow::centerMouse();
 }
 
 namespace {
