@@ -266,6 +266,22 @@ TEST_F(ParticleManagerTest, WaterErasedByItsTimerTakesNoFurtherPart) {
     EXPECT_EQ(neighbour.temperature, 10.0f);
 }
 
+TEST_F(ParticleManagerTest, TheSameStartGivesTheSameWater) {
+    std::vector<Vector2D> first;
+    for (int run = 0; run < 2; ++run) {
+        useSettings("gravity = 100\nroomTemperature = 20\nheatTransferRate = 0.2\n");
+        ParticleManager::createParticles(0, 0, 10, 128);
+        ParticleManager::getParticles().front().temperature = 150.0f;
+        for (int i = 0; i < 60; ++i) ParticleManager::runSimulation(1.0f / 60);
+        std::vector<Vector2D> positions;
+        for (const Particle& particle : ParticleManager::getParticles()) positions.push_back(particle.position);
+        if (run == 0)
+            first = positions;
+        else
+            EXPECT_EQ(positions, first);
+    }
+}
+
 TEST_F(ParticleManagerTest, SpeedIsMeasuredAndImpulseClearedEachStep) {
     Particle& particle = addParticle(Vector2D(), Vector2D(3, 0));
     particle.impulse = Vector2D(0, 4);

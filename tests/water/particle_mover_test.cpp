@@ -36,6 +36,20 @@ TEST_F(ParticleMoverTest, GridReachesFrom512BelowTheViewCentreTo1535Above) {
     }
 }
 
+TEST_F(ParticleMoverTest, TheGridFollowsTheShakingView) {
+    useSettings("", "shakeTime = 1\nshakeStrenght = 7\nshakeSpeed = 1000\n");
+    Camera::shake();
+    Camera::doShaking(0.1f);
+    const Vector2D offset = Camera::getShakeOffset();
+    ASSERT_NEAR(length(offset), 7.0f, 1e-4f);
+    Particle particle;
+    particle.position = offset + Vector2D(0.5f, 0.5f);
+    ParticleMover::addGridParticle(particle);
+    EXPECT_EQ(particle.cellX, 256u);
+    EXPECT_EQ(particle.cellY, 256u);
+    ParticleMover::removeGridParticle(particle);
+}
+
 TEST_F(ParticleMoverTest, CellsAreListsThatUnlinkFromAnyPlace) {
     Particle a, b, c;
     for (Particle* particle : {&a, &b, &c}) ParticleMover::addGridParticle(*particle);
