@@ -51,4 +51,14 @@ bool loadImage(const std::string& gameName, LoadedImage& image) {
     return locked;
 }
 
+bool savePng(const std::string& gameName, int width, int height, const std::vector<uint8_t>& pixels) {
+    if (width < 1 || height < 1 || pixels.size() < static_cast<std::size_t>(width) * height * 4) return false;
+    SDL_Surface* surface = SDL_CreateRGBSurfaceWithFormatFrom(const_cast<uint8_t*>(pixels.data()), width, height,
+                                                              32, width * 4, SDL_PIXELFORMAT_RGBA32);
+    if (!surface) return false;
+    const bool saved = IMG_SavePNG(surface, resolvePath(gameName).c_str()) == 0;
+    SDL_FreeSurface(surface);
+    return saved;
+}
+
 }  // namespace Platform

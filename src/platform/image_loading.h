@@ -18,4 +18,7 @@ struct LoadedImage {
 // False when the file can't be read or has no pixels.
 bool loadImage(const std::string& gameName, LoadedImage& image);
 
+// Writes 4 bytes a pixel (red, green, blue, alpha; top row first) as a PNG file.
+bool savePng(const std::string& gameName, int width, int height, const std::vector<uint8_t>& pixels);
+
 }  // namespace Platform

@@ -1,5 +1,5 @@
-// Script lines: ":step N [DT]", ":key CODE down|up", ":tilt DEGREES", ":state";
-// anything else is typed into the console.
+// Script lines: ":step N [DT]", ":key CODE down|up", ":tilt DEGREES", ":state",
+// ":screenshot FILE.png" (with --window); anything else is typed into the console.
 #include <cstdint>
 #include <sstream>
 
@@ -54,6 +54,13 @@ void setTilt(std::istringstream& words, const std::string& line) {
     Camera::setTilt(degrees);
 }
 
+// The frame on screen, as a PNG file relative to the data directory.
+void takeScreenshot(std::istringstream& words, const std::string& line) {
+    std::string fileName;
+    if (!(words >> fileName)) return report(line, "expected :screenshot FILE.png");
+    if (!GLWindow::saveScreenshot(fileName)) report(line, "no frame to save (run with --window)");
+}
+
 void runDirective(const std::string& line) {
     std::istringstream words(line);
     std::string directive;
@@ -66,6 +73,8 @@ void runDirective(const std::string& line) {
         setTilt(words, line);
     else if (directive == ":state")
         printLine(describeState());
+    else if (directive == ":screenshot")
+        takeScreenshot(words, line);
     else
         report(line, "unknown directive");
 }

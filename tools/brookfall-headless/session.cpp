@@ -1,5 +1,5 @@
-// Starts the services the way the game's entry does, minus the window, the
-// sound device and the menus, and runs the clock by hand.
+// Starts the services the way the game's entry does, minus the sound device and
+// the menus (and the window unless asked for), and runs the clock by hand.
 #include <cstdio>
 #include <filesystem>
 #include <iostream>
@@ -7,6 +7,8 @@
 #include "console/console.h"
 #include "foundation/foundation.h"
 #include "game/game.h"
+#include "graphics/graphics.h"
+#include "graphics/window/window.h"
 #include "headless.h"
 #include "level/level.h"
 #include "platform/platform.h"
@@ -22,6 +24,14 @@ void printToStandardOutput(const char* text, std::size_t length) {
     std::fwrite(text, 1, length, stdout);
     std::fflush(stdout);
     lastPrinted = text[length - 1];
+}
+
+// With --window the game draws every frame into a real window, as it does when
+// played; the texture store needs that window's context.
+void openWindow() {
+    GLWindow::Headless::setEnabled(false);
+    GLWindow::createWindow("Brookfall", 800, 600);
+    GLTextureManager::initialise();
 }
 
 }  // namespace
@@ -45,6 +55,7 @@ bool startGame(const Options& options) {
     LocationTrace::push("WinMain");
     Platform::setManualClock(true);
     GLConsole::setPrintHook(printToStandardOutput);
+    if (options.window) openWindow();
     GLConsole::initialise();
 
     SurfaceTypeManager::initialise();
@@ -57,6 +68,8 @@ bool startGame(const Options& options) {
 void stopGame() {
     Game::shutdown();
     GLConsole::shutdown();
+    GLTextureManager::shutdown();
+    GLWindow::close();
     GLConsole::setPrintHook(nullptr);
     std::fflush(stdout);
     LocationTrace::pop();

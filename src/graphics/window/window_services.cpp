@@ -9,6 +9,7 @@
 
 #include "foundation/foundation.h"
 #include "graphics/window/window_state.h"
+#include "platform/image_loading.h"
 #include "platform/platform.h"
 #include "platform/window_backend.h"
 
@@ -156,6 +157,25 @@ void fadeScreen(float seconds) {
         glPopMatrix();
     }
     eventListener = listener;
+}
+
+bool saveScreenshot(const std::string& fileName) {
+    TRACE_LOCATION("GLWindow::saveScreenshot");
+    if (!drawingPossible()) return false;
+    const int width = getClientWidth();
+    const int height = getClientHeight();
+    if (width < 1 || height < 1) return false;
+    std::vector<uint8_t> bottomFirst(static_cast<std::size_t>(width) * height * 4);
+    glReadBuffer(GL_BACK);
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    glReadPixels(0, 0, width, height, GL_RGBA, GL_UNSIGNED_BYTE, bottomFirst.data());
+    // OpenGL counts rows from the bottom; pictures start at the top.
+    std::vector<uint8_t> topFirst(bottomFirst.size());
+    const std::size_t rowBytes = static_cast<std::size_t>(width) * 4;
+    for (int row = 0; row < height; ++row)
+        std::copy_n(bottomFirst.begin() + static_cast<std::ptrdiff_t>(rowBytes * (height - 1 - row)), rowBytes,
+                    topFirst.begin() + static_cast<std::ptrdiff_t>(rowBytes * row));
+    return Platform::savePng(fileName, width, height, topFirst);
 }
 
 void showMessageBox(const char* text, const char* boxTitle) {
