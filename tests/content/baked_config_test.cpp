@@ -235,3 +235,38 @@ TEST_F(BakedConfig, SplashShowsItsWholeBackdropAndAMovingDrop) {
     EXPECT_LE(config.getVarAsFloat("splashAnimationX"), 800.0f);
     EXPECT_LE(config.getVarAsFloat("splashAnimationY"), 600.0f);
 }
+
+TEST_F(BakedConfig, SoundEffectsHaveEveryKeyOfTheWaterIceAndSteam) {
+    const ConfigFile config = load("cfg\\game_sfx.cfg");
+    std::set<std::string> keys = upperCased(
+        {"waterSound_ambient_volume", "waterSound_ambient", "ice_frictionChangeRate", "ice_frictionSpeed",
+         "ice_freezeEffectSpeed", "ice_freezeVolume", "ice_freezeVolumeFadeRate", "iceSound_freeze",
+         "iceSound_friction", "steamEvaporate", "steamAmbient"});
+    auto addUpper = [&keys](std::string key) {
+        slStringUpper(key);
+        keys.insert(key);
+    };
+    for (const std::string kind : {"water", "ice"}) {
+        for (const char* tail :
+             {"_disturbance_level1_speed", "_disturbance_level2_speed", "_disturbance_level3_speed",
+              "_disturbance_randomness_pitch", "_disturbance_randomness_volume"})
+            addUpper(kind + tail);
+        for (int level = 1; level <= 3; ++level)
+            for (int take = 1; take <= 4; ++take)
+                addUpper(kind + "Sound_disturbance_level_" + std::to_string(level) + "_" +
+                         std::to_string(take));
+    }
+    EXPECT_EQ(keysOf(config), keys);
+    for (const std::string kind : {"water", "ice"}) {
+        const float one = config.getVarAsFloat(kind + "_disturbance_level1_speed");
+        const float two = config.getVarAsFloat(kind + "_disturbance_level2_speed");
+        const float three = config.getVarAsFloat(kind + "_disturbance_level3_speed");
+        EXPECT_GT(one, 0.0f) << kind << ": water at rest must be quiet";
+        EXPECT_LT(one, two) << kind;
+        EXPECT_LT(two, three) << kind;
+    }
+    for (const char* key : {"ice_frictionChangeRate", "ice_freezeEffectSpeed", "ice_freezeVolumeFadeRate"}) {
+        EXPECT_GT(config.getVarAsFloat(key), 0.0f) << key;
+        EXPECT_LT(config.getVarAsFloat(key), 1.0f) << key;
+    }
+}

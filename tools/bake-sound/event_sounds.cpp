@@ -1,0 +1,82 @@
+// Sounds of events: winning, losing the water, a new high score, and the
+// sounds that levels place.
+#include <cmath>
+
+#include "sounds.h"
+
+namespace {
+
+float note(int semitonesFromA4) {
+    return 440.0f * std::pow(2.0f, semitonesFromA4 / 12.0f);
+}
+
+// A short, soft blip: what a missing sound would have been.
+Samples stand_in() {
+    Samples s = bell(note(7), 0.18f, 18.0f);
+    normalise(s, 0.5f);
+    return s;
+}
+
+// A rising arpeggio of bells, C E G C.
+Samples finish() {
+    Samples s;
+    const int steps[] = {3, 7, 10, 15};
+    for (int i = 0; i < 4; ++i)
+        mixInto(s, bell(note(steps[i]), 1.3f, 3.0f), samplesFor(0.12f * i), 1.0f - 0.1f * i);
+    normalise(s, 0.8f);
+    return s;
+}
+
+// A fanfare: a quick climb, then the full chord rings out.
+Samples highScore() {
+    Samples s;
+    const int climb[] = {-2, 3, 7, 10};
+    for (int i = 0; i < 4; ++i) mixInto(s, bell(note(climb[i]), 0.4f, 6.0f), samplesFor(0.1f * i), 0.8f);
+    for (int step : {3, 7, 10, 15}) mixInto(s, bell(note(step), 1.8f, 1.6f), samplesFor(0.45f), 0.6f);
+    normalise(s, 0.8f);
+    return s;
+}
+
+// The water is gone: a falling, wobbling gulp.
+Samples dead() {
+    Samples s = sweep(640.0f, 140.0f, 0.8f);
+    for (size_t i = 0; i < s.size(); ++i) s[i] *= 0.7f + 0.3f * std::sin(6.2831853f * 14.0f * i / sampleRate);
+    applyEnvelope(s, 0.01f, 3.5f);
+    normalise(s, 0.7f);
+    return s;
+}
+
+// A wooden dam giving way: a dull burst of noise and a few knocks of timber.
+Samples crash() {
+    Samples s = lowPass(whiteNoise(1.2f, 401u), 900.0f);
+    applyEnvelope(s, 0.005f, 4.0f);
+    Noise timing(402u);
+    for (int knock = 0; knock < 6; ++knock) {
+        Samples k = bandPass(whiteNoise(0.12f, 410u + knock), 180.0f + 60.0f * knock, 3.0f);
+        applyEnvelope(k, 0.002f, 30.0f);
+        mixInto(s, k, samplesFor(0.05f + 0.18f * knock + 0.05f * timing.next()), 2.5f);
+    }
+    normalise(s, 0.85f);
+    return s;
+}
+
+// A mill at work: churning water and the thump of paddles, once a second.
+Samples mill() {
+    Samples s = bandPass(whiteNoise(4.5f, 501u), 600.0f, 0.8f);
+    for (size_t i = 0; i < s.size(); ++i) s[i] *= 0.6f + 0.4f * std::sin(6.2831853f * 0.5f * i / sampleRate);
+    for (int beat = 0; beat < 5; ++beat) {
+        Samples thump = sweep(120.0f, 60.0f, 0.25f);
+        applyEnvelope(thump, 0.003f, 14.0f);
+        mixInto(s, thump, samplesFor(0.9f * beat), 1.2f);
+    }
+    Samples loop = makeLoop(s, 0.5f);
+    normalise(loop, 0.6f);
+    return loop;
+}
+
+}  // namespace
+
+std::vector<BakedSound> bakeEventSounds() {
+    return {{"snd/default.wav", stand_in()}, {"snd/finish.wav", finish()}, {"snd/highscore.wav", highScore()},
+            {"snd/dead.wav", dead()},        {"snd/crash.wav", crash()},   {"snd/mill.wav", mill()}};
+}
