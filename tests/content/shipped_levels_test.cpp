@@ -26,11 +26,6 @@ std::vector<std::string> levelNames() {
     return names;
 }
 
-// Sounds are baked later; every other name must reach a baked file.
-bool isSound(const std::string& name) {
-    return name.rfind("snd\\", 0) == 0;
-}
-
 }  // namespace
 
 TEST(ShippedLevels, TheFirstLevelAndAtLeastThreeMoreAreBaked) {
