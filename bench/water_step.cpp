@@ -23,7 +23,8 @@ constexpr int settlingSteps = 30;
 // the water out of view with no floor to stop it.
 void writeSettings(const std::filesystem::path& folder) {
     std::filesystem::create_directories(folder / "cfg");
-    std::ofstream(folder / "cfg" / "water.cfg") << "roomTemperature = 20\nheatTransferRate = 0.1\nparticleKillTime = 1\n";
+    std::ofstream(folder / "cfg" / "water.cfg")
+        << "roomTemperature = 20\nheatTransferRate = 0.1\nparticleKillTime = 1\n";
 }
 
 class WaterBody {

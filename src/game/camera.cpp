@@ -32,7 +32,8 @@ void readSettings() {
     settings.mouseTurnSpeed = positive("mouseTurnSpeed");
     settings.zoomSpeed = positive("zoomSpeed");
     settings.zoomWait = positive("zoomWait");
-    settings.waypointInterpolateSpeed = clamped(positive("waypointInterpolateSpeed"), 0.0f, largestWaypointSpeed);
+    settings.waypointInterpolateSpeed =
+        clamped(positive("waypointInterpolateSpeed"), 0.0f, largestWaypointSpeed);
     settings.waypointInterpolateDistance = positive("waypointInterpolateDistance");
     settings.shakeTime = positive("shakeTime");
     settings.shakeStrenght = positive("shakeStrenght");

@@ -18,7 +18,8 @@ constexpr int rightButton = 2;
 
 bool isPauseKey(int key) {
     TRACE_LOCATION("Game::isPauseKey");
-    return key == pauseKey || std::toupper(static_cast<unsigned char>(GLWindow::keyboardKeyToAscii(key))) == 'P';
+    return key == pauseKey ||
+           std::toupper(static_cast<unsigned char>(GLWindow::keyboardKeyToAscii(key))) == 'P';
 }
 }  // namespace
 

@@ -13,31 +13,59 @@ bool menuIsOpen() {
     return false;
 }
 
-void openMainMenu() { TRACE_LOCATION("GameLinks::openMainMenu"); }
-void openInGameMenu() { TRACE_LOCATION("GameLinks::openInGameMenu"); }
-void closeMenus() { TRACE_LOCATION("GameLinks::closeMenus"); }
-void sendKeyToMenu(int) { TRACE_LOCATION("GameLinks::sendKeyToMenu"); }
-void sendKeyReleaseToMenu(int) { TRACE_LOCATION("GameLinks::sendKeyReleaseToMenu"); }
-void sendMouseMoveToMenu(int, int) { TRACE_LOCATION("GameLinks::sendMouseMoveToMenu"); }
-void sendMousePressToMenu(int, int, int) { TRACE_LOCATION("GameLinks::sendMousePressToMenu"); }
-void sendMouseReleaseToMenu(int, int, int) { TRACE_LOCATION("GameLinks::sendMouseReleaseToMenu"); }
+void openMainMenu() {
+    TRACE_LOCATION("GameLinks::openMainMenu");
+}
+void openInGameMenu() {
+    TRACE_LOCATION("GameLinks::openInGameMenu");
+}
+void closeMenus() {
+    TRACE_LOCATION("GameLinks::closeMenus");
+}
+void sendKeyToMenu(int) {
+    TRACE_LOCATION("GameLinks::sendKeyToMenu");
+}
+void sendKeyReleaseToMenu(int) {
+    TRACE_LOCATION("GameLinks::sendKeyReleaseToMenu");
+}
+void sendMouseMoveToMenu(int, int) {
+    TRACE_LOCATION("GameLinks::sendMouseMoveToMenu");
+}
+void sendMousePressToMenu(int, int, int) {
+    TRACE_LOCATION("GameLinks::sendMousePressToMenu");
+}
+void sendMouseReleaseToMenu(int, int, int) {
+    TRACE_LOCATION("GameLinks::sendMouseReleaseToMenu");
+}
 
 bool gameIsFinished() {
     TRACE_LOCATION("GameLinks::gameIsFinished");
     return false;
 }
 
-void updateRules(float) { TRACE_LOCATION("GameLinks::updateRules"); }
-void unpauseLevelTimer() { TRACE_LOCATION("GameLinks::unpauseLevelTimer"); }
-void stepLevelBeforeWater(float) { TRACE_LOCATION("GameLinks::stepLevelBeforeWater"); }
+void updateRules(float) {
+    TRACE_LOCATION("GameLinks::updateRules");
+}
+void unpauseLevelTimer() {
+    TRACE_LOCATION("GameLinks::unpauseLevelTimer");
+}
+void stepLevelBeforeWater(float) {
+    TRACE_LOCATION("GameLinks::stepLevelBeforeWater");
+}
 void stepLevelAfterWater(float dt) {
     TRACE_LOCATION("GameLinks::stepLevelAfterWater");
     LevelObjectsManager::runAnimations(dt);
 }
-void updateSounds(float) { TRACE_LOCATION("GameLinks::updateSounds"); }
+void updateSounds(float) {
+    TRACE_LOCATION("GameLinks::updateSounds");
+}
 
-void pauseMusic() { TRACE_LOCATION("GameLinks::pauseMusic"); }
-void resumeMusic() { TRACE_LOCATION("GameLinks::resumeMusic"); }
+void pauseMusic() {
+    TRACE_LOCATION("GameLinks::pauseMusic");
+}
+void resumeMusic() {
+    TRACE_LOCATION("GameLinks::resumeMusic");
+}
 
 bool loadLevel(const std::string& levelName) {
     TRACE_LOCATION("GameLinks::loadLevel");

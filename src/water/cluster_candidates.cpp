@@ -89,7 +89,10 @@ void ClusterCandidates::take(int candidate) {
     if (next >= 0) cellPrevious[next] = previous;
 }
 
-bool ClusterCandidates::empty() const { return remaining == 0; }
+bool ClusterCandidates::empty() const {
+    TRACE_LOCATION("ClusterCandidates::empty");
+    return remaining == 0;
+}
 
 Particle* ClusterCandidates::takeFirst() {
     TRACE_LOCATION("ClusterCandidates::takeFirst");
@@ -109,7 +112,8 @@ void ClusterCandidates::findNear(const Vector2D& position, int after, float radi
         for (int y = std::max(centreY - reach, 0); y <= std::min(centreY + reach, rows - 1); ++y) {
             for (int candidate = cellFirst[x * rows + y]; candidate >= 0;) {
                 const int next = cellNext[candidate];
-                if (candidate > after && distanceSquared(order[candidate]->position, position) <= radiusSquared) {
+                if (candidate > after &&
+                    distanceSquared(order[candidate]->position, position) <= radiusSquared) {
                     take(candidate);
                     enqueue(candidate);
                 }

@@ -109,7 +109,8 @@ TEST_F(CameraTest, FollowingIsSmoothedAlikeAtAnyFrameRate) {
 }
 
 TEST_F(CameraTest, TheGlideToTheWaterEndsWithinItsDistance) {
-    useSettings("waypointInterpolateSpeed = 0.01\nwaypointInterpolateDistance = 5\n", Camera::movingToWaypoint);
+    useSettings("waypointInterpolateSpeed = 0.01\nwaypointInterpolateDistance = 5\n",
+                Camera::movingToWaypoint);
     ParticleManager::createParticles(100, 0, 0, 1);
     Camera::doMovement(0.5f);
     EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
@@ -121,7 +122,8 @@ TEST_F(CameraTest, TheGlideToTheWaterEndsWithinItsDistance) {
 }
 
 TEST_F(CameraTest, TheGlideEndsAtOnceWhenTheWaterIsNear) {
-    useSettings("waypointInterpolateSpeed = 5\nwaypointInterpolateDistance = -20\n", Camera::movingToWaypoint);
+    useSettings("waypointInterpolateSpeed = 5\nwaypointInterpolateDistance = -20\n",
+                Camera::movingToWaypoint);
     ParticleManager::createParticles(15, 0, 0, 1);
     Camera::doMovement(0.02f);
     EXPECT_EQ(Camera::getState(), Camera::following);

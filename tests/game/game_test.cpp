@@ -1,9 +1,10 @@
+#include "game/game.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
 
 #include "console/console.h"
-#include "game/game.h"
 #include "graphics/window/window.h"
 #include "level/level.h"
 #include "support/test_support.h"
@@ -19,7 +20,8 @@ std::string levelWithFloor(int waterX) {
     level.waterStart = {waterX, 0};
     level.cameraStart = {waterX, -20};
     PolygonRecord floor;
-    for (const LevelPoint& point : {LevelPoint{-300, 60}, LevelPoint{300, 60}, LevelPoint{300, 120}, LevelPoint{-300, 120}})
+    for (const LevelPoint& point :
+         {LevelPoint{-300, 60}, LevelPoint{300, 60}, LevelPoint{300, 120}, LevelPoint{-300, 120}})
         floor.points.push_back(point);
     level.polygons.push_back(floor);
     return LevelFileFormat::write(level);
@@ -104,8 +106,8 @@ TEST_F(GameTest, TheViewShowsAtLeast800By600) {
         int width, height;
         float x, y;
     };
-    for (const Case& c : {Case{800, 600, 800, 600}, Case{1920, 1080, 1066.6666f, 600}, Case{600, 800, 800, 1066.6666f},
-                          Case{500, 500, 800, 800}}) {
+    for (const Case& c : {Case{800, 600, 800, 600}, Case{1920, 1080, 1066.6666f, 600},
+                          Case{600, 800, 800, 1066.6666f}, Case{500, 500, 800, 800}}) {
         GLWindow::Headless::setClientSize(c.width, c.height);
         EXPECT_FLOAT_EQ(Game::getViewAreaX(), c.x) << c.width << "x" << c.height;
         EXPECT_FLOAT_EQ(Game::getViewAreaY(), c.y) << c.width << "x" << c.height;

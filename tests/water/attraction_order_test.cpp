@@ -51,7 +51,8 @@ std::vector<Particle> scatter(int count, float size, uint32_t seed) {
     setRandomSeed(seed);
     std::vector<Particle> particles(count);
     for (Particle& particle : particles)
-        particle.position = Vector2D(static_cast<float>(randomUnit()) * size, static_cast<float>(randomUnit()) * size);
+        particle.position =
+            Vector2D(static_cast<float>(randomUnit()) * size, static_cast<float>(randomUnit()) * size);
     return particles;
 }
 
@@ -85,7 +86,8 @@ TEST(AttractionClusters, AChainListedOutOfOrderFallsIntoSeveralClusters) {
     const int places[] = {0, 2, 4, 1, 3, 5};
     std::vector<Particle> particles(12);
     for (size_t i = 0; i < particles.size(); ++i)
-        particles[i].position = Vector2D(39.0f * static_cast<float>(places[i % 6]), 100.0f * static_cast<float>(i / 6));
+        particles[i].position =
+            Vector2D(39.0f * static_cast<float>(places[i % 6]), 100.0f * static_cast<float>(i / 6));
     expectSameClusters(particles, 40.0f);
     std::vector<Particle*> order;
     for (Particle& particle : particles) order.push_back(&particle);

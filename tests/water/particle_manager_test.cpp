@@ -8,7 +8,9 @@ namespace {
 
 using ParticleManagerTest = WaterWorld;
 
-size_t particleCount() { return ParticleManager::getParticles().size(); }
+size_t particleCount() {
+    return ParticleManager::getParticles().size();
+}
 
 TEST_F(ParticleManagerTest, StartsAnnouncingItselfAndItsHelpers) {
     ParticleManager::shutdown();
@@ -71,14 +73,16 @@ TEST_F(ParticleManagerTest, CommandsLeaveWithTheManager) {
 
 TEST_F(ParticleManagerTest, ParticleCreateChecksItsWords) {
     const std::string usage =
-        "\nUsage: ParticleCreate < x : number > < y : number > < radius : number > < amount : integer number > ";
+        "\nUsage: ParticleCreate < x : number > < y : number > < radius : number > < amount : integer number "
+        "> ";
     for (const char* line : {"ParticleCreate 1 2 3", "ParticleCreate a 2 3 4", "ParticleCreate 1 2 3 4.5",
                              "ParticleCreate 1 2 3 4 5"}) {
         console.take();
         GLConsole::enterLine(line);
         EXPECT_NE(console.text().find(usage), std::string::npos) << line;
     }
-    for (const char* line : {"ParticleCreate 1 2 3 0", "ParticleCreate 1 2 3 -5", "ParticleCreate 1 2 3 2000000000"}) {
+    for (const char* line :
+         {"ParticleCreate 1 2 3 0", "ParticleCreate 1 2 3 -5", "ParticleCreate 1 2 3 2000000000"}) {
         console.take();
         GLConsole::enterLine(line);
         EXPECT_NE(console.text().find("\nInvalid number of particles to make"), std::string::npos) << line;
@@ -274,7 +278,8 @@ TEST_F(ParticleManagerTest, TheSameStartGivesTheSameWater) {
         ParticleManager::getParticles().front().temperature = 150.0f;
         for (int i = 0; i < 60; ++i) ParticleManager::runSimulation(1.0f / 60);
         std::vector<Vector2D> positions;
-        for (const Particle& particle : ParticleManager::getParticles()) positions.push_back(particle.position);
+        for (const Particle& particle : ParticleManager::getParticles())
+            positions.push_back(particle.position);
         if (run == 0)
             first = positions;
         else

@@ -16,10 +16,9 @@ TEST_F(ParticleMoverTest, GridReachesFrom512BelowTheViewCentreTo1535Above) {
         uint32_t cellX, cellY;
     };
     const Case cases[] = {
-        {{100, -50}, true, 256, 256},      {{-411, -561}, true, 0, 0},      // truncation towards zero
-        {{-413.5f, -50}, true, 0, 256},    {{-414.5f, -50}, false, 0, 0},  // -2.5 truncates to -2: outside
-        {{1635, 1485}, true, 1023, 1023},  {{1637, -50}, false, 0, 0},
-        {{100, 1487}, false, 0, 0},
+        {{100, -50}, true, 256, 256},     {{-411, -561}, true, 0, 0},     // truncation towards zero
+        {{-413.5f, -50}, true, 0, 256},   {{-414.5f, -50}, false, 0, 0},  // -2.5 truncates to -2: outside
+        {{1635, 1485}, true, 1023, 1023}, {{1637, -50}, false, 0, 0},    {{100, 1487}, false, 0, 0},
     };
     for (const Case& c : cases) {
         Particle particle;

@@ -30,7 +30,8 @@ protected:
         ParticleManager::initialise();
     }
 
-    Particle& addParticle(const Vector2D& position, const Vector2D& velocity = Vector2D(), float temperature = 20.0f) {
+    Particle& addParticle(const Vector2D& position, const Vector2D& velocity = Vector2D(),
+                          float temperature = 20.0f) {
         ParticleManager::createParticles(position.x, position.y, 0.0f, 1);
         Particle& particle = ParticleManager::getParticles().front();
         particle.velocity = velocity;
@@ -47,7 +48,8 @@ protected:
     }
 
     static std::string turningSettings(float degrees) {
-        return "rotationSmooth = 0\nmaxAngle = 180\nkeyboardTurnSpeed = " + std::to_string(std::fabs(degrees)) + "\n";
+        return "rotationSmooth = 0\nmaxAngle = 180\nkeyboardTurnSpeed = " +
+               std::to_string(std::fabs(degrees)) + "\n";
     }
 
     ScratchFolder folder;
