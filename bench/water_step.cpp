@@ -12,6 +12,7 @@
 
 #include "console/console.h"
 #include "game/game.h"
+#include "level/level.h"
 #include "water/water.h"
 
 namespace {
@@ -38,7 +39,9 @@ public:
         ParticleManager::initialise();
         // Spread at about the density that repulsion gives water.
         const float radius = amount <= 128 ? 10.0f : 2.0f * std::sqrt(static_cast<float>(amount));
-        GLConsole::enterLine("ParticleCreate 0 0 " + std::to_string(radius) + " " + std::to_string(amount));
+        if (amount > 0)
+            GLConsole::enterLine("ParticleCreate 0 0 " + std::to_string(radius) + " " +
+                                 std::to_string(amount));
         Camera::setState(Camera::following);
         for (int i = 0; i < settlingSteps; ++i) ParticleManager::runSimulation(stepSeconds);
     }
@@ -57,6 +60,36 @@ void BM_SimulationStep(benchmark::State& state) {
     state.counters["particles"] = static_cast<double>(ParticleManager::getParticles().size());
 }
 BENCHMARK(BM_SimulationStep)->Arg(128)->Arg(2048)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+// A bowl 640 units wide round the view's centre, so that gravity can act and
+// every particle's sub-steps meet the level's edges.
+void loadBowl(const std::filesystem::path& folder) {
+    LevelFile level;
+    PolygonRecord floor;
+    floor.points = {{-340, 200}, {340, 200}, {340, 260}, {-340, 260}};
+    PolygonRecord left;
+    left.points = {{-340, -250}, {-320, -250}, {-320, 200}, {-340, 200}};
+    PolygonRecord right;
+    right.points = {{320, -250}, {340, -250}, {340, 200}, {320, 200}};
+    level.polygons = {floor, left, right};
+    std::filesystem::create_directories(folder / "maps");
+    std::ofstream(folder / "maps" / "bowl.rill", std::ios::binary) << LevelFileFormat::write(level);
+    Level::load("maps\\bowl.rill");
+}
+
+void BM_SimulationStepInABowl(benchmark::State& state) {
+    WaterBody water(0);
+    loadBowl(std::filesystem::current_path());
+    GLConsole::enterLine("Gravity 100");
+    const int amount = static_cast<int>(state.range(0));
+    Camera::setPosition(Vector2D());
+    ParticleManager::createParticles(0, -50, 2.0f * std::sqrt(static_cast<float>(amount)), amount);
+    for (int i = 0; i < 120; ++i) ParticleManager::runSimulation(stepSeconds);
+    for (auto _ : state) ParticleManager::runSimulation(stepSeconds);
+    state.counters["particles"] = static_cast<double>(ParticleManager::getParticles().size());
+    Level::clear();
+}
+BENCHMARK(BM_SimulationStepInABowl)->Arg(128)->Arg(2048)->Arg(10000)->Unit(benchmark::kMillisecond);
 
 void BM_AttractionPass(benchmark::State& state) {
     WaterBody water(static_cast<int>(state.range(0)));
