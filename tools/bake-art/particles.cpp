@@ -25,9 +25,9 @@ Image render(const Shader& shader) {
 // into one surface of water.
 Rgba waterShader(float x, float y) {
     const float r = radius(x, y);
-    const float body = 1.0f - smoothstep(0.55f, 1.0f, r);
-    const float highlight = 1.0f - smoothstep(0.0f, 0.45f, radius(x + 0.22f * half, y + 0.22f * half));
-    const float shade = 0.82f + 0.18f * highlight;
+    const float body = 1.0f - smoothstep(0.75f, 1.0f, r);
+    const float highlight = 1.0f - smoothstep(0.0f, 0.5f, radius(x + 0.22f * half, y + 0.22f * half));
+    const float shade = 0.9f + 0.1f * highlight;
     return {shade, shade, shade, body};
 }
 

@@ -135,24 +135,25 @@ Rgba iceTexel(int x, int y) {
     return mix(c, rgb(0.96f, 0.99f, 1.0f), crack * 0.8f);
 }
 
-// Decoration: dark cave rock for the back layers, low in contrast.
+// Decoration: dark cave rock for the back layers: soft, low in contrast, so
+// that the solid surfaces in front of it stand out.
 Rgba rockTexel(int x, int y) {
     const float u = unitX(x), v = unitX(y);
     const CellDistances cell = cellular(u, v, 3, 81u);
-    const float slabs = smoothstep(0.0f, 0.2f, cell.second - cell.nearest);
+    const float slabs = smoothstep(0.0f, 0.35f, cell.second - cell.nearest);
     const float tone = fractal(u, v, 4, 5, 82u);
-    return scaled(rgb(0.20f, 0.21f, 0.25f), 0.6f + 0.5f * tone + 0.25f * slabs);
+    return scaled(rgb(0.14f, 0.15f, 0.19f), 0.75f + 0.4f * tone + 0.12f * slabs);
 }
 
 // Decoration: brown soil with small pebbles.
 Rgba earthTexel(int x, int y) {
     const float u = unitX(x), v = unitX(y);
-    const CellDistances pebble = cellular(u, v, 12, 91u);
+    const CellDistances pebble = cellular(u, v, 8, 91u);
     const float tone = fractal(u, v, 4, 5, 92u);
     const Rgba soil = scaled(rgb(0.36f, 0.25f, 0.16f), 0.7f + 0.5f * tone);
     const float stone = 1.0f - smoothstep(0.2f, 0.28f, pebble.nearest);
     const float show = (pebble.cellHash % 3u) == 0 ? stone * (0.8f + 0.2f * tone) : 0.0f;
-    return mix(soil, scaled(rgb(0.55f, 0.52f, 0.47f), 0.8f + 0.4f * tone), show);
+    return mix(soil, scaled(rgb(0.46f, 0.38f, 0.30f), 0.8f + 0.3f * tone), show * 0.8f);
 }
 
 }  // namespace
