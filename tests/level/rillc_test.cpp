@@ -14,9 +14,12 @@ struct ToolRun {
     int exitCode = -1;
 };
 
+// The tools stand in the build folder, one above the test programs.
 std::string rillcPath() {
-    const char* binaryDir = std::getenv("BROOKFALL_BINARY_DIR");
-    return std::string(binaryDir ? binaryDir : ".") + "/rillc";
+    if (const char* binaryDir = std::getenv("BROOKFALL_BINARY_DIR")) return std::string(binaryDir) + "/rillc";
+    std::error_code error;
+    const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
+    return (self.parent_path().parent_path() / "rillc").string();
 }
 
 ToolRun rillc(const std::string& arguments) {
