@@ -265,14 +265,38 @@ private:
     std::map<LineKey, Tally> lineTallies;
 };
 
-BspNode* takeChild(BspNode* parent, NodeList& list) {
+// A node still to be partitioned with the list that falls to it.
+struct PendingPartition {
+    BspNode* node;
+    NodeList list;
+};
+
+// Chooses the child from its side's list and leaves the rest for later.
+BspNode* takeChild(BspNode* parent, NodeList& list, std::vector<PendingPartition>& pending) {
     if (list.empty()) return nullptr;
     auto chosen = choosePartitionNode(list);
     BspNode* child = *chosen;
     list.erase(chosen);
     child->parent = parent;
-    bspPartition(child, list);
+    pending.push_back(PendingPartition{child, std::move(list)});
     return child;
+}
+
+void partitionOne(BspNode* node, NodeList& list, std::vector<PendingPartition>& pending) {
+    NodeList positive, negative;
+    for (BspNode* entry : list) {
+        float d1, d2;
+        classify(*node, *entry, d1, d2);
+        if (d1 >= 0.0f && d2 >= -0.1f)
+            positive.push_back(entry);
+        else if (d1 < 0.0f && d2 < 0.1f)
+            negative.push_back(entry);
+        else
+            splitEntry(*node, entry, d1, positive, negative);
+    }
+    list.clear();
+    node->negativeChild = takeChild(node, negative, pending);
+    node->positiveChild = takeChild(node, positive, pending);
 }
 
 }  // namespace
@@ -347,22 +371,19 @@ NodeList::iterator choosePartitionNode(NodeList& list) {
     return std::next(list.begin(), static_cast<std::ptrdiff_t>(winner));
 }
 
+// Each side's list is partitioned on its own, so the subtrees can be built in
+// any order: a stack of pending lists keeps the depth of a long chain of edges
+// (a large convex outline) off the call stack.
 void bspPartition(BspNode* node, NodeList& list) {
     TRACE_LOCATION("LevelBspTree::bspPartition");
-    NodeList positive, negative;
-    for (BspNode* entry : list) {
-        float d1, d2;
-        classify(*node, *entry, d1, d2);
-        if (d1 >= 0.0f && d2 >= -0.1f)
-            positive.push_back(entry);
-        else if (d1 < 0.0f && d2 < 0.1f)
-            negative.push_back(entry);
-        else
-            splitEntry(*node, entry, d1, positive, negative);
-    }
+    std::vector<PendingPartition> pending;
+    pending.push_back(PendingPartition{node, std::move(list)});
     list.clear();
-    node->negativeChild = takeChild(node, negative);
-    node->positiveChild = takeChild(node, positive);
+    while (!pending.empty()) {
+        PendingPartition work = std::move(pending.back());
+        pending.pop_back();
+        partitionOne(work.node, work.list, pending);
+    }
 }
 
 }  // namespace LevelBspTree::Build

@@ -9,12 +9,19 @@ namespace {
 
 using namespace LevelBspTree::State;
 
-int countNodes(const BspNode* node) {
-    return node ? 1 + countNodes(node->negativeChild) + countNodes(node->positiveChild) : 0;
-}
-
-int depthOf(const BspNode* node) {
-    return node ? 1 + std::max(depthOf(node->negativeChild), depthOf(node->positiveChild)) : 0;
+// Size and depth in one walk with a stack of its own: trees can be deep.
+void measure(const BspNode* root, int& size, int& depth) {
+    size = depth = 0;
+    std::vector<std::pair<const BspNode*, int>> pending;
+    if (root) pending.emplace_back(root, 1);
+    while (!pending.empty()) {
+        const auto [node, level] = pending.back();
+        pending.pop_back();
+        ++size;
+        depth = std::max(depth, level);
+        if (node->negativeChild) pending.emplace_back(node->negativeChild, level + 1);
+        if (node->positiveChild) pending.emplace_back(node->positiveChild, level + 1);
+    }
 }
 
 bool switchValue(bool& flag, bool value, bool set) {
@@ -63,12 +70,16 @@ namespace LevelBspTree {
 
 int conCmdBspSize() {
     TRACE_LOCATION("LevelBspTree::conCmdBspSize");
-    return countNodes(root);
+    int size, depth;
+    measure(root, size, depth);
+    return size;
 }
 
 int conCmdBspDepth() {
     TRACE_LOCATION("LevelBspTree::conCmdBspDepth");
-    return depthOf(root);
+    int size, depth;
+    measure(root, size, depth);
+    return depth;
 }
 
 void conCmdBspWalk(std::string argument) {

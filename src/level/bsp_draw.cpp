@@ -24,10 +24,15 @@ Vector2D midpoint(const BspNode& node) { return (node.start + node.end) * 0.5f; 
 // Positive side first, each node before its children.
 template <typename Visit>
 void positiveFirst(const BspNode* node, Visit&& visit) {
-    if (!node) return;
-    visit(*node);
-    positiveFirst(node->positiveChild, visit);
-    positiveFirst(node->negativeChild, visit);
+    std::vector<const BspNode*> pending;
+    if (node) pending.push_back(node);
+    while (!pending.empty()) {
+        const BspNode* next = pending.back();
+        pending.pop_back();
+        visit(*next);
+        if (next->negativeChild) pending.push_back(next->negativeChild);
+        if (next->positiveChild) pending.push_back(next->positiveChild);
+    }
 }
 
 void drawSplits() {

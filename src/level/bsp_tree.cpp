@@ -19,17 +19,30 @@ void clearDebugFlags() {
     nodeDraw = splitDraw = castDraw = walkDraw = false;
 }
 
+// Children before their parent, without recursion: trees of long edge chains are deep.
 void deleteSubtree(BspNode* node) {
-    if (!node) return;
-    deleteSubtree(node->negativeChild);
-    deleteSubtree(node->positiveChild);
-    delete node;
+    std::vector<BspNode*> pending;
+    if (node) pending.push_back(node);
+    while (!pending.empty()) {
+        BspNode* next = pending.back();
+        pending.pop_back();
+        if (next->negativeChild) pending.push_back(next->negativeChild);
+        if (next->positiveChild) pending.push_back(next->positiveChild);
+        delete next;
+    }
 }
 
+// Negative subtree, node, positive subtree.
 template <typename Visit>
 void inOrder(BspNode* node, Visit&& visit) {
-    while (node) {
-        inOrder(node->negativeChild, visit);
+    std::vector<BspNode*> pending;
+    while (node || !pending.empty()) {
+        while (node) {
+            pending.push_back(node);
+            node = node->negativeChild;
+        }
+        node = pending.back();
+        pending.pop_back();
         visit(node);
         node = node->positiveChild;
     }

@@ -264,3 +264,22 @@ TEST_F(BspTest, TypedCommandsReachTheTree) {
     GLConsole::enterLine("BspSize");
     EXPECT_NE(console.take().find("4"), std::string::npos);
 }
+
+TEST_F(BspTest, ALargeConvexOutlineMakesADeepTreeThatStillWorks) {
+    std::string text = "polygon\n";
+    const int points = 700;
+    for (int i = 0; i < points; ++i) {
+        const double angle = 6.283185307179586 * i / points;
+        text += std::to_string(static_cast<int>(std::lround(std::cos(angle) * 5000))) + " " +
+                std::to_string(static_cast<int>(std::lround(std::sin(angle) * 5000))) + "\n";
+    }
+    load(text + "end\n");
+    ASSERT_GT(Level::getPolygons().front().triangleCount, 0u);
+    const int size = LevelBspTree::conCmdBspSize();
+    EXPECT_GE(size, points);
+    EXPECT_GT(LevelBspTree::conCmdBspDepth(), 100);  // edges of a convex outline lie in front of each other
+    EXPECT_EQ(static_cast<int>(nodes().size()), size);
+    Vector2D end(20000, 10);
+    ASSERT_NE(LevelBspTree::raycast(Vector2D(-20000, 10), end), nullptr);
+    EXPECT_NEAR(end.x, -5000.0f, 1.0f);
+}

@@ -107,3 +107,11 @@ TEST_F(CircleCollisionTest, NoLevelNoContact) {
     EXPECT_FALSE(CircleCollision::collisionTest(&centre, 2.0f));
     EXPECT_EQ(centre, Vector2D(50, -1));
 }
+
+TEST_F(CircleCollisionTest, ACentreThatIsNoNumberHasNoContact) {
+    Vector2D centre(NAN, 0);
+    EXPECT_FALSE(CircleCollision::collisionTest(&centre, 2.0f));
+    EXPECT_EQ(CircleCollision::getCollisionFriction(), 1.0f);
+    Vector2D far(INFINITY, -INFINITY);
+    EXPECT_FALSE(CircleCollision::collisionTest(&far, 2.0f));
+}
