@@ -2,6 +2,8 @@
 // services stop again in reverse order. Command line and environment are ignored.
 #include "console/console.h"
 #include "foundation/foundation.h"
+#include "game/game.h"
+#include "graphics/graphics.h"
 #include "graphics/window/window.h"
 
 int main(int, char**) {
@@ -16,10 +18,15 @@ int main(int, char**) {
     const int screenWidth = GLWindow::getScreenWidth();
     GLWindow::setFullscreen(true, screenWidth, screenHeight);
     GLWindow::enableVsync(true);
+    GLTextureManager::initialise();
     GLConsole::initialise();
     GLWindow::giveFocous();
 
+    // The player may have closed the window already; then there is no game to run.
+    if (GLWindow::exists()) Game::run("maps\\testLevel.rill");
+
     GLConsole::shutdown();
+    GLTextureManager::shutdown();
 
     LocationTrace::pop();
     return 0;
