@@ -1,0 +1,110 @@
+#include <gtest/gtest.h>
+
+#include "console/console.h"
+#include "game/game.h"
+#include "graphics/graphics.h"
+#include "real_window.h"
+#include "support/test_support.h"
+#include "test_images.h"
+#include "water/water.h"
+
+namespace {
+
+const Rgb black{0, 0, 0}, water{255, 0, 255}, steam{0, 255, 255}, ice{255, 255, 0};
+
+const char* const settings =
+    "waterTexture = gfx\\white.tga\nsteamTexture = gfx\\white.tga\niceTexture = gfx\\white.tga\n"
+    "water_color_r = 1\nwater_color_b = 1\nwater_color_a = 1\n"
+    "steam_color_g = 1\nsteam_color_b = 1\nsteam_color_a = 1\n"
+    "ice_color_r = 1\nice_color_g = 1\nice_color_a = 1\n"
+    "velocityExpansion = -2\nmaxVelocityExpansion = 10\n";
+
+// No level: only the water on black. A window of 400 by 300 shows 800 by 600
+// units, so world (x, y) is the pixel (200 + x / 2, 150 + y / 2).
+class ParticleDrawing : public ::testing::Test {
+protected:
+    ScratchFolder folder;
+    ConsoleCapture console;
+    RealWindow window{400, 300};
+
+    ParticleDrawing() {
+        folder.write("gfx/white.tga", makeRawTga(16, 16, true, solid(255, 255, 255)));
+        folder.write("cfg/water.cfg", settings);
+        GLTextureManager::initialise();
+        GLConsole::initialise();
+        Camera::initialise();
+        Camera::setPosition(Vector2D());
+        ParticleManager::initialise();
+        ParticleRenderer::initialise();
+    }
+    ~ParticleDrawing() override {
+        ParticleRenderer::shutdown();
+        ParticleManager::shutdown();
+        GLConsole::shutdown();
+        GLTextureManager::shutdown();
+    }
+
+    static Particle particleAt(float x, float y, float temperature) {
+        Particle particle;
+        particle.position = Vector2D(x, y);
+        for (Vector2D& previous : particle.previousPosition) previous = particle.position;
+        particle.temperature = temperature;
+        return particle;
+    }
+    static Rgb world(float x, float y) {
+        unsigned char pixel[4] = {0, 0, 0, 0};
+        glReadBuffer(GL_BACK);  // kept across the swap by the software renderer
+        glReadPixels(static_cast<int>(200 + x / 2), 299 - static_cast<int>(150 + y / 2), 1, 1, GL_RGBA,
+                     GL_UNSIGNED_BYTE, pixel);
+        return {pixel[0], pixel[1], pixel[2]};
+    }
+};
+
+TEST_F(ParticleDrawing, PhasesTakeTheirOwnColours) {
+    auto& particles = ParticleManager::getParticles();
+    particles.push_back(particleAt(-100, 0, 99.9f));
+    particles.push_back(particleAt(0, 0, 100.0f));
+    ParticleGroup body;
+    body.particles.push_back(particleAt(100, 0, -5.0f));
+    ParticleGroupMover::getGroups().push_back(body);
+    Game::draw();
+    EXPECT_TRUE(near(world(-100, 0), water));
+    EXPECT_TRUE(near(world(0, 0), steam));
+    EXPECT_TRUE(near(world(100, 0), ice));
+    EXPECT_TRUE(near(world(-50, 0), black));
+    ParticleGroupMover::getGroups().clear();
+}
+
+TEST_F(ParticleDrawing, SpeedGrowsTheSquareWhateverTheSignOfTheSetting) {
+    Particle fast = particleAt(0, 0, 20.0f);
+    fast.speed = 3.0f;  // half-width 2 + 6
+    ParticleManager::getParticles().push_back(fast);
+    Particle slow = particleAt(100, 0, 20.0f);
+    ParticleManager::getParticles().push_back(slow);
+    Game::draw();
+    EXPECT_TRUE(near(world(6, 6), water));
+    EXPECT_TRUE(near(world(106, 6), black));
+}
+
+TEST_F(ParticleDrawing, ADyingParticlePastItsTimeIsInvisibleAndTrailsFade) {
+    Particle dying = particleAt(0, 0, 20.0f);
+    dying.dying = 1;
+    dying.killTimer = -1.0f;
+    ParticleManager::getParticles().push_back(dying);
+    Particle moving = particleAt(100, 0, 20.0f);
+    moving.previousPosition[0] = Vector2D(120, 0);
+    moving.previousPosition[1] = Vector2D(140, 0);
+    moving.previousPosition[2] = Vector2D(160, 0);
+    ParticleManager::getParticles().push_back(moving);
+    Game::draw();
+    EXPECT_TRUE(near(world(0, 0), black));
+    // Trail squares at half, a quarter and an eighth of the body's alpha.
+    EXPECT_TRUE(near(world(120, 0), {128, 0, 128}, 4));
+    EXPECT_TRUE(near(world(140, 0), {64, 0, 64}, 4));
+    EXPECT_TRUE(near(world(160, 0), {32, 0, 32}, 4));
+    GLConsole::enterLine("ParticleDraw false");
+    Game::draw();
+    EXPECT_TRUE(near(world(100, 0), black));
+}
+
+}  // namespace
