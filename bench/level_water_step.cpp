@@ -58,6 +58,7 @@ BENCHMARK_DEFINE_F(WaterInBasin, Step128Particles)(benchmark::State& state) {
     for (auto _ : state) ParticleManager::runSimulation(stepSeconds);
     state.counters["particles"] = static_cast<double>(ParticleManager::getParticles().size());
     state.counters["edges"] = LevelBspTree::conCmdBspSize();
+    state.counters["depth"] = LevelBspTree::conCmdBspDepth();
 }
 
 BENCHMARK_REGISTER_F(WaterInBasin, Step128Particles)->Unit(benchmark::kMicrosecond);

@@ -60,20 +60,26 @@ void buildDynamicPointsAndNodesList() {
     }
 }
 
-void buildPointsAndNodesListRecursive(const BspNode* node) {
-    TRACE_LOCATION("CircleCollision::buildPointsAndNodesListRecursive");
+// Only edges whose line lies within the radius of the centre are looked at;
+// the walk goes down one side of every other edge.
+void descend(const BspNode* node, const Vector2D& centre, float r) {
     while (node) {
-        const float d = node->signedDistance(*circle);
-        if (d >= radius) {
+        const float d = node->signedDistance(centre);
+        if (d >= r) {
             node = node->positiveChild;
-        } else if (d < -radius) {
+        } else if (d < -r) {
             node = node->negativeChild;
         } else {
             if (node->collideable) gatherContacts(*node);
-            buildPointsAndNodesListRecursive(node->negativeChild);
+            descend(node->negativeChild, centre, r);
             node = node->positiveChild;
         }
     }
+}
+
+void buildPointsAndNodesListRecursive(const BspNode* node) {
+    TRACE_LOCATION("CircleCollision::buildPointsAndNodesListRecursive");
+    descend(node, *circle, radius);
 }
 
 void addContact(const Vector2D& normal, float friction) {
