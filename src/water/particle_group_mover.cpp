@@ -3,6 +3,8 @@
 // the members only follow it to fixed places inside the circle. It does not
 // rotate, it slides without friction, bodies that come close merge, and when
 // a body warms above zero all its members go back to the water at once.
+#include <GL/gl.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -263,6 +265,9 @@ void debugDraw() {
     TRACE_LOCATION("ParticleGroupMover::debugDraw");
     if (!debugSwitch || !GLWindow::contextAvailable()) return;
     GLWindow::glPushState();
+    glDisable(GL_BLEND);
+    glDisable(GL_TEXTURE_2D);
+    glColor3f(1.0f, 0.0f, 0.0f);
     for (const ParticleGroup& group : groups)
         GLWindow::glCircle(group.position.x, group.position.y, group.radius, 64);
     GLWindow::glPopState();
