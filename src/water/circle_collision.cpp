@@ -30,13 +30,10 @@ std::vector<PointContact> points;
 std::vector<const BspNode*> nodes;
 std::vector<BspNode> collideableNodes;
 
-// The same arithmetic as dot() and length() of the foundation, inline.
-inline float dotOf(const Vector2D& a, const Vector2D& b) {
-    return static_cast<float>(static_cast<double>(a.x) * b.x + static_cast<double>(a.y) * b.y);
-}
-inline float lengthOf(const Vector2D& v) {
-    return static_cast<float>(std::sqrt(static_cast<double>(v.x) * v.x + static_cast<double>(v.y) * v.y));
-}
+// Single precision throughout: this is the inner loop of the game.
+inline float dotOf(const Vector2D& a, const Vector2D& b) { return a.x * b.x + a.y * b.y; }
+inline float lengthOf(const Vector2D& v) { return std::sqrt(v.x * v.x + v.y * v.y); }
+inline float distanceToLine(const BspNode& node, const Vector2D& q) { return dotOf(q - node.start, node.normal); }
 
 // An edge whose line lies within the radius: a line contact where the centre's
 // foot falls on it, a point contact at the foot or at the nearer end.
@@ -55,7 +52,7 @@ void gatherContacts(const BspNode& node) {
 void buildDynamicPointsAndNodesList() {
     TRACE_LOCATION("CircleCollision::buildDynamicPointsAndNodesList");
     for (const BspNode& node : collideableNodes) {
-        const float d = node.signedDistance(*circle);
+        const float d = distanceToLine(node, *circle);
         if (d >= -radius && d <= radius) gatherContacts(node);
     }
 }
@@ -64,7 +61,7 @@ void buildDynamicPointsAndNodesList() {
 // the walk goes down one side of every other edge.
 void descend(const BspNode* node, const Vector2D& centre, float r) {
     while (node) {
-        const float d = node->signedDistance(centre);
+        const float d = distanceToLine(*node, centre);
         if (d >= r) {
             node = node->positiveChild;
         } else if (d < -r) {
@@ -109,7 +106,7 @@ bool resolveLineCollisions() {
     TRACE_LOCATION("CircleCollision::resolveLineCollisions");
     bool hit = false;
     for (auto node = nodes.rbegin(); node != nodes.rend(); ++node) {
-        const float d = (*node)->signedDistance(*circle);
+        const float d = distanceToLine(**node, *circle);
         if (d < -radius) continue;
         *circle -= (*node)->normal * (d + radius);
         addContact((*node)->normal, (*node)->friction);
