@@ -283,3 +283,15 @@ TEST_F(BspTest, ALargeConvexOutlineMakesADeepTreeThatStillWorks) {
     ASSERT_NE(LevelBspTree::raycast(Vector2D(-20000, 10), end), nullptr);
     EXPECT_NEAR(end.x, -5000.0f, 1.0f);
 }
+
+TEST_F(BspTest, ARayEndingOnAnEdgesLineStaysOnItsPositiveSide) {
+    load(squareText);
+    // From inside the solid (the positive side) to the top side's line: no crossing.
+    Vector2D fromInside(50, 0);
+    EXPECT_EQ(LevelBspTree::raycast(Vector2D(50, 50), fromInside), nullptr);
+    // From free space to the same point: the edge is reached exactly at the ray's end.
+    Vector2D fromOutside(50, 0);
+    BspNode* hit = LevelBspTree::raycast(Vector2D(50, -50), fromOutside);
+    ASSERT_NE(hit, nullptr);
+    EXPECT_EQ(fromOutside, Vector2D(50, 0));
+}
