@@ -27,6 +27,8 @@ ArtSet bakeInterface();
 // The loading splash's backdrop, titled with a font from fontFolder, and its
 // animation. On failure, error says what was missing.
 ArtSet bakeSplash(const std::string& fontFolder, std::string& error);
+// Menu buttons, chooser arrows, the logo and the level-finished backdrop.
+ArtSet bakeMenus(const std::string& fontFolder, std::string& error);
 // Font images of 16 by 16 cells, drawn from the TrueType files in fontFolder.
 // On failure, error says what was missing and the set holds what was made.
 ArtSet bakeFonts(const std::string& fontFolder, std::string& error);

@@ -52,6 +52,7 @@ int main(int argc, char** argv) {
     std::string fontError;
     failures += writeSet(dataFolder, bakeFonts(fontFolder, fontError));
     failures += writeSet(dataFolder, bakeSplash(fontFolder, fontError));
+    failures += writeSet(dataFolder, bakeMenus(fontFolder, fontError));
     if (!fontError.empty()) {
         std::fprintf(stderr, "bake-art: %s (install fonts-dejavu-core)\n", fontError.c_str());
         ++failures;

@@ -74,9 +74,54 @@ Samples mill() {
     return loop;
 }
 
+// Menus: a soft underwater pad behind them, a tick when a button takes the
+// focus, a plop when one is pressed, and a tick for the score counters.
+Samples menuAmbient() {
+    Samples s(samplesFor(8.5f), 0.0f);
+    for (int step : {-21, -14, -9, -5}) {
+        Samples tone = sweep(note(step), note(step), 8.5f);
+        for (size_t i = 0; i < tone.size(); ++i)
+            tone[i] *= 0.6f + 0.4f * std::sin(6.2831853f * (0.13f + 0.02f * step) * i / sampleRate);
+        mixInto(s, tone, 0, 0.25f);
+    }
+    mixInto(s, lowPass(whiteNoise(8.5f, 551u), 500.0f), 0, 0.5f);
+    Samples loop = makeLoop(s, 1.0f);
+    normalise(loop, 0.35f);
+    return loop;
+}
+
+Samples menuOver() {
+    Samples s = bell(note(19), 0.12f, 30.0f);
+    normalise(s, 0.35f);
+    return s;
+}
+
+Samples menuClick() {
+    Samples s = sweep(300.0f, 900.0f, 0.09f);
+    applyEnvelope(s, 0.002f, 30.0f);
+    normalise(s, 0.6f);
+    return s;
+}
+
+Samples scoreCount() {
+    Samples s(samplesFor(0.5f), 0.0f);
+    for (int tick = 0; tick < 5; ++tick)
+        mixInto(s, bell(note(14 + tick), 0.06f, 60.0f), samplesFor(0.1f * tick), 0.8f);
+    normalise(s, 0.4f);
+    return s;
+}
+
 }  // namespace
 
 std::vector<BakedSound> bakeEventSounds() {
-    return {{"snd/default.wav", stand_in()}, {"snd/finish.wav", finish()}, {"snd/highscore.wav", highScore()},
-            {"snd/dead.wav", dead()},        {"snd/crash.wav", crash()},   {"snd/mill.wav", mill()}};
+    return {{"snd/default.wav", stand_in()},
+            {"snd/finish.wav", finish()},
+            {"snd/highscore.wav", highScore()},
+            {"snd/dead.wav", dead()},
+            {"snd/crash.wav", crash()},
+            {"snd/mill.wav", mill()},
+            {"snd/menu/ambient.wav", menuAmbient()},
+            {"snd/menu/over.wav", menuOver()},
+            {"snd/menu/click.wav", menuClick()},
+            {"snd/menu/count.wav", scoreCount()}};
 }
