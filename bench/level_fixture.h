@@ -43,7 +43,8 @@ inline LevelFile gridOfSquares(int edges) {
     const int squares = edges / 4;
     const int side = static_cast<int>(std::ceil(std::sqrt(static_cast<double>(squares))));
     for (int i = 0; i < squares; ++i)
-        level.polygons.push_back(square((i % side - side / 2) * 40 + 10, (i / side - side / 2) * 40 + 10, 20));
+        level.polygons.push_back(
+            square((i % side - side / 2) * 40 + 10, (i / side - side / 2) * 40 + 10, 20));
     return level;
 }
 

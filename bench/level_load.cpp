@@ -21,8 +21,12 @@ void loadRepeatedly(benchmark::State& state, const LevelFile& level) {
     }
 }
 
-void LoadPolygonOf2000Points(benchmark::State& state) { loadRepeatedly(state, LevelBench::wavyDisc(2000, 3000)); }
-void LoadLevelOf10000Edges(benchmark::State& state) { loadRepeatedly(state, LevelBench::gridOfSquares(10000)); }
+void LoadPolygonOf2000Points(benchmark::State& state) {
+    loadRepeatedly(state, LevelBench::wavyDisc(2000, 3000));
+}
+void LoadLevelOf10000Edges(benchmark::State& state) {
+    loadRepeatedly(state, LevelBench::gridOfSquares(10000));
+}
 
 // What triangulating after every point would cost, on a smaller outline.
 void AddPointOneByOne(benchmark::State& state) {

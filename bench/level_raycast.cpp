@@ -19,7 +19,8 @@ Rays makeRays() {
     Rays rays;
     setRandomSeed(7);
     for (int i = 0; i < rayCount; ++i) {
-        rays.start[i] = Vector2D(static_cast<float>((randomUnit() - 0.5) * 1600), static_cast<float>((randomUnit() - 0.5) * 1600));
+        rays.start[i] = Vector2D(static_cast<float>((randomUnit() - 0.5) * 1600),
+                                 static_cast<float>((randomUnit() - 0.5) * 1600));
         rays.end[i] = rays.start[i] + Vector2D(static_cast<float>((randomUnit() - 0.5) * 100000),
                                                static_cast<float>((randomUnit() - 0.5) * 100000));
     }

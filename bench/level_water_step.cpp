@@ -17,7 +17,8 @@ constexpr float stepSeconds = 0.013333334f;
 LevelFile basinLevel() {
     LevelFile level;
     PolygonRecord basin;
-    basin.points = {{-80, -100}, {-80, 60}, {80, 60}, {80, -100}, {60, -100}, {60, 40}, {-60, 40}, {-60, -100}};
+    basin.points = {{-80, -100}, {-80, 60}, {80, 60},  {80, -100},
+                    {60, -100},  {60, 40},  {-60, 40}, {-60, -100}};
     level.polygons.push_back(basin);
     const int squares = (edgeCount - 8) / 4;
     for (int i = 0; i < squares; ++i) {
@@ -31,9 +32,10 @@ class WaterInBasin : public benchmark::Fixture {
 public:
     void SetUp(benchmark::State&) override {
         folder = new LevelBench::Folder;
-        folder->write("cfg/water.cfg", "gravity = 260\nroomTemperature = 20\nheatTransferRate = 0.15\n"
-                                       "particleKillTime = 0.6\nparticleGroupInterpolation = 0.02\n"
-                                       "groupExpandSpeed = 0.05\niceGravityStrenght = 1\n");
+        folder->write("cfg/water.cfg",
+                      "gravity = 260\nroomTemperature = 20\nheatTransferRate = 0.15\n"
+                      "particleKillTime = 0.6\nparticleGroupInterpolation = 0.02\n"
+                      "groupExpandSpeed = 0.05\niceGravityStrenght = 1\n");
         folder->write("maps/basin.rill", LevelFileFormat::write(basinLevel()));
         Level::load("maps/basin.rill");
         GLWindow::Headless::setClientSize(800, 600);

@@ -1,8 +1,8 @@
 // Building the tree: every static edge that water can touch, oriented with its
 // normal into the solid, then partitioned. The build may be slow (it runs while
 // a level loads); the queries on the result must be fast.
-#include <climits>
 #include <algorithm>
+#include <climits>
 #include <cmath>
 #include <cstdlib>
 #include <iterator>
@@ -48,7 +48,8 @@ bool insideAlong(float projection, float edgeLength) {
 }
 
 // A copy of an edge over a part of its line; it keeps its direction and normal.
-void appendPiece(std::vector<BspNode*>& pieces, const BspNode& from, const Vector2D& start, const Vector2D& end) {
+void appendPiece(std::vector<BspNode*>& pieces, const BspNode& from, const Vector2D& start,
+                 const Vector2D& end) {
     BspNode* piece = makeNode(start, end, from);
     piece->length = distance(start, end);
     pieces.push_back(piece);
@@ -92,7 +93,9 @@ inline float distanceTo(float dx, float dy, const Vector2D& normal) {
     return static_cast<float>(static_cast<double>(dx) * normal.x + static_cast<double>(dy) * normal.y);
 }
 
-bool isDestructable(const BspNode& node) { return node.polygon && node.polygon->destructable; }
+bool isDestructable(const BspNode& node) {
+    return node.polygon && node.polygon->destructable;
+}
 
 enum class PairOutcome { Kept, FirstRemoved, BothRemoved };
 
@@ -241,8 +244,10 @@ private:
 
     std::optional<LineKey> lineKey(std::size_t i) const {
         const Vector2D normal = normals[i];
-        if (normal.x == 0.0f && std::fabs(normal.y) == 1.0f) return LineKey{1, normal.y > 0 ? 1 : -1, starts[i].y};
-        if (normal.y == 0.0f && std::fabs(normal.x) == 1.0f) return LineKey{0, normal.x > 0 ? 1 : -1, starts[i].x};
+        if (normal.x == 0.0f && std::fabs(normal.y) == 1.0f)
+            return LineKey{1, normal.y > 0 ? 1 : -1, starts[i].y};
+        if (normal.y == 0.0f && std::fabs(normal.x) == 1.0f)
+            return LineKey{0, normal.x > 0 ? 1 : -1, starts[i].x};
         return std::nullopt;
     }
 

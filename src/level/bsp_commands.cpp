@@ -32,7 +32,8 @@ bool switchValue(bool& flag, bool value, bool set) {
 void printWalkUsage() {
     GLConsole::print("\nUnrecognised tree walk command. Valid commands are: ");
     GLConsole::print("\n");
-    for (const char* word : {"LEFT", "RIGHT", "PARENT", "ROOT"}) GLConsole::print(std::string("\nBspWalk ") + word);
+    for (const char* word : {"LEFT", "RIGHT", "PARENT", "ROOT"})
+        GLConsole::print(std::string("\nBspWalk ") + word);
     GLConsole::print("\n");
 }
 

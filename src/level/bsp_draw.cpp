@@ -12,14 +12,18 @@ using namespace LevelBspTree::State;
 constexpr float tickLength = 8.0f;
 constexpr float lineReach = 9999.0f;
 
-void vertex(const Vector2D& p) { glVertex2f(p.x, p.y); }
+void vertex(const Vector2D& p) {
+    glVertex2f(p.x, p.y);
+}
 
 void segment(const Vector2D& from, const Vector2D& to) {
     vertex(from);
     vertex(to);
 }
 
-Vector2D midpoint(const BspNode& node) { return (node.start + node.end) * 0.5f; }
+Vector2D midpoint(const BspNode& node) {
+    return (node.start + node.end) * 0.5f;
+}
 
 // Positive side first, each node before its children.
 template <typename Visit>

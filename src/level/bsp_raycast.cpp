@@ -19,10 +19,14 @@ uint32_t bitsOf(float value) {
 
 // 0 to 1 inclusive in one unsigned compare: a sign bit or a NaN makes the
 // pattern larger than the one just above 1.0.
-bool withinUnit(float t) { return bitsOf(t) < 0x3F800001u; }
+bool withinUnit(float t) {
+    return bitsOf(t) < 0x3F800001u;
+}
 
 // |a| > |b| with the sign shifted out of both patterns.
-bool magnitudeGreater(float a, float b) { return (bitsOf(a) << 1) > (bitsOf(b) << 1); }
+bool magnitudeGreater(float a, float b) {
+    return (bitsOf(a) << 1) > (bitsOf(b) << 1);
+}
 
 float fractionAlong(const Vector2D& from, const Vector2D& to, double x, double y) {
     const float dx = to.x - from.x, dy = to.y - from.y;
@@ -39,8 +43,10 @@ bool edgeIntersectFast(const Vector2D& a1, Vector2D& a2, const BspNode& node) {
     if (denominator == 0.0) return false;
     const double d1 = static_cast<double>(a1.x) * a2.y - static_cast<double>(a1.y) * a2.x;
     const double d2 = static_cast<double>(b1.x) * b2.y - static_cast<double>(b1.y) * b2.x;
-    const double x = (d1 * (static_cast<double>(b1.x) - b2.x) - d2 * (static_cast<double>(a1.x) - a2.x)) / denominator;
-    const double y = (d1 * (static_cast<double>(b1.y) - b2.y) - d2 * (static_cast<double>(a1.y) - a2.y)) / denominator;
+    const double x =
+        (d1 * (static_cast<double>(b1.x) - b2.x) - d2 * (static_cast<double>(a1.x) - a2.x)) / denominator;
+    const double y =
+        (d1 * (static_cast<double>(b1.y) - b2.y) - d2 * (static_cast<double>(a1.y) - a2.y)) / denominator;
     if (!withinUnit(fractionAlong(a1, a2, x, y)) || !withinUnit(fractionAlong(b1, b2, x, y))) return false;
     a2 = Vector2D(static_cast<float>(x), static_cast<float>(y));
     return true;

@@ -1,8 +1,10 @@
 // The loaded level: its polygons, which tree nodes carry each polygon's edges,
 // the start points, and the order in which a level comes and goes.
-#include "console/console.h"
-#include "graphics/graphics.h"
 #include "level/level.h"
+
+#include "console/console.h"
+#include "dynamics/dynamics.h"
+#include "graphics/graphics.h"
 
 namespace {
 
@@ -74,6 +76,9 @@ void clear() {
     TRACE_LOCATION("Level::clear");
     GLConsole::print("\nClearing level data...");
     GLConsole::removeCommand("DrawTriangles");
+    TriggerManager::shutdown();
+    MoverManager::shutdown();
+    ForceManager::shutdown();
     LevelGeometryRenderer::shutdown();
     LevelBspTree::clear();
     LevelObjectsManager::shutdown();
@@ -94,6 +99,9 @@ void reset() {
     }
     LevelBspTree::resetTree();
     LevelObjectsManager::resetObjects();
+    MoverManager::resetMovers();
+    // Last, since the things that triggers changed are put back above.
+    TriggerManager::resetTriggers();
 }
 
 void setPolygonCollideable(Polygon2D* polygon, bool value) {

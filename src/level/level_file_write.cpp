@@ -8,7 +8,8 @@ namespace {
 class Writer {
 public:
     void u32(uint32_t value) {
-        for (int shift = 0; shift < 32; shift += 8) bytes.push_back(static_cast<char>((value >> shift) & 0xFF));
+        for (int shift = 0; shift < 32; shift += 8)
+            bytes.push_back(static_cast<char>((value >> shift) & 0xFF));
     }
     void i32(int32_t value) { u32(static_cast<uint32_t>(value)); }
     void u8(uint8_t value) { bytes.push_back(static_cast<char>(value)); }

@@ -5,6 +5,7 @@
 // records are kept by the level, where Level::getRecords shows them.
 #include "level/level_handover.h"
 
+#include "dynamics/dynamics.h"
 #include "graphics/graphics.h"
 
 namespace {
@@ -17,7 +18,8 @@ void handOverObjects(const std::vector<ObjectRecord>& objects) {
         LevelObject object;
         object.id = record.id;
         object.layer = record.layer;
-        object.position = Vector2D(static_cast<float>(record.position.x), static_cast<float>(record.position.y));
+        object.position =
+            Vector2D(static_cast<float>(record.position.x), static_cast<float>(record.position.y));
         object.mirrored = record.mirrored != 0;
         object.setTexture(record.textureName);
         LevelObjectsManager::addObject(object);
@@ -35,6 +37,10 @@ void handOverForces(const std::vector<ForceRecord>& forces) {
         force.directionY = direction.y;
         force.strength *= 10.0f;
     }
+    ForceManager::initialise();
+    for (const ForceRecord& force : kept)
+        ForceManager::addForce(force.id, static_cast<float>(force.position.x), static_cast<float>(force.position.y),
+                               force.directionX, force.directionY, force.strength);
 }
 
 void handOverSoundSources(const std::vector<SoundSourceRecord>& sounds) {
@@ -45,6 +51,15 @@ void handOverSoundSources(const std::vector<SoundSourceRecord>& sounds) {
 void handOverMovers(const std::vector<MoverRecord>& movers) {
     TRACE_LOCATION("LevelLoader::handOverMovers");
     Level::recordsForHandOver().movers = movers;
+    MoverManager::initialise();
+    for (const MoverRecord& record : movers) {
+        Mover mover;
+        mover.id = record.id;
+        mover.speed = record.speed;
+        mover.setStartPoint(Vector2D(static_cast<float>(record.start.x), static_cast<float>(record.start.y)));
+        mover.setEndPoint(Vector2D(static_cast<float>(record.end.x), static_cast<float>(record.end.y)));
+        MoverManager::addMover(mover);
+    }
 }
 
 void handOverEmitters(const std::vector<EmitterRecord>& emitters) {
@@ -55,6 +70,11 @@ void handOverEmitters(const std::vector<EmitterRecord>& emitters) {
 void handOverTriggers(const std::vector<TriggerRecord>& triggers) {
     TRACE_LOCATION("LevelLoader::handOverTriggers");
     Level::recordsForHandOver().triggers = triggers;
+    TriggerManager::initialise();
+    auto corner = [](const LevelPoint& p) { return Vector2D(static_cast<float>(p.x), static_cast<float>(p.y)); };
+    for (const TriggerRecord& record : triggers)
+        TriggerManager::addTrigger(record.type, record.targetId, record.delay, corner(record.corners[0]),
+                                   corner(record.corners[1]), corner(record.corners[2]), corner(record.corners[3]));
 }
 
 }  // namespace
@@ -65,7 +85,9 @@ void handOver(const LevelFile& level, const std::vector<Polygon2D>& polygons) {
     TRACE_LOCATION("LevelLoader::handOver");
     Level::clear();
     for (const Polygon2D& polygon : polygons) Level::addPolygon(polygon);
-    auto toVector = [](const LevelPoint& p) { return Vector2D(static_cast<float>(p.x), static_cast<float>(p.y)); };
+    auto toVector = [](const LevelPoint& p) {
+        return Vector2D(static_cast<float>(p.x), static_cast<float>(p.y));
+    };
     Level::setStartPoints(toVector(level.waterStart), toVector(level.cameraStart));
     handOverObjects(level.objects);
     handOverForces(level.forces);

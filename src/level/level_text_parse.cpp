@@ -17,7 +17,9 @@ struct ParseError {
     std::string message;
 };
 
-[[noreturn]] void fail(const std::string& message) { throw ParseError{message}; }
+[[noreturn]] void fail(const std::string& message) {
+    throw ParseError{message};
+}
 
 struct Token {
     std::string text;
@@ -95,7 +97,8 @@ bool parseFloat(const std::string& text, float& value) {
 // The values of one record line, taken field by field.
 class Fields {
 public:
-    Fields(const std::vector<Token>& tokens, std::size_t first, const char* record, std::set<std::string>& seen)
+    Fields(const std::vector<Token>& tokens, std::size_t first, const char* record,
+           std::set<std::string>& seen)
         : tokens(tokens), at(first), record(record), seen(seen) {}
 
     bool done() const { return at >= tokens.size(); }
@@ -109,9 +112,11 @@ public:
     int64_t integer(int64_t low, int64_t high) {
         int64_t value;
         const std::string& text = take("a whole number");
-        if (!parseInteger(text, value)) fail("field '" + field + "' wants a whole number, not '" + text + "'");
+        if (!parseInteger(text, value))
+            fail("field '" + field + "' wants a whole number, not '" + text + "'");
         if (value < low || value > high)
-            fail("field '" + field + "' must lie within " + std::to_string(low) + " and " + std::to_string(high));
+            fail("field '" + field + "' must lie within " + std::to_string(low) + " and " +
+                 std::to_string(high));
         return value;
     }
     int32_t int32() { return static_cast<int32_t>(integer(INT32_MIN, INT32_MAX)); }
@@ -284,7 +289,8 @@ void readFields(Record& record, Fields& fields, Apply apply) {
 }
 
 template <typename Record, typename Apply>
-void addRecord(std::vector<Record>& records, const std::vector<Token>& tokens, const char* kind, Apply apply) {
+void addRecord(std::vector<Record>& records, const std::vector<Token>& tokens, const char* kind,
+               Apply apply) {
     if (records.size() >= LevelFileFormat::countLimit) fail(std::string("too many ") + kind + " records");
     Record record;
     std::set<std::string> seen;
@@ -365,7 +371,8 @@ private:
 
     void addTrigger(const std::vector<Token>& tokens) {
         bool typed = false;
-        for (std::size_t i = 1; i < tokens.size(); ++i) typed = typed || (tokens[i].text == "type" && !tokens[i].quoted);
+        for (std::size_t i = 1; i < tokens.size(); ++i)
+            typed = typed || (tokens[i].text == "type" && !tokens[i].quoted);
         if (!typed) fail("a trigger needs a type");
         addRecord(level.triggers, tokens, "trigger", triggerField);
     }

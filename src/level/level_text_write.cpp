@@ -43,7 +43,9 @@ std::string real(float value) {
     return text;
 }
 
-std::string point(const LevelPoint& p) { return std::to_string(p.x) + " " + std::to_string(p.y); }
+std::string point(const LevelPoint& p) {
+    return std::to_string(p.x) + " " + std::to_string(p.y);
+}
 
 std::string named(const Named* table, int count, int32_t value) {
     const char* name = nameOf(table, count, value);
@@ -57,8 +59,8 @@ std::string flag(uint8_t value) {
 }
 
 void writePolygon(std::string& out, const PolygonRecord& polygon) {
-    out += "polygon id " + std::to_string(polygon.id) + " texture " + quoted(polygon.textureName) + " surface " +
-           named(surfaces, surfaceCount, polygon.surfaceType) + " collision " +
+    out += "polygon id " + std::to_string(polygon.id) + " texture " + quoted(polygon.textureName) +
+           " surface " + named(surfaces, surfaceCount, polygon.surfaceType) + " collision " +
            named(collisionModes, collisionModeCount, polygon.collisionMode) + " layer " +
            std::to_string(polygon.layer) + "\n";
     for (const LevelPoint& p : polygon.points) out += "  " + point(p) + "\n";
@@ -67,8 +69,8 @@ void writePolygon(std::string& out, const PolygonRecord& polygon) {
 
 void writeObject(std::string& out, const ObjectRecord& object) {
     out += "object id " + std::to_string(object.id) + " texture " + quoted(object.textureName) + " layer " +
-           std::to_string(object.layer) + " at " + point(object.position) + " mirrored " + flag(object.mirrored) +
-           "\n";
+           std::to_string(object.layer) + " at " + point(object.position) + " mirrored " +
+           flag(object.mirrored) + "\n";
 }
 
 void writeForce(std::string& out, const ForceRecord& force) {
@@ -77,8 +79,8 @@ void writeForce(std::string& out, const ForceRecord& force) {
 }
 
 void writeMover(std::string& out, const MoverRecord& mover) {
-    out += "mover id " + std::to_string(mover.id) + " speed " + real(mover.speed) + " from " + point(mover.start) +
-           " to " + point(mover.end) + "\n";
+    out += "mover id " + std::to_string(mover.id) + " speed " + real(mover.speed) + " from " +
+           point(mover.start) + " to " + point(mover.end) + "\n";
 }
 
 void writeTrigger(std::string& out, const TriggerRecord& trigger) {

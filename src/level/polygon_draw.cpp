@@ -22,7 +22,8 @@ void Polygon2D::drawTrianglesOutline() const {
     glLineWidth(1.0f);
     for (uint32_t t = 0; t < triangleCount; ++t) {
         glBegin(GL_LINE_LOOP);
-        for (uint32_t v = 0; v < 3; ++v) glVertex2f(triangleX[t * 3 + v] + offset.x, triangleY[t * 3 + v] + offset.y);
+        for (uint32_t v = 0; v < 3; ++v)
+            glVertex2f(triangleX[t * 3 + v] + offset.x, triangleY[t * 3 + v] + offset.y);
         glEnd();
     }
 }

@@ -21,7 +21,9 @@ uint64_t pointKey(float x, float y) {
 
 }  // namespace
 
-Polygon2D::Polygon2D(const Polygon2D& other) { *this = other; }
+Polygon2D::Polygon2D(const Polygon2D& other) {
+    *this = other;
+}
 
 Polygon2D& Polygon2D::operator=(const Polygon2D& other) {
     TRACE_LOCATION("Polygon2D::operator=");

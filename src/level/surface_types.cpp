@@ -7,8 +7,8 @@ namespace {
 
 constexpr int surfaceCount = 5;
 const char* const frictionKeys[surfaceCount] = {"surfaceFriction_metal", "surfaceFriction_wood",
-                                                 "surfaceFriction_stone", "surfaceFriction_cloth",
-                                                 "surfaceFriction_sand"};
+                                                "surfaceFriction_stone", "surfaceFriction_cloth",
+                                                "surfaceFriction_sand"};
 float frictions[surfaceCount] = {1.0f, 1.0f, 1.0f, 1.0f, 1.0f};
 
 }  // namespace

@@ -31,9 +31,15 @@ std::vector<const BspNode*> nodes;
 std::vector<BspNode> collideableNodes;
 
 // Single precision throughout: this is the inner loop of the game.
-inline float dotOf(const Vector2D& a, const Vector2D& b) { return a.x * b.x + a.y * b.y; }
-inline float lengthOf(const Vector2D& v) { return std::sqrt(v.x * v.x + v.y * v.y); }
-inline float distanceToLine(const BspNode& node, const Vector2D& q) { return dotOf(q - node.start, node.normal); }
+inline float dotOf(const Vector2D& a, const Vector2D& b) {
+    return a.x * b.x + a.y * b.y;
+}
+inline float lengthOf(const Vector2D& v) {
+    return std::sqrt(v.x * v.x + v.y * v.y);
+}
+inline float distanceToLine(const BspNode& node, const Vector2D& q) {
+    return dotOf(q - node.start, node.normal);
+}
 
 // An edge whose line lies within the radius: a line contact where the centre's
 // foot falls on it, a point contact at the foot or at the nearer end.

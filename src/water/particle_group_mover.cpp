@@ -195,7 +195,8 @@ void runSimulation(float dt, std::list<Particle>& particles) {
             continue;
         }
         group.velocity += gravityVelocity * iceGravityStrenght;
-        group.temperature = (1.0f - heatShare) * group.temperature + heatShare * ParticleManager::getRoomTemperature();
+        group.temperature =
+            (1.0f - heatShare) * group.temperature + heatShare * ParticleManager::getRoomTemperature();
         group.radius = expand * group.radius + (1.0f - expand) * group.targetRadius;
         const Vector2D before = group.position;
         moveGroup(group, dt);
@@ -245,7 +246,8 @@ void doGroupMerging() {
     TRACE_LOCATION("ParticleGroupMover::doGroupMerging");
     for (auto a = groups.begin(); a != groups.end(); ++a) {
         for (auto b = std::next(a); b != groups.end(); ++b) {
-            if (distance(a->position, b->position) >= a->targetRadius + b->targetRadius + mergeMargin) continue;
+            if (distance(a->position, b->position) >= a->targetRadius + b->targetRadius + mergeMargin)
+                continue;
             if (a->targetRadius <= b->targetRadius)
                 moveInto(*a, *b);
             else

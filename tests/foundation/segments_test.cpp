@@ -20,7 +20,7 @@ TEST(EdgesCross, PlainCrossingsAndMisses) {
 
 TEST(EdgesCross, SharedEndPointsNeverCrossEvenWhenOverlapping) {
     EXPECT_FALSE(cross(0, 0, 10, 0, 0, 0, 0, 10));
-    EXPECT_FALSE(cross(0, 0, 10, 0, 10, 0, 5, 0));   // colinear, overlapping, shared end
+    EXPECT_FALSE(cross(0, 0, 10, 0, 10, 0, 5, 0));    // colinear, overlapping, shared end
     EXPECT_FALSE(cross(0, 0, 10, 10, 10, 10, 0, 0));  // the same segment both ways
 }
 

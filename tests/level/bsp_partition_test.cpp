@@ -56,19 +56,31 @@ TEST(BspPartitionChoice, SameWinnerAsTryingEveryCandidatePlainly) {
         NodeList list;
         const int n = 2 + static_cast<int>(randomBits() % 300);
         for (int i = 0; i < n; ++i) {
-            const float x = static_cast<float>(randomBits() % 40) * 5, y = static_cast<float>(randomBits() % 40) * 5;
+            const float x = static_cast<float>(randomBits() % 40) * 5,
+                        y = static_cast<float>(randomBits() % 40) * 5;
             const float length = static_cast<float>(1 + randomBits() % 6) * 5;
             switch (randomBits() % 5) {
-                case 0: list.push_back(edge(x, y, x + length, y)); break;
-                case 1: list.push_back(edge(x, y, x, y - length)); break;
-                case 2: list.push_back(edge(x + length, y, x, y)); break;
-                case 3: list.push_back(edge(x, y, x, y + length)); break;
-                default: list.push_back(edge(x, y, x + length, y + length * 0.5f)); break;
+                case 0:
+                    list.push_back(edge(x, y, x + length, y));
+                    break;
+                case 1:
+                    list.push_back(edge(x, y, x, y - length));
+                    break;
+                case 2:
+                    list.push_back(edge(x + length, y, x, y));
+                    break;
+                case 3:
+                    list.push_back(edge(x, y, x, y + length));
+                    break;
+                default:
+                    list.push_back(edge(x, y, x + length, y + length * 0.5f));
+                    break;
             }
         }
         const std::size_t expected = plainChoice(list);
         const auto chosen = LevelBspTree::Build::choosePartitionNode(list);
-        EXPECT_EQ(static_cast<std::size_t>(std::distance(list.begin(), chosen)), expected) << "round " << round;
+        EXPECT_EQ(static_cast<std::size_t>(std::distance(list.begin(), chosen)), expected)
+            << "round " << round;
         for (BspNode* node : list) delete node;
     }
 }
@@ -97,7 +109,8 @@ void plainPiece(NodeList& list, const BspNode& from, const Vector2D& start, cons
 }
 
 bool plainCut(NodeList& list, const BspNode& a, const BspNode& b) {
-    if (std::fabs(a.signedDistance(b.start)) >= 0.01f || std::fabs(a.signedDistance(b.end)) >= 0.01f) return false;
+    if (std::fabs(a.signedDistance(b.start)) >= 0.01f || std::fabs(a.signedDistance(b.end)) >= 0.01f)
+        return false;
     const float p[4] = {dot(a.start - b.start, b.direction), dot(a.end - b.start, b.direction),
                         dot(b.start - a.start, a.direction), dot(b.end - a.start, a.direction)};
     const float l[4] = {b.length, b.length, a.length, a.length};
@@ -135,7 +148,8 @@ void plainOptimise(NodeList& list) {
             bool both = false;
             if (nearPoint(first.end, second.start) && nearPoint(first.start, second.end)) {
                 both = true;
-            } else if (nearPoint(first.end, second.start) && dot(first.direction, second.direction) > 0.9999f) {
+            } else if (nearPoint(first.end, second.start) &&
+                       dot(first.direction, second.direction) > 0.9999f) {
                 second.start = first.start;
                 second.length += first.length;
             } else if (plainCut(list, first, second)) {
@@ -165,15 +179,26 @@ TEST(BspSharedEdges, SameResultAsComparingEveryPairPlainly) {
         NodeList fast, plain;
         const int n = 2 + static_cast<int>(randomBits() % 60);
         for (int i = 0; i < n; ++i) {
-            const float x = static_cast<float>(randomBits() % 6) * 10, y = static_cast<float>(randomBits() % 6) * 10;
+            const float x = static_cast<float>(randomBits() % 6) * 10,
+                        y = static_cast<float>(randomBits() % 6) * 10;
             const float length = static_cast<float>(1 + randomBits() % 3) * 10;
             BspNode* node;
             switch (randomBits() % 5) {
-                case 0: node = edge(x, y, x + length, y); break;
-                case 1: node = edge(x + length, y, x, y); break;
-                case 2: node = edge(x, y, x, y + length); break;
-                case 3: node = edge(x, y + length, x, y); break;
-                default: node = edge(x, y, x + length, y + length); break;
+                case 0:
+                    node = edge(x, y, x + length, y);
+                    break;
+                case 1:
+                    node = edge(x + length, y, x, y);
+                    break;
+                case 2:
+                    node = edge(x, y, x, y + length);
+                    break;
+                case 3:
+                    node = edge(x, y + length, x, y);
+                    break;
+                default:
+                    node = edge(x, y, x + length, y + length);
+                    break;
             }
             fast.push_back(node);
             plain.push_back(new BspNode(*node));

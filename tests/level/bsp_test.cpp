@@ -134,16 +134,18 @@ TEST_F(BspTest, RaysAgreeWithTestingEveryEdge) {
     std::string text;
     for (int i = 0; i < 12; ++i) {
         const int x = (i % 4) * 150 + (i * 37) % 40, y = (i / 4) * 150 + (i * 53) % 40;
-        text += "polygon\n" + std::to_string(x) + " " + std::to_string(y) + "\n" + std::to_string(x + 90) + " " +
-                std::to_string(y + 10) + "\n" + std::to_string(x + 60) + " " + std::to_string(y + 80) + "\n" +
-                std::to_string(x + 20) + " " + std::to_string(y + 40) + "\nend\n";
+        text += "polygon\n" + std::to_string(x) + " " + std::to_string(y) + "\n" + std::to_string(x + 90) +
+                " " + std::to_string(y + 10) + "\n" + std::to_string(x + 60) + " " + std::to_string(y + 80) +
+                "\n" + std::to_string(x + 20) + " " + std::to_string(y + 40) + "\nend\n";
     }
     load(text);
     setRandomSeed(99);
     int hits = 0;
     for (int ray = 0; ray < 2000; ++ray) {
-        const Vector2D start(static_cast<float>(randomUnit() * 700 - 50), static_cast<float>(randomUnit() * 550 - 50));
-        const Vector2D target(static_cast<float>(randomUnit() * 700 - 50), static_cast<float>(randomUnit() * 550 - 50));
+        const Vector2D start(static_cast<float>(randomUnit() * 700 - 50),
+                             static_cast<float>(randomUnit() * 550 - 50));
+        const Vector2D target(static_cast<float>(randomUnit() * 700 - 50),
+                              static_cast<float>(randomUnit() * 550 - 50));
         Vector2D end = target;
         BspNode* hit = LevelBspTree::raycast(start, end);
         const float expected = bruteForceHitDistance(start, target);
@@ -198,11 +200,11 @@ TEST_F(BspTest, WalkMovesTheCursorAndSaysWhatIsPossible) {
     LevelBspTree::conCmdBspWalk("parent");
     EXPECT_EQ(console.take().rfind("\nNo parent node at current node.", 0), 0u);
     LevelBspTree::conCmdBspWalk("sideways");
-    EXPECT_EQ(console.take(),
-              std::string("\nUnrecognised tree walk command. Valid commands are: \n") +
-                  "\nBspWalk LEFT\nBspWalk RIGHT\nBspWalk PARENT\nBspWalk ROOT\n" +
-                  "\nWalk options for current node: " + (LevelBspTree::getRoot()->negativeChild ? "LEFT " : "") +
-                  (LevelBspTree::getRoot()->positiveChild ? "RIGHT " : ""));
+    EXPECT_EQ(console.take(), std::string("\nUnrecognised tree walk command. Valid commands are: \n") +
+                                  "\nBspWalk LEFT\nBspWalk RIGHT\nBspWalk PARENT\nBspWalk ROOT\n" +
+                                  "\nWalk options for current node: " +
+                                  (LevelBspTree::getRoot()->negativeChild ? "LEFT " : "") +
+                                  (LevelBspTree::getRoot()->positiveChild ? "RIGHT " : ""));
     const bool right = LevelBspTree::getRoot()->positiveChild != nullptr;
     LevelBspTree::conCmdBspWalk(right ? "RIGHT" : "LEFT");
     const std::string options = console.take();

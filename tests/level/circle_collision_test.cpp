@@ -69,8 +69,9 @@ TEST_F(CircleCollisionTest, FrictionIsTheMeanOfTheContacts) {
     Vector2D centre(50, -1.5f);  // against the wooden square only
     CircleCollision::collisionTest(&centre, 2.0f);
     EXPECT_FLOAT_EQ(CircleCollision::getCollisionFriction(), 0.5f);
-    folder.write("cfg/surfaces.cfg", "surfaceFriction_metal = 1\nsurfaceFriction_wood = 1\n"
-                                     "surfaceFriction_stone = 1\nsurfaceFriction_cloth = 1\nsurfaceFriction_sand = 1\n");
+    folder.write("cfg/surfaces.cfg",
+                 "surfaceFriction_metal = 1\nsurfaceFriction_wood = 1\n"
+                 "surfaceFriction_stone = 1\nsurfaceFriction_cloth = 1\nsurfaceFriction_sand = 1\n");
     SurfaceTypeManager::initialise();
 }
 

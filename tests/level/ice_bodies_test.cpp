@@ -17,7 +17,8 @@ protected:
     static std::list<ParticleGroup>& groups() { return ParticleGroupMover::getGroups(); }
     static void freeze() { ParticleGroupMover::doParticleGrouping(ParticleManager::getParticles()); }
     ParticleGroup& bodyAt(const Vector2D& position, int members, float temperature = -10.0f) {
-        for (int i = 0; i < members; ++i) addParticle(position + Vector2D(static_cast<float>(i), 0), {}, temperature);
+        for (int i = 0; i < members; ++i)
+            addParticle(position + Vector2D(static_cast<float>(i), 0), {}, temperature);
         freeze();
         return groups().front();
     }
@@ -134,7 +135,8 @@ TEST_F(IceBodies, KilledBodiesFadeOnceAndBodiesFarOutsideTheViewGo) {
 }
 
 TEST_F(IceBodies, IceSlidesAlongAWallWithoutFriction) {
-    folder.write("maps/floor.rill", bytesFromText("polygon surface sand\n-200 10\n200 10\n200 50\n-200 50\nend\n"));
+    folder.write("maps/floor.rill",
+                 bytesFromText("polygon surface sand\n-200 10\n200 10\n200 50\n-200 50\nend\n"));
     ASSERT_TRUE(Level::load("maps\\floor.rill"));
     ParticleGroup& body = bodyAt(Vector2D(0, 7.5f), 1);
     body.velocity = Vector2D(20, 30);

@@ -15,7 +15,9 @@ inline LevelFile levelFromText(const std::string& text) {
     return level;
 }
 
-inline std::string bytesFromText(const std::string& text) { return LevelFileFormat::write(levelFromText(text)); }
+inline std::string bytesFromText(const std::string& text) {
+    return LevelFileFormat::write(levelFromText(text));
+}
 
 inline const char* const squareText =
     "water 50 50\ncamera 60 60\n"

@@ -49,19 +49,22 @@ TEST(LevelText, ErrorsNameTheLine) {
     EXPECT_EQ(parseError("object colour 3\n"), "cave.txt:1: unknown field 'colour' in object");
     EXPECT_EQ(parseError("object id 1 id 2\n"), "cave.txt:1: field 'id' given twice in object");
     EXPECT_EQ(parseError("\n\npolygon layer 5\n"), "cave.txt:3: field 'layer' must lie within 0 and 4");
-    EXPECT_EQ(parseError("polygon surface marble\nend\n"), "cave.txt:1: field 'surface' has no value 'marble'");
+    EXPECT_EQ(parseError("polygon surface marble\nend\n"),
+              "cave.txt:1: field 'surface' has no value 'marble'");
     EXPECT_EQ(parseError("polygon\n0 0\n1\nend\n"), "cave.txt:3: points come in pairs: x y");
     EXPECT_EQ(parseError("polygon\n0 0\n"), "cave.txt:2: polygon begun on line 1 has no 'end'");
     EXPECT_EQ(parseError("end\n"), "cave.txt:1: 'end' without a polygon");
     EXPECT_EQ(parseError("trigger target 1\n"), "cave.txt:1: a trigger needs a type");
-    EXPECT_EQ(parseError("sound strength -1\n"), "cave.txt:1: field 'strength' must lie within 0 and 2147483647");
+    EXPECT_EQ(parseError("sound strength -1\n"),
+              "cave.txt:1: field 'strength' must lie within 0 and 2147483647");
     EXPECT_EQ(parseError("force strength x\n"), "cave.txt:1: field 'strength' wants a number, not 'x'");
     EXPECT_EQ(parseError("object texture \"abc\n"), "cave.txt:1: name without closing quote");
     EXPECT_EQ(parseError("object texture abc\n"), "cave.txt:1: field 'texture' wants a quoted name");
     EXPECT_EQ(parseError("object texture \"" + std::string(65535, 'o') + "\"\n"),
               "cave.txt:1: name of field 'texture' is too long");
     EXPECT_EQ(parseError("water 1\n"), "cave.txt:1: 'water' wants x and y");
-    EXPECT_EQ(parseError("polygon\n0 99999999999\nend\n"), "cave.txt:2: '99999999999' is no point coordinate");
+    EXPECT_EQ(parseError("polygon\n0 99999999999\nend\n"),
+              "cave.txt:2: '99999999999' is no point coordinate");
 }
 
 TEST(LevelText, DumpThenCompileGivesTheSameBytes) {

@@ -30,7 +30,8 @@ protected:
         console.take();
         EXPECT_FALSE(LevelLoader::loadLevel("maps\\bad.rill"));
         const std::string text = console.take();
-        EXPECT_NE(text.find("\nError reading level file 'maps\\bad.rill'\nReason: "), std::string::npos) << text;
+        EXPECT_NE(text.find("\nError reading level file 'maps\\bad.rill'\nReason: "), std::string::npos)
+            << text;
         const std::size_t at = text.find("\nReason: ");
         return at == std::string::npos ? text : text.substr(at + 9);
     }
@@ -101,7 +102,8 @@ TEST_F(LevelLoaderTest, CollisionModesSetTheTwoFlags) {
     const bool collideable[] = {true, false, true, false};
     const bool visible[] = {true, true, false, false};
     for (int mode = 0; mode < 4; ++mode) {
-        folder.write("m.rill", bytesFromText(std::string("polygon collision ") + modes[mode] + "\n0 0\n9 0\n9 9\nend\n"));
+        folder.write("m.rill", bytesFromText(std::string("polygon collision ") + modes[mode] +
+                                             "\n0 0\n9 0\n9 9\nend\n"));
         ASSERT_TRUE(LevelLoader::loadLevel("m.rill"));
         EXPECT_EQ(Level::getPolygons().front().collideable, collideable[mode]) << mode;
         EXPECT_EQ(Level::getPolygons().front().visible, visible[mode]) << mode;
@@ -135,9 +137,9 @@ TEST_F(LevelLoaderTest, CountLimits) {
     EXPECT_EQ(failureReason(header + u32(65535)), "Unable to read file");
     EXPECT_EQ(failureReason(header + u32(65536)), "Too many polygons in level.");
     EXPECT_EQ(failureReason(header + u32(0xFFFFFFFF)), "Too many polygons in level.");
-    const char* messages[] = {"Too many objects in level", "Too many forces in level.", "Too many movers in level.",
-                              "Too many triggers in level.", "Too many sounds in level.",
-                              "Too many emitters in level."};
+    const char* messages[] = {"Too many objects in level", "Too many forces in level.",
+                              "Too many movers in level.", "Too many triggers in level.",
+                              "Too many sounds in level.", "Too many emitters in level."};
     std::string before = header + u32(0);
     for (const char* message : messages) {
         EXPECT_EQ(failureReason(before + u32(65536)), message);
@@ -178,14 +180,16 @@ TEST_F(LevelLoaderTest, FieldMessages) {
     const std::string soundHead = u32(1) + u32(0) + u32(0) + u32(0) + u32(0) + std::string(1, '\1');
     EXPECT_EQ(failureReason(toSounds + soundHead + u32(65536)), "Sound source sound name too long.");
     const std::string emitterHead = u32(1) + u32(0) + u32(0) + u32(0) + u32(0) + u32(0);
-    EXPECT_EQ(failureReason(toSounds + u32(0) + emitterHead + u32(65536)), "Emitter settings file name too long.");
+    EXPECT_EQ(failureReason(toSounds + u32(0) + emitterHead + u32(65536)),
+              "Emitter settings file name too long.");
     expectSquareStanding();
 }
 
 TEST_F(LevelLoaderTest, ZeroStrengthEmptyNamesAndALaterGoodLoadWork) {
     loadSquare();
     failureReason(header);
-    folder.write("maps/ok.rill", bytesFromText("polygon texture \"\"\n0 0\n9 0\n9 9\nend\nsound strength 0\n"));
+    folder.write("maps/ok.rill",
+                 bytesFromText("polygon texture \"\"\n0 0\n9 0\n9 9\nend\nsound strength 0\n"));
     ASSERT_TRUE(Level::load("maps\\ok.rill"));
     EXPECT_EQ(Level::getPolygons().front().textureName, "");
     EXPECT_EQ(Level::getRecords().sounds.size(), 1u);
@@ -197,8 +201,9 @@ TEST(SurfaceTypeManager, ValidTypesFrictionAndClamping) {
     EXPECT_FALSE(SurfaceTypeManager::validSurfaceType(6));
     EXPECT_TRUE(SurfaceTypeManager::validSurfaceType(5));
     EXPECT_EQ(SurfaceTypeManager::getSurfaceTypeFriction(9), 1.0f);
-    folder.write("cfg/surfaces.cfg", "surfaceFriction_metal = 1.5\nsurfaceFriction_wood = -0.5\n"
-                                     "surfaceFriction_stone = 0.25\n");
+    folder.write("cfg/surfaces.cfg",
+                 "surfaceFriction_metal = 1.5\nsurfaceFriction_wood = -0.5\n"
+                 "surfaceFriction_stone = 0.25\n");
     SurfaceTypeManager::initialise();
     EXPECT_EQ(SurfaceTypeManager::getSurfaceTypeFriction(1), 1.0f);
     EXPECT_EQ(SurfaceTypeManager::getSurfaceTypeFriction(2), 0.0f);
@@ -210,8 +215,9 @@ TEST(SurfaceTypeManager, ValidTypesFrictionAndClamping) {
     EXPECT_EQ(Level::getPolygons().front().friction, 0.25f);
     Level::clear();
     // Back to the values before any configuration, for the tests that follow.
-    folder.write("cfg/surfaces.cfg", "surfaceFriction_metal = 1\nsurfaceFriction_wood = 1\nsurfaceFriction_stone = 1\n"
-                                     "surfaceFriction_cloth = 1\nsurfaceFriction_sand = 1\n");
+    folder.write("cfg/surfaces.cfg",
+                 "surfaceFriction_metal = 1\nsurfaceFriction_wood = 1\nsurfaceFriction_stone = 1\n"
+                 "surfaceFriction_cloth = 1\nsurfaceFriction_sand = 1\n");
     SurfaceTypeManager::initialise();
     EXPECT_EQ(SurfaceTypeManager::getSurfaceTypeFriction(5), 1.0f);
 }

@@ -26,8 +26,10 @@ bool insideOutline(const Polygon2D& polygon, float x, float y) {
 
 void expectTrianglesInside(const Polygon2D& polygon) {
     for (uint32_t t = 0; t < polygon.triangleCount; ++t) {
-        const float cx = (polygon.triangleX[t * 3] + polygon.triangleX[t * 3 + 1] + polygon.triangleX[t * 3 + 2]) / 3;
-        const float cy = (polygon.triangleY[t * 3] + polygon.triangleY[t * 3 + 1] + polygon.triangleY[t * 3 + 2]) / 3;
+        const float cx =
+            (polygon.triangleX[t * 3] + polygon.triangleX[t * 3 + 1] + polygon.triangleX[t * 3 + 2]) / 3;
+        const float cy =
+            (polygon.triangleY[t * 3] + polygon.triangleY[t * 3 + 1] + polygon.triangleY[t * 3 + 2]) / 3;
         EXPECT_TRUE(insideOutline(polygon, cx, cy)) << "triangle " << t << " at " << cx << "," << cy;
     }
 }
@@ -87,7 +89,18 @@ TEST(Polygon2D, ConcavePolygonsAreCutOnlyInsideTheirOutline) {
     // An L shape and a comb, in both windings.
     const std::vector<Vector2D> shapes[] = {
         {{0, 0}, {20, 0}, {20, 10}, {10, 10}, {10, 20}, {0, 20}},
-        {{0, 0}, {50, 0}, {50, 30}, {40, 30}, {40, 10}, {30, 10}, {30, 30}, {20, 30}, {20, 10}, {10, 10}, {10, 30}, {0, 30}},
+        {{0, 0},
+         {50, 0},
+         {50, 30},
+         {40, 30},
+         {40, 10},
+         {30, 10},
+         {30, 30},
+         {20, 30},
+         {20, 10},
+         {10, 10},
+         {10, 30},
+         {0, 30}},
     };
     for (const auto& shape : shapes) {
         for (bool reversed : {false, true}) {
@@ -109,7 +122,8 @@ TEST(Polygon2D, NormalsAreUnitAndTurnedFromEachTriangleEdge) {
     EXPECT_FLOAT_EQ(polygon.normalX[0], 0.0f);
     EXPECT_FLOAT_EQ(polygon.normalY[0], 1.0f);
     for (int i = 0; i < 3; ++i)
-        EXPECT_NEAR(polygon.normalX[i] * polygon.normalX[i] + polygon.normalY[i] * polygon.normalY[i], 1.0f, 1e-6);
+        EXPECT_NEAR(polygon.normalX[i] * polygon.normalX[i] + polygon.normalY[i] * polygon.normalY[i], 1.0f,
+                    1e-6);
 }
 
 TEST(Polygon2D, FrictionIsClamped) {
@@ -160,7 +174,7 @@ TEST(Polygon2D, AddPointsLeavesWhatAddPointForEachLeaves) {
     const std::vector<std::vector<Vector2D>> outlines = {
         {{0, 0}, {10, 0}, {10, 10}, {0, 10}},
         {{0, 0}, {0, 10}, {10, 10}, {10, 0}},
-        {{0, 0}, {10, 10}, {10, 0}, {0, 10}},          // ends degenerate
+        {{0, 0}, {10, 10}, {10, 0}, {0, 10}},           // ends degenerate
         {{0, 0}, {10, 0}, {10, 10}, {0, 10}, {20, 5}},  // turns degenerate at the last point
         {{0, 0}, {10, 0}, {20, 0}},
         {{0, 0}, {10, 0}, {0, 0}, {10, 10}, {10, 0}},

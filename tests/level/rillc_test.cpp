@@ -27,7 +27,8 @@ ToolRun rillc(const std::string& arguments) {
     FILE* pipe = popen((rillcPath() + " " + arguments + " 2>&1").c_str(), "r");
     if (!pipe) return run;
     char buffer[4096];
-    for (std::size_t count; (count = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) run.output.append(buffer, count);
+    for (std::size_t count; (count = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;)
+        run.output.append(buffer, count);
     const int status = pclose(pipe);
     run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     return run;
@@ -63,7 +64,8 @@ TEST_F(RillcTool, CompileErrorsNameTheSourceLine) {
 }
 
 TEST_F(RillcTool, CheckPrintsTheReadersMessagesAndFailsOnABadFile) {
-    folder.write("maps/good.rill", bytesFromText(std::string(squareText) + "polygon\n0 0\n10 10\n10 0\n0 10\nend\n"));
+    folder.write("maps/good.rill",
+                 bytesFromText(std::string(squareText) + "polygon\n0 0\n10 10\n10 0\n0 10\nend\n"));
     const ToolRun good = rillc("check maps/good.rill");
     EXPECT_EQ(good.exitCode, 0);
     EXPECT_NE(good.output.find("\nLevel 'maps/good.rill' loaded successfully.."), std::string::npos);

@@ -28,7 +28,9 @@ bool readFile(const std::string& name, std::string& bytes) {
     return true;
 }
 
-void printToStdout(const char* text, std::size_t length) { std::fwrite(text, 1, length, stdout); }
+void printToStdout(const char* text, std::size_t length) {
+    std::fwrite(text, 1, length, stdout);
+}
 
 int compile(const std::string& source, const std::string& output) {
     std::string text;
