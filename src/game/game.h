@@ -87,6 +87,9 @@ public:
     static void runSimulation(float dt);
     static void soundUpdate(float dt);
     static void draw();
+    // Everything draw does but presenting: the frame stays in the back buffer,
+    // where screenshots and tests read it.
+    static void drawFrame();
 
     // For tools that drive frames themselves: one frame of gameLoop in which a
     // game step of exactly stepSeconds is due, whatever the frame clock says.

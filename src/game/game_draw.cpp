@@ -150,6 +150,13 @@ void recordDrawTime(uint64_t tics) {
 void Game::draw() {
     TRACE_LOCATION("Game::draw");
     if (!GLWindow::contextAvailable()) return;
+    drawFrame();
+    GLWindow::swapBuffers();
+}
+
+void Game::drawFrame() {
+    TRACE_LOCATION("Game::drawFrame");
+    if (!GLWindow::contextAvailable()) return;
     const uint64_t start = Platform::clockMicroseconds();
     GLWindow::glBeginDraw2d();
     glClearColor(game.background[0], game.background[1], game.background[2], 1.0f);
@@ -166,5 +173,4 @@ void Game::draw() {
     if (game.paused && !game.freeCamera) drawPaused();
     recordDrawTime(Platform::clockMicroseconds() - start);
     if (game.consoleVisible) GLConsole::draw();
-    GLWindow::swapBuffers();
 }

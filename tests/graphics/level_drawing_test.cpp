@@ -44,8 +44,7 @@ std::string levelBytes() {
     return LevelFileFormat::write(level);
 }
 
-// The frame Game::draw has just presented. Mesa's software renderer presents by
-// copying, so the back buffer still holds the frame after the swap.
+// The frame Game::drawFrame has just drawn into the back buffer.
 Rgb shown(int x, int y) {
     unsigned char pixel[4] = {0, 0, 0, 0};
     glReadBuffer(GL_BACK);
@@ -102,7 +101,7 @@ protected:
 TEST_F(LevelDrawing, LayersStandInTheirOrderWithTheWaterBetweenOneAndTwo) {
     addWater(96, 96);
     addWater(106, 106);
-    Game::draw();
+    Game::drawFrame();
     EXPECT_TRUE(near(world(-100, -100), red));
     EXPECT_TRUE(near(world(50, 50), green));
     EXPECT_TRUE(near(world(250, 250), blue));
@@ -116,12 +115,12 @@ TEST_F(LevelDrawing, LayersStandInTheirOrderWithTheWaterBetweenOneAndTwo) {
 
 TEST_F(LevelDrawing, ATiltedViewTurnsTheWorld) {
     Camera::setTilt(90.0f);
-    Game::draw();
+    Game::drawFrame();
     // Turned against the tilt: world (a, b) appears at the pixel (200 + b / 2, 150 - a / 2).
     EXPECT_TRUE(near(shown(230, 120), green));
     EXPECT_TRUE(near(shown(230, 180), red));
     Camera::setTilt(0.0f);
-    Game::draw();
+    Game::drawFrame();
     EXPECT_TRUE(near(shown(230, 120), red));
     EXPECT_TRUE(near(shown(230, 180), green));
 }
@@ -133,18 +132,18 @@ TEST_F(LevelDrawing, MovingPolygonsRideTheirOffsetAndDestructableOnesVanish) {
     ASSERT_NE(moving, nullptr);
     EXPECT_EQ(DynamicPolygonRenderer::entryCount(), 1u);
     moving->offset = Vector2D(0, 300);
-    Game::draw();
+    Game::drawFrame();
     EXPECT_TRUE(near(world(-250, -200), red));
     EXPECT_TRUE(near(world(-250, 100), yellow));
     moving->present = false;
-    Game::draw();
+    Game::drawFrame();
     EXPECT_TRUE(near(world(-250, 100), red));
     EXPECT_EQ(DynamicPolygonRenderer::queuedCount(3), 0u);
 }
 
 TEST_F(LevelDrawing, StaticGeometryCanBeSwitchedOff) {
     GLConsole::enterLine("DrawLevelGeometry false");
-    Game::draw();
+    Game::drawFrame();
     EXPECT_TRUE(near(world(-100, -100), {0, 0, 0}));
     EXPECT_TRUE(near(world(-250, -200), yellow));
     GLConsole::enterLine("DrawLevelGeometry true");
@@ -153,7 +152,7 @@ TEST_F(LevelDrawing, StaticGeometryCanBeSwitchedOff) {
 TEST_F(LevelDrawing, ParticleDrawOffHidesTheWater) {
     addWater(96, 96);
     GLConsole::enterLine("ParticleDraw false");
-    Game::draw();
+    Game::drawFrame();
     EXPECT_TRUE(near(world(96, 96), green));
 }
 
@@ -161,7 +160,7 @@ TEST_F(LevelDrawing, TheConsoleKeyShowsTheConsoleOverTheLevel) {
     Game listener;
     listener.keyboardPressed(223);
     ASSERT_TRUE(Game::isConsoleVisible());
-    Game::draw();
+    Game::drawFrame();
     // The configuration is missing, so the console's bands are black and opaque below the output area.
     EXPECT_TRUE(near(shown(200, 299), {0, 0, 0}));
     EXPECT_TRUE(near(world(-100, -100), red));  // the output area's alpha is 0

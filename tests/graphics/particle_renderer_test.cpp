@@ -53,7 +53,7 @@ protected:
     }
     static Rgb world(float x, float y) {
         unsigned char pixel[4] = {0, 0, 0, 0};
-        glReadBuffer(GL_BACK);  // kept across the swap by the software renderer
+        glReadBuffer(GL_BACK);
         glReadPixels(static_cast<int>(200 + x / 2), 299 - static_cast<int>(150 + y / 2), 1, 1, GL_RGBA,
                      GL_UNSIGNED_BYTE, pixel);
         return {pixel[0], pixel[1], pixel[2]};
@@ -67,7 +67,7 @@ TEST_F(ParticleDrawing, PhasesTakeTheirOwnColours) {
     ParticleGroup body;
     body.particles.push_back(particleAt(100, 0, -5.0f));
     ParticleGroupMover::getGroups().push_back(body);
-    Game::draw();
+    Game::drawFrame();
     EXPECT_TRUE(near(world(-100, 0), water));
     EXPECT_TRUE(near(world(0, 0), steam));
     EXPECT_TRUE(near(world(100, 0), ice));
@@ -81,7 +81,7 @@ TEST_F(ParticleDrawing, SpeedGrowsTheSquareWhateverTheSignOfTheSetting) {
     ParticleManager::getParticles().push_back(fast);
     Particle slow = particleAt(100, 0, 20.0f);
     ParticleManager::getParticles().push_back(slow);
-    Game::draw();
+    Game::drawFrame();
     EXPECT_TRUE(near(world(6, 6), water));
     EXPECT_TRUE(near(world(106, 6), black));
 }
@@ -96,14 +96,14 @@ TEST_F(ParticleDrawing, ADyingParticlePastItsTimeIsInvisibleAndTrailsFade) {
     moving.previousPosition[1] = Vector2D(140, 0);
     moving.previousPosition[2] = Vector2D(160, 0);
     ParticleManager::getParticles().push_back(moving);
-    Game::draw();
+    Game::drawFrame();
     EXPECT_TRUE(near(world(0, 0), black));
     // Trail squares at half, a quarter and an eighth of the body's alpha.
     EXPECT_TRUE(near(world(120, 0), {128, 0, 128}, 4));
     EXPECT_TRUE(near(world(140, 0), {64, 0, 64}, 4));
     EXPECT_TRUE(near(world(160, 0), {32, 0, 32}, 4));
     GLConsole::enterLine("ParticleDraw false");
-    Game::draw();
+    Game::drawFrame();
     EXPECT_TRUE(near(world(100, 0), black));
 }
 

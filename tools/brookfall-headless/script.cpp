@@ -58,6 +58,8 @@ void setTilt(std::istringstream& words, const std::string& line) {
 void takeScreenshot(std::istringstream& words, const std::string& line) {
     std::string fileName;
     if (!(words >> fileName)) return report(line, "expected :screenshot FILE.png");
+    // Drawn again without presenting, since a presented frame may be gone from the back buffer.
+    Game::drawFrame();
     if (!GLWindow::saveScreenshot(fileName)) report(line, "no frame to save (run with --window)");
 }
 

@@ -100,8 +100,8 @@ void glBeginDraw3d(float fieldOfView, float nearPlane, float farPlane);
 void glPushState();
 void glPopState();
 void glCircle(float x, float y, float radius, int segments);
-// Writes the frame last drawn (the back buffer, which the software renderer
-// keeps across a swap) to a PNG file; false without a window or on a write error.
+// Writes the picture in the back buffer (a frame drawn but not yet presented)
+// to a PNG file; false without a window or on a write error.
 bool saveScreenshot(const std::string& fileName);
 // OpenGL calls reach a driver: a real window's context is current on this thread.
 bool contextAvailable();
