@@ -55,6 +55,43 @@ Vector2D getShakeTarget();
 
 }  // namespace Camera
 
+// The rules of winning and scoring: the level timer, the water counted into
+// the level's end in one step, the finish, the scores, and the water given
+// back at the last check point when none is left.
+namespace GameRules {
+
+constexpr int fullLevelParticles = 128;
+constexpr double fullLevelWaterScore = 64000.0;
+constexpr uint32_t bestTime = 160000;
+constexpr uint32_t worstTime = 480000;
+constexpr double timeScoreRange = 435000.0;
+constexpr int timeScoreFloor = 1000;
+constexpr float checkPointRadius = 10.0f;
+
+// Runs with every start and reset of a level.
+void initialise();
+void update(float dt);
+// Won and the finish animation over.
+bool gameIsFinished();
+// Won, whether or not the finish animation still runs.
+bool levelIsWon();
+// Free particles and the members of every ice body.
+int getParticleCount();
+int getWaterScore();
+int getTimeScore();
+int getTotalScore();
+// Milliseconds of play.
+uint32_t getLevelTime();
+void setCheckPoint(float x, float y);
+Vector2D getCheckPoint();
+uint32_t getCheckPointCount();
+void incrementEndOfLevelTriggerParticleCount(uint32_t n);
+void unpauseLevelTimer();
+void draw();
+bool conCmdTimePrint(bool value, bool set);
+
+}  // namespace GameRules
+
 // The window's listener while a level runs, and the operations of the level's
 // life under one name. All state is file-level; the object itself only forwards
 // window events.

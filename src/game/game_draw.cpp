@@ -9,6 +9,7 @@
 #include "game/game.h"
 #include "game/game_state.h"
 #include "console/console.h"
+#include "dynamics/dynamics.h"
 #include "graphics/graphics.h"
 #include "graphics/window/window.h"
 #include "level/level.h"
@@ -84,6 +85,9 @@ void drawLevel() {
     Level::debugDraw();
     ParticleGroupMover::debugDraw();
     LevelObjectsManager::debugDraw();
+    TriggerManager::debugDraw();
+    ForceManager::debugDraw();
+    MoverManager::debugDraw();
 }
 
 void lineLoop(const Vector2D* corners, int count) {
@@ -170,6 +174,7 @@ void Game::drawFrame() {
     const bool finished = GameLinks::gameIsFinished();
     if (!finished) drawLevel();
     if (game.freeCamera && !finished) drawFreeCameraOverlay();
+    GameRules::draw();
     if (game.paused && !game.freeCamera) drawPaused();
     recordDrawTime(Platform::clockMicroseconds() - start);
     if (game.consoleVisible) GLConsole::draw();

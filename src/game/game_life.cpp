@@ -1,6 +1,7 @@
 // The life of a level: loading and setting up every subsystem for it, putting
 // it back to its start, and shutting it down.
 #include "console/console.h"
+#include "dynamics/dynamics.h"
 #include "foundation/foundation.h"
 #include "game/game.h"
 #include "game/game_state.h"
@@ -128,6 +129,8 @@ void setUpLoadedLevel(const std::string& levelName) {
     Camera::initialise();
     placeWaterAndCamera();
     readSettings();
+    Triggers_HeatSources_LoadSettings();
+    GameRules::initialise();
     game.clock.reset();
 }
 
@@ -150,6 +153,7 @@ void Game::resetLevel() {
     GameLinks::resetLevelStore();
     Camera::initialise();
     placeWaterAndCamera();
+    GameRules::initialise();
 }
 
 void Game::shutdown() {

@@ -1,7 +1,9 @@
 // Game's side of the subsystems it steps but does not own. Until the menus, the
 // rules of winning and the music are in the build, no menu is ever open, a
 // level never finishes and pausing is silent.
+#include "dynamics/dynamics.h"
 #include "foundation/foundation.h"
+#include "game/game.h"
 #include "game/game_state.h"
 #include "graphics/graphics.h"
 #include "level/level.h"
@@ -40,20 +42,26 @@ void sendMouseReleaseToMenu(int, int, int) {
 
 bool gameIsFinished() {
     TRACE_LOCATION("GameLinks::gameIsFinished");
-    return false;
+    return GameRules::gameIsFinished();
 }
 
-void updateRules(float) {
+void updateRules(float dt) {
     TRACE_LOCATION("GameLinks::updateRules");
+    GameRules::update(dt);
 }
 void unpauseLevelTimer() {
     TRACE_LOCATION("GameLinks::unpauseLevelTimer");
+    GameRules::unpauseLevelTimer();
 }
-void stepLevelBeforeWater(float) {
+// The water collides with the edges of the step's start plus what the movers pushed.
+void stepLevelBeforeWater(float dt) {
     TRACE_LOCATION("GameLinks::stepLevelBeforeWater");
+    MoverManager::updateCollideableNodes();
+    MoverManager::runMovers(dt);
 }
 void stepLevelAfterWater(float dt) {
     TRACE_LOCATION("GameLinks::stepLevelAfterWater");
+    TriggerManager::runTriggers(dt);
     LevelObjectsManager::runAnimations(dt);
 }
 void updateSounds(float) {

@@ -1,0 +1,235 @@
+// What a level does by itself: trigger areas that act on the water and on the
+// level's things (TriggerManager and the trigFunc actions), points that carry
+// polygons and sprites back and forth (MoverManager, Mover), and the forces
+// that force triggers apply (ForceManager).
+#pragma once
+
+#include <cstdint>
+#include <list>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "foundation/foundation.h"
+#include "level/level.h"
+
+struct Particle;
+struct ParticleGroup;
+struct LevelObject;
+
+// ---------------------------------------------------------------------------
+// Triggers.
+
+// What fired a trigger: a free water particle or an ice body.
+using TriggerSubjectKind = int32_t;
+constexpr TriggerSubjectKind subjectParticle = 0;
+constexpr TriggerSubjectKind subjectGroup = 1;
+
+// What a trigger's target is. 2 is not used.
+using TriggerTargetKind = int32_t;
+constexpr TriggerTargetKind targetPolygon = 0;
+constexpr TriggerTargetKind targetObject = 1;
+constexpr TriggerTargetKind targetForce = 3;
+constexpr TriggerTargetKind targetMover = 4;
+constexpr TriggerTargetKind targetEmitter = 5;
+
+struct Trigger;
+// The subject is a Particle or a ParticleGroup by its kind, or null from a delayed event.
+using TriggerFunction = void (*)(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+
+struct TriggerType {
+    std::string name;
+    TriggerFunction function = nullptr;
+    float refireDelay = 0.0f;
+    uint32_t fireLimit = 0;  // 0: without limit
+};
+
+// Half of a trigger's area, with the inward normals ready for the inside test.
+struct TriggerTriangle {
+    Vector2D corners[3];
+    Vector2D normals[3];
+    Vector2D edges[3];
+    float lengths[3] = {0.0f, 0.0f, 0.0f};
+};
+
+struct TriggerTarget {
+    void* target = nullptr;
+    TriggerTargetKind kind = targetPolygon;
+};
+
+struct Trigger {
+    TriggerTriangle first, second;
+    float minX = 0.0f, maxX = 0.0f, minY = 0.0f, maxY = 0.0f;
+    int32_t type = 0;
+    int32_t targetId = 0;
+    const TriggerType* typeInfo = nullptr;
+    std::vector<TriggerTarget> targets;
+    float cooldown = 0.0f;
+    float delay = 0.0f;
+    uint32_t fireCount = 0;
+};
+
+struct DelayedTriggerEvent {
+    TriggerFunction function = nullptr;
+    Trigger* trigger = nullptr;
+    float elapsed = 0.0f;
+    float remaining = 0.0f;
+};
+
+namespace TriggerManager {
+
+void initialise();
+void shutdown();
+void createTriggerTypeMap();
+void addTrigger(int32_t type, int32_t targetId, float delay, const Vector2D& a, const Vector2D& b, const Vector2D& c,
+                const Vector2D& d);
+void findTargets(Trigger& trigger);
+void runTriggers(float dt);
+void checkDelayedTriggerEvents(float dt);
+bool pointInTrigger(const Vector2D& point, const Trigger& trigger);
+void resetTriggers();
+void debugDraw();
+
+// The triggers newest first, the queued events in firing order, the type table.
+std::list<Trigger>& getTriggers();
+const std::list<DelayedTriggerEvent>& getDelayedEvents();
+const std::map<int32_t, TriggerType>& getTriggerTypes();
+
+// Console commands.
+void conCmdTriggerTypeList();
+void conCmdTriggerCreate(std::string arguments);
+bool conCmdTriggerDraw(bool value, bool set);
+int conCmdTriggerCount();
+
+}  // namespace TriggerManager
+
+// The temperature settings of the state triggers, from "cfg\water.cfg".
+void Triggers_HeatSources_LoadSettings();
+float Triggers_getTemperatureChangeSpeed();
+float Triggers_getTemperatureChangeAmountIce();
+float Triggers_getTemperatureChangeAmountSteam();
+
+// The actions behind the trigger types.
+void trigFuncNull(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncToIce(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncToWater(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncToSteam(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncAnimPlayLoop(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncAnimPlayOnce(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncAnimStop(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncSoundPlay(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncSoundStop(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncForceDirectional(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncForceInstantenous(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncForceMultiDirPull(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncForceMultiDirPush(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncEntityRemove(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncEntityAdd(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncMoverGotoStart(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncMoverGotoEnd(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncMoverStop(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncMoverGotoStartLoop(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncMoverGotoEndLoop(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncEmitterCreateBurst(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncEmitterStart(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncEmitterStop(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncCameraZoom(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncCameraShake(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncParticleKill(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncParticleKillRandom(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncLevelEnd(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+void trigFuncCheckPoint(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);
+
+// ---------------------------------------------------------------------------
+// Forces.
+
+struct Force {
+    bool enabled = true;
+    int32_t id = 0;
+    Vector2D position;
+    Vector2D direction;
+    float strength = 0.0f;
+};
+
+namespace ForceManager {
+
+void initialise();
+void shutdown();
+void addForce(int32_t id, float x, float y, float directionX, float directionY, float strength);
+void debugDraw();
+// In the order of adding; records stay at one address until shutdown.
+std::list<Force>& getForces();
+
+int conCmdForceCount();
+void conCmdForceCreate(std::string arguments);
+bool conCmdForceDraw(bool value, bool set);
+
+}  // namespace ForceManager
+
+// ---------------------------------------------------------------------------
+// Movers.
+
+// A point that travels along a straight path. States: 0 stopped, 1 going to
+// the end, 2 going to the start, 3 looping towards the start, 4 looping
+// towards the end.
+struct Mover {
+    static constexpr int32_t stopped = 0;
+    static constexpr int32_t toEnd = 1;
+    static constexpr int32_t toStart = 2;
+    static constexpr int32_t loopToStart = 3;
+    static constexpr int32_t loopToEnd = 4;
+
+    int32_t id = 0;
+    Vector2D start, end;
+    Vector2D direction;
+    float length = 0.0f;
+    float speed = 0.0f;
+    float position = 0.0f;
+    int32_t state = stopped;
+
+    void setStartPoint(const Vector2D& point);
+    void setEndPoint(const Vector2D& point);
+    void reset();
+    void run(float dt);
+
+private:
+    void updatePath();
+};
+
+// A collideable polygon that rides on a mover, with its edges in its own frame.
+struct DynamicPolygon {
+    Polygon2D* polygon = nullptr;
+    std::list<BspNode> edges;
+    float minX = 0.0f, maxX = 0.0f, minY = 0.0f, maxY = 0.0f;
+};
+
+namespace MoverManager {
+
+// Particles within this distance of a moving edge are carried along.
+constexpr float touchDistance = 2.25f;
+// The longest stride of a push: less than a particle's diameter, so nothing is jumped over.
+constexpr float pushStep = 1.7f;
+constexpr float nearbyDistance = 6.0f;
+
+void initialise();
+void shutdown();
+void addMover(const Mover& mover);
+void addDynamicPolygon(Polygon2D* polygon);
+void resetMovers();
+void updateCollideableNodes();
+void runMovers(float dt);
+void moveMoverObjects();
+void moveMoverPolygons();
+void pushPolygonParticles(float dt);
+void debugDraw();
+
+std::list<Mover>& getMovers();
+const std::list<DynamicPolygon>& getDynamicPolygons();
+const std::map<Mover*, std::vector<Polygon2D*>>& getMoverPolygons();
+const std::map<Mover*, std::vector<LevelObject*>>& getMoverObjects();
+
+int conCmdMoverCount();
+bool conCmdMoverDraw(bool value, bool set);
+bool conCmdDynamicNodeDraw(bool value, bool set);
+
+}  // namespace MoverManager

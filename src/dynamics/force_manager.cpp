@@ -1,0 +1,129 @@
+// The level's forces: points with a direction and a strength that do nothing
+// by themselves and act on the water through the force triggers.
+#include <GL/gl.h>
+
+#include <cstdio>
+
+#include "console/console.h"
+#include "dynamics/dynamics.h"
+#include "graphics/graphics.h"
+#include "graphics/window/window.h"
+
+namespace {
+
+std::list<Force> forces;
+bool drawForces = false;
+
+constexpr float arrowLength = 32.0f;
+constexpr float arrowHead = 8.0f;
+
+bool validCreateArguments(const std::vector<std::string>& args) {
+    if (args.size() != 6 || !slStringIsInteger(args[0])) return false;
+    for (std::size_t i = 1; i < 6; ++i)
+        if (!slStringIsNumeric(args[i])) return false;
+    return true;
+}
+
+void vertex(const Vector2D& p) { glVertex2f(p.x, p.y); }
+
+void drawForce(const Force& force, const GLFont& font) {
+    glPointSize(3.0f);
+    glBegin(GL_POINTS);
+    if (force.enabled)
+        glColor3f(0.0f, 1.0f, 0.0f);
+    else
+        glColor3f(1.0f, 0.0f, 0.0f);
+    vertex(force.position);
+    glEnd();
+    const Vector2D tip = force.position + force.direction * arrowLength;
+    const Vector2D side(-force.direction.y, force.direction.x);
+    glColor3f(1.0f, 1.0f, 0.0f);
+    glBegin(GL_LINES);
+    vertex(force.position);
+    vertex(tip);
+    vertex(tip);
+    vertex(tip - (force.direction - side * 0.5f) * arrowHead);
+    vertex(tip);
+    vertex(tip - (force.direction + side * 0.5f) * arrowHead);
+    glEnd();
+    char text[128];
+    std::snprintf(text, sizeof(text), "Id: %1i , Strenght: %1f", force.id, force.strength);
+    font.drawString(text, force.position.x, force.position.y + 40.0f, 8.0f, 1.0f, 1.0f, 1.0f, 1.0f);
+}
+
+}  // namespace
+
+namespace ForceManager {
+
+void initialise() {
+    TRACE_LOCATION("ForceManager::initialise");
+    shutdown();
+    drawForces = false;
+    GLConsole::print("\nInitialising force manager.");
+    GLConsole::addCommand("ForceCount", conCmdForceCount);
+    GLConsole::addCommand("ForceCreate", conCmdForceCreate);
+    GLConsole::addCommand("ForceDraw", conCmdForceDraw);
+}
+
+void shutdown() {
+    TRACE_LOCATION("ForceManager::shutdown");
+    GLConsole::print("\nShutting down force manager.");
+    forces.clear();
+    for (const char* name : {"ForceCount", "ForceCreate", "ForceDraw"}) GLConsole::removeCommand(name);
+}
+
+void addForce(int32_t id, float x, float y, float directionX, float directionY, float strength) {
+    TRACE_LOCATION("ForceManager::addForce");
+    Force force;
+    force.id = id;
+    force.position = Vector2D(x, y);
+    force.direction = Vector2D(directionX, directionY);
+    normalise(force.direction);
+    force.strength = strength;
+    forces.push_back(force);
+}
+
+void debugDraw() {
+    TRACE_LOCATION("ForceManager::debugDraw");
+    if (!drawForces || !GLWindow::contextAvailable()) return;
+    GLWindow::glPushState();
+    const GLFont font(GLConsole::getFontTexture());
+    for (const Force& force : forces) {
+        glDisable(GL_TEXTURE_2D);
+        glDisable(GL_BLEND);
+        drawForce(force, font);
+    }
+    GLWindow::glPopState();
+}
+
+std::list<Force>& getForces() {
+    TRACE_LOCATION("ForceManager::getForces");
+    return forces;
+}
+
+int conCmdForceCount() {
+    TRACE_LOCATION("ForceManager::conCmdForceCount");
+    return static_cast<int>(forces.size());
+}
+
+void conCmdForceCreate(std::string arguments) {
+    TRACE_LOCATION("ForceManager::conCmdForceCreate");
+    std::vector<std::string> args;
+    slSeparateArgs(arguments, args);
+    if (!validCreateArguments(args)) {
+        GLConsole::print(
+            "\nUSAGE: ForceCreate  < id : integer > < x : number > < y : number > < dir_x : number > < dir_y : "
+            "number > < strenght : number >");
+        return;
+    }
+    addForce(slStringToInt(args[0]), slStringToFloat(args[1]), slStringToFloat(args[2]), slStringToFloat(args[3]),
+             slStringToFloat(args[4]), slStringToFloat(args[5]));
+}
+
+bool conCmdForceDraw(bool value, bool set) {
+    TRACE_LOCATION("ForceManager::conCmdForceDraw");
+    if (set) drawForces = value;
+    return drawForces;
+}
+
+}  // namespace ForceManager

@@ -1,0 +1,163 @@
+// The store of triggers: adding one with its inside test made ready, finding
+// the things it acts on, the inside test itself and the reset.
+#include <algorithm>
+
+#include "console/console.h"
+#include "dynamics/dynamics.h"
+#include "dynamics/trigger_state.h"
+#include "graphics/graphics.h"
+
+namespace TriggerState {
+std::list<Trigger> triggers;
+std::list<DelayedTriggerEvent> delayedEvents;
+std::map<int32_t, TriggerType> types;
+bool drawTriggers = false;
+
+bool limitReached(const Trigger& trigger) {
+    return trigger.typeInfo->fireLimit != 0 && trigger.fireCount >= trigger.typeInfo->fireLimit;
+}
+}  // namespace TriggerState
+
+using namespace TriggerState;
+
+namespace {
+
+constexpr int32_t nullType = -1;
+
+// The functions of these types act on the subject that fired them, which a
+// delayed event doesn't have, so they always run at once.
+bool needsSubject(int32_t type) {
+    switch (type) {
+        case 0: case 1: case 2: case 200: case 201: case 202: case 203: case 701: case 702:
+            return true;
+        default:
+            return false;
+    }
+}
+
+void prepareTriangle(TriggerTriangle& triangle, Vector2D a, Vector2D b, Vector2D c) {
+    fixTriangleWinding(a, b, c);
+    triangle.corners[0] = a;
+    triangle.corners[1] = b;
+    triangle.corners[2] = c;
+    for (int i = 0; i < 3; ++i) {
+        Vector2D edge = triangle.corners[(i + 1) % 3] - triangle.corners[i];
+        triangle.lengths[i] = length(edge);
+        if (triangle.lengths[i] > 0.0f) edge /= triangle.lengths[i];
+        triangle.edges[i] = edge;
+        triangle.normals[i] = Vector2D(-edge.y, edge.x);
+    }
+}
+
+bool pointInTriangle(const Vector2D& point, const TriggerTriangle& triangle) {
+    for (int i = 0; i < 3; ++i)
+        if (dot(point - triangle.corners[i], triangle.normals[i]) < 0.0f) return false;
+    return true;
+}
+
+const TriggerType* typeFor(int32_t type) {
+    auto found = types.find(type);
+    if (found != types.end()) return &found->second;
+    found = types.find(nullType);
+    if (found != types.end()) return &found->second;
+    TriggerType& fallback = types[nullType];
+    fallback.name = "Null Trigger";
+    fallback.function = trigFuncNull;
+    return &fallback;
+}
+
+void addTargets(Trigger& trigger, std::list<LevelObject>& objects) {
+    for (LevelObject& object : objects)
+        if (object.id == trigger.targetId) trigger.targets.push_back({&object, targetObject});
+}
+
+}  // namespace
+
+namespace TriggerManager {
+
+void initialise() {
+    TRACE_LOCATION("TriggerManager::initialise");
+    shutdown();
+    GLConsole::print("\nInitialising down trigger manager..");
+    GLConsole::addCommand("TriggerTypeList", conCmdTriggerTypeList);
+    GLConsole::addCommand("TriggerCreate", conCmdTriggerCreate);
+    GLConsole::addCommand("TriggerDraw", conCmdTriggerDraw);
+    GLConsole::addCommand("TriggerCount", conCmdTriggerCount);
+    drawTriggers = false;
+    createTriggerTypeMap();
+}
+
+void shutdown() {
+    TRACE_LOCATION("TriggerManager::shutdown");
+    GLConsole::print("\nShutting down trigger manager..");
+    for (const char* name : {"TriggerTypeList", "TriggerCreate", "TriggerDraw", "TriggerCount"})
+        GLConsole::removeCommand(name);
+    delayedEvents.clear();
+    triggers.clear();
+    types.clear();
+    drawTriggers = false;
+}
+
+void addTrigger(int32_t type, int32_t targetId, float delay, const Vector2D& a, const Vector2D& b, const Vector2D& c,
+                const Vector2D& d) {
+    TRACE_LOCATION("TriggerManager::addTrigger");
+    triggers.emplace_front();
+    Trigger& trigger = triggers.front();
+    prepareTriangle(trigger.first, a, b, c);
+    prepareTriangle(trigger.second, c, d, a);
+    trigger.minX = std::min({a.x, b.x, c.x, d.x});
+    trigger.maxX = std::max({a.x, b.x, c.x, d.x});
+    trigger.minY = std::min({a.y, b.y, c.y, d.y});
+    trigger.maxY = std::max({a.y, b.y, c.y, d.y});
+    trigger.targetId = targetId;
+    trigger.type = type;
+    trigger.delay = needsSubject(type) ? 0.0f : delay;
+    trigger.typeInfo = typeFor(type);
+    trigger.cooldown = 0.0f;
+    trigger.fireCount = 0;
+    findTargets(trigger);
+}
+
+void findTargets(Trigger& trigger) {
+    TRACE_LOCATION("TriggerManager::findTargets");
+    if (trigger.targetId == 0) return;
+    addTargets(trigger, LevelObjectsManager::getStaticObjects());
+    addTargets(trigger, LevelObjectsManager::getAnimatedObjects());
+    for (Force& force : ForceManager::getForces())
+        if (force.id == trigger.targetId) trigger.targets.push_back({&force, targetForce});
+    for (Polygon2D& polygon : Level::getPolygons())
+        if (polygon.id == trigger.targetId) trigger.targets.push_back({&polygon, targetPolygon});
+    for (Mover& mover : MoverManager::getMovers())
+        if (mover.id == trigger.targetId) trigger.targets.push_back({&mover, targetMover});
+}
+
+bool pointInTrigger(const Vector2D& point, const Trigger& trigger) {
+    TRACE_LOCATION("TriggerManager::pointInTrigger");
+    return pointInTriangle(point, trigger.first) || pointInTriangle(point, trigger.second);
+}
+
+void resetTriggers() {
+    TRACE_LOCATION("TriggerManager::resetTriggers");
+    delayedEvents.clear();
+    for (Trigger& trigger : triggers) {
+        trigger.cooldown = 0.0f;
+        trigger.fireCount = 0;
+    }
+}
+
+std::list<Trigger>& getTriggers() {
+    TRACE_LOCATION("TriggerManager::getTriggers");
+    return triggers;
+}
+
+const std::list<DelayedTriggerEvent>& getDelayedEvents() {
+    TRACE_LOCATION("TriggerManager::getDelayedEvents");
+    return delayedEvents;
+}
+
+const std::map<int32_t, TriggerType>& getTriggerTypes() {
+    TRACE_LOCATION("TriggerManager::getTriggerTypes");
+    return types;
+}
+
+}  // namespace TriggerManager

@@ -1,0 +1,179 @@
+// The rules of a level: its timer, the water that must stand in the end area
+// at one moment, the finish, the scores, and the water given back at the last
+// check point once all of it is lost.
+#include <algorithm>
+#include <cstdio>
+
+#include "console/console.h"
+#include "game/game.h"
+#include "level/level.h"
+#include "water/water.h"
+
+namespace {
+
+constexpr float shortestFinish = 0.001f;
+
+// Made on first use: its constructor reads the clock.
+LongTimer& levelTimer() {
+    static LongTimer timer;
+    return timer;
+}
+
+bool finished = false;
+float finishTimer = 0.0f;
+float finishAnimationTime = shortestFinish;
+float finishWaterVolume = 0.0f;
+uint32_t endCount = 0;
+uint32_t checkPointCount = GameRules::fullLevelParticles;
+Vector2D checkPoint;
+bool timePrint = false;
+
+void readSettings() {
+    TRACE_LOCATION("GameRules::readSettings");
+    const ConfigFile config("cfg\\game.cfg");
+    finishAnimationTime = std::max(config.getVarAsFloat("finishAnimationTime"), shortestFinish);
+    finishWaterVolume = config.getVarAsFloat("finishWaterVolume");
+}
+
+// All water lost: what the check point saw comes back there, and the camera
+// glides to it while the water rests. The clock goes on.
+void giveWaterBack() {
+    TRACE_LOCATION("GameRules::giveWaterBack");
+    ParticleManager::createParticles(checkPoint.x, checkPoint.y, GameRules::checkPointRadius,
+                                     static_cast<int>(checkPointCount));
+    Camera::setState(Camera::movingToWaypoint);
+}
+
+// The share asked for must stand in the end at one moment, not trickle in.
+void checkForWin() {
+    TRACE_LOCATION("GameRules::checkForWin");
+    const float share = static_cast<float>(GameRules::getParticleCount()) * finishWaterVolume;
+    const uint32_t needed = std::max<uint32_t>(1, static_cast<uint32_t>(std::max(share, 0.0f)));
+    if (endCount < needed) {
+        endCount = 0;
+        return;
+    }
+    finished = true;
+    endCount = 0;
+    finishTimer = finishAnimationTime;
+}
+
+}  // namespace
+
+namespace GameRules {
+
+void initialise() {
+    TRACE_LOCATION("GameRules::initialise");
+    checkPoint = Level::getWaterStart();
+    checkPointCount = fullLevelParticles;
+    finished = false;
+    timePrint = false;
+    endCount = 0;
+    readSettings();
+    finishTimer = finishAnimationTime;
+    GLConsole::addCommand("TimePrint", conCmdTimePrint);
+    levelTimer().reset();
+}
+
+void update(float dt) {
+    TRACE_LOCATION("GameRules::update");
+    if (!finished) {
+        if (Camera::getState() != Camera::movingToWaypoint)
+            levelTimer().update();
+        else
+            levelTimer().unpause();
+    }
+    if (ParticleManager::getParticles().empty() && ParticleGroupMover::getGroups().empty()) giveWaterBack();
+    if (finished && finishTimer > 0.0f) finishTimer -= dt;
+    if (!finished) checkForWin();
+}
+
+bool gameIsFinished() {
+    TRACE_LOCATION("GameRules::gameIsFinished");
+    return finished && finishTimer <= 0.0f;
+}
+
+bool levelIsWon() {
+    TRACE_LOCATION("GameRules::levelIsWon");
+    return finished;
+}
+
+int getParticleCount() {
+    TRACE_LOCATION("GameRules::getParticleCount");
+    std::size_t count = ParticleManager::getParticles().size();
+    for (const ParticleGroup& group : ParticleGroupMover::getGroups()) count += group.particles.size();
+    return static_cast<int>(count);
+}
+
+int getWaterScore() {
+    TRACE_LOCATION("GameRules::getWaterScore");
+    return static_cast<int>(static_cast<double>(getParticleCount()) / fullLevelParticles * fullLevelWaterScore);
+}
+
+int getTimeScore() {
+    TRACE_LOCATION("GameRules::getTimeScore");
+    const double t = static_cast<double>(levelTimer().elapsed);
+    const double r = std::clamp((t - bestTime) / (static_cast<double>(worstTime) - bestTime), 0.0, 1.0);
+    return static_cast<int>((1.0 - r) * timeScoreRange) + timeScoreFloor;
+}
+
+int getTotalScore() {
+    TRACE_LOCATION("GameRules::getTotalScore");
+    return getWaterScore() + getTimeScore();
+}
+
+uint32_t getLevelTime() {
+    TRACE_LOCATION("GameRules::getLevelTime");
+    return levelTimer().elapsed;
+}
+
+void setCheckPoint(float x, float y) {
+    TRACE_LOCATION("GameRules::setCheckPoint");
+    checkPointCount = static_cast<uint32_t>(getParticleCount());
+    checkPoint = Vector2D(x, y);
+}
+
+Vector2D getCheckPoint() {
+    TRACE_LOCATION("GameRules::getCheckPoint");
+    return checkPoint;
+}
+
+uint32_t getCheckPointCount() {
+    TRACE_LOCATION("GameRules::getCheckPointCount");
+    return checkPointCount;
+}
+
+void incrementEndOfLevelTriggerParticleCount(uint32_t n) {
+    TRACE_LOCATION("GameRules::incrementEndOfLevelTriggerParticleCount");
+    endCount += n;
+}
+
+void unpauseLevelTimer() {
+    TRACE_LOCATION("GameRules::unpauseLevelTimer");
+    levelTimer().unpause();
+}
+
+// Hours, minutes, seconds and hundredths of the level time, every frame while asked for.
+void draw() {
+    TRACE_LOCATION("GameRules::draw");
+    if (!timePrint) return;
+    uint32_t t = levelTimer().elapsed;
+    const uint32_t hours = t / 3600000;
+    t %= 3600000;
+    const uint32_t minutes = t / 60000;
+    t %= 60000;
+    const uint32_t seconds = t / 1000;
+    t %= 1000;
+    char text[64];
+    std::snprintf(text, sizeof(text), "\n%01i::%2i::%3i.%4i", static_cast<int>(hours), static_cast<int>(minutes),
+                  static_cast<int>(seconds), static_cast<int>(t / 10));
+    GLConsole::print(text);
+}
+
+bool conCmdTimePrint(bool value, bool set) {
+    TRACE_LOCATION("GameRules::conCmdTimePrint");
+    if (set) timePrint = value;
+    return timePrint;
+}
+
+}  // namespace GameRules

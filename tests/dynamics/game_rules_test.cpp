@@ -1,0 +1,153 @@
+// The rules of a level: the share of water in the end at one moment, the
+// scores, the timer, and the water given back at the check point.
+#include <gtest/gtest.h>
+
+#include "console/console.h"
+#include "dynamics/dynamics_fixture.h"
+#include "level/level.h"
+
+namespace {
+
+class GameRulesTest : public DynamicsTest {
+protected:
+    void SetUp() override {
+        DynamicsTest::SetUp();
+        folder.write("cfg/game.cfg", "finishWaterVolume = 0.5\nfinishAnimationTime = 2\n");
+        GameRules::initialise();
+        Camera::setState(Camera::following);
+    }
+
+    static void fillWater(int count) {
+        ParticleManager::getParticles().clear();
+        for (int i = 0; i < count; ++i) addParticle(Vector2D());
+    }
+
+    ManualClock clock;
+};
+
+}  // namespace
+
+TEST_F(GameRulesTest, HalfOfFortyParticlesInTheEndAtOneMomentWinButNotATrickle) {
+    fillWater(40);
+    GameRules::incrementEndOfLevelTriggerParticleCount(19);
+    GameRules::update(0.01f);
+    EXPECT_FALSE(GameRules::levelIsWon());
+    // The count of the last step is gone: 19 and 1 in two steps are not 20.
+    GameRules::incrementEndOfLevelTriggerParticleCount(1);
+    GameRules::update(0.01f);
+    EXPECT_FALSE(GameRules::levelIsWon());
+    GameRules::incrementEndOfLevelTriggerParticleCount(20);
+    GameRules::update(0.01f);
+    EXPECT_TRUE(GameRules::levelIsWon());
+    EXPECT_FALSE(GameRules::gameIsFinished());
+}
+
+TEST_F(GameRulesTest, OneParticleLeftNeedsOne) {
+    fillWater(1);
+    GameRules::update(0.01f);
+    EXPECT_FALSE(GameRules::levelIsWon());
+    GameRules::incrementEndOfLevelTriggerParticleCount(1);
+    GameRules::update(0.01f);
+    EXPECT_TRUE(GameRules::levelIsWon());
+}
+
+TEST_F(GameRulesTest, TheFinishRunsItsAnimationTimeAndStopsTheClock) {
+    fillWater(10);
+    clock.advanceMilliseconds(1000);
+    GameRules::update(0.5f);
+    EXPECT_EQ(GameRules::getLevelTime(), 1000u);
+    GameRules::incrementEndOfLevelTriggerParticleCount(5);
+    GameRules::update(0.5f);
+    ASSERT_TRUE(GameRules::levelIsWon());
+    clock.advanceMilliseconds(1000);
+    GameRules::update(1.0f);
+    EXPECT_FALSE(GameRules::gameIsFinished());
+    GameRules::update(1.0f);
+    EXPECT_TRUE(GameRules::gameIsFinished());
+    EXPECT_EQ(GameRules::getLevelTime(), 1000u);
+}
+
+TEST_F(GameRulesTest, TheClockStandsWhileTheCameraGlidesAndWhenUnpaused) {
+    fillWater(10);
+    clock.advanceMilliseconds(500);
+    GameRules::update(0.01f);
+    Camera::setState(Camera::movingToWaypoint);
+    clock.advanceMilliseconds(700);
+    GameRules::update(0.01f);
+    Camera::setState(Camera::following);
+    clock.advanceMilliseconds(300);
+    GameRules::unpauseLevelTimer();
+    clock.advanceMilliseconds(200);
+    GameRules::update(0.01f);
+    EXPECT_EQ(GameRules::getLevelTime(), 700u);
+}
+
+TEST_F(GameRulesTest, WaterAndTimeScores) {
+    fillWater(128);
+    EXPECT_EQ(GameRules::getWaterScore(), 64000);
+    fillWater(127);
+    EXPECT_EQ(GameRules::getWaterScore(), 63500);
+    ParticleGroup group;
+    group.particles.resize(3);
+    ParticleGroupMover::getGroups().push_back(group);
+    EXPECT_EQ(GameRules::getParticleCount(), 130);
+    EXPECT_EQ(GameRules::getWaterScore(), 65000);
+    EXPECT_EQ(GameRules::getTimeScore(), 436000);
+    clock.advanceMilliseconds(160000);
+    GameRules::update(0.01f);
+    EXPECT_EQ(GameRules::getTimeScore(), 436000);
+    clock.advanceMilliseconds(160000);
+    GameRules::update(0.01f);
+    EXPECT_EQ(GameRules::getTimeScore(), 218500);
+    clock.advanceMilliseconds(160000);
+    GameRules::update(0.01f);
+    EXPECT_EQ(GameRules::getTimeScore(), 1000);
+    clock.advanceMilliseconds(100000);
+    GameRules::update(0.01f);
+    EXPECT_EQ(GameRules::getTimeScore(), 1000);
+    EXPECT_EQ(GameRules::getTotalScore(), GameRules::getWaterScore() + 1000);
+}
+
+TEST_F(GameRulesTest, AFullLevelWonAtOnceScoresFiveHundredThousand) {
+    fillWater(128);
+    EXPECT_EQ(GameRules::getTotalScore(), 500000);
+}
+
+TEST_F(GameRulesTest, AllWaterLostComesBackAtTheStartOrTheLastCheckPoint) {
+    ParticleManager::getParticles().clear();
+    GameRules::update(0.01f);
+    EXPECT_EQ(ParticleManager::getParticles().size(), 128u);
+    EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
+    for (const Particle& particle : ParticleManager::getParticles())
+        EXPECT_LE(length(particle.position - Level::getWaterStart()), 10.001f);
+    fillWater(50);
+    GameRules::setCheckPoint(300, 400);
+    ParticleManager::getParticles().clear();
+    GameRules::update(0.01f);
+    EXPECT_EQ(ParticleManager::getParticles().size(), 50u);
+    for (const Particle& particle : ParticleManager::getParticles())
+        EXPECT_LE(length(particle.position - Vector2D(300, 400)), 10.001f);
+}
+
+TEST_F(GameRulesTest, AMissingSettingsFileLetsOneParticleWin) {
+    folder.write("cfg/game.cfg", "");
+    GameRules::initialise();
+    fillWater(100);
+    GameRules::incrementEndOfLevelTriggerParticleCount(1);
+    GameRules::update(0.0001f);
+    EXPECT_TRUE(GameRules::levelIsWon());
+    GameRules::update(0.01f);
+    EXPECT_TRUE(GameRules::gameIsFinished());
+}
+
+TEST_F(GameRulesTest, TimePrintShowsTheLevelTimeEachFrame) {
+    fillWater(10);
+    clock.advanceMilliseconds(3723450);
+    GameRules::update(0.01f);
+    GLConsole::enterLine("TimePrint true");
+    console.take();
+    GameRules::draw();
+    EXPECT_EQ(console.take(), "\n1:: 2::  3.  45");
+    GameRules::initialise();
+    EXPECT_FALSE(GameRules::conCmdTimePrint(false, false));
+}

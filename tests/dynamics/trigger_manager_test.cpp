@@ -1,0 +1,251 @@
+// The trigger store: the type table, the area test, targeting, the firing
+// rule with its limits and delays, the active box and the console commands.
+#include <gtest/gtest.h>
+
+#include "console/console.h"
+#include "dynamics/dynamics_fixture.h"
+#include "graphics/graphics.h"
+#include "level/level.h"
+
+namespace {
+
+constexpr float frame = 1.0f / 30.0f;
+
+using TriggerManagerTest = DynamicsTest;
+
+int32_t moverState(int32_t id) {
+    for (const Mover& mover : MoverManager::getMovers())
+        if (mover.id == id) return mover.state;
+    return -100;
+}
+
+void addMover(int32_t id) {
+    Mover mover;
+    mover.id = id;
+    mover.speed = 10.0f;
+    mover.setStartPoint(Vector2D(0.0f, 0.0f));
+    mover.setEndPoint(Vector2D(100.0f, 0.0f));
+    MoverManager::addMover(mover);
+}
+
+}  // namespace
+
+TEST_F(TriggerManagerTest, TheTypeTableHasEveryTypeWithItsNameAndLimit) {
+    const auto& types = TriggerManager::getTriggerTypes();
+    EXPECT_EQ(types.size(), 36u);
+    struct Row {
+        int32_t type;
+        const char* name;
+        uint32_t limit;
+    };
+    for (const Row& row : {Row{-1, "Null_a", 0}, Row{0, "To_ice_a", 0}, Row{3, "Anim_play_loop_1", 1},
+                           Row{201, "Force_instantenous_a", 0}, Row{407, "Mover_goto_start_loop_1", 1},
+                           Row{410, "Mover_goto_end_loop_a", 0}, Row{604, "Camera_shake_a", 0},
+                           Row{702, "Particle_kill_random_a", 0}, Row{801, "Level_end_a", 0},
+                           Row{901, "Checkpoint_1", 1}}) {
+        ASSERT_EQ(types.count(row.type), 1u) << row.type;
+        EXPECT_EQ(types.at(row.type).name, row.name);
+        EXPECT_EQ(types.at(row.type).fireLimit, row.limit) << row.name;
+        EXPECT_EQ(types.at(row.type).refireDelay, 0.0f);
+    }
+    EXPECT_EQ(types.at(404).function, types.at(401).function);
+    EXPECT_EQ(types.at(602).function, types.at(601).function);
+}
+
+TEST_F(TriggerManagerTest, EdgesAndTheSharedDiagonalAreInsideWhicheverWayTheCornersRun) {
+    const Vector2D a(0, 0), b(100, 0), c(100, 50), d(0, 50);
+    TriggerManager::addTrigger(1, 0, 0.0f, a, b, c, d);
+    TriggerManager::addTrigger(1, 0, 0.0f, d, c, b, a);
+    for (const Trigger& trigger : TriggerManager::getTriggers()) {
+        EXPECT_TRUE(TriggerManager::pointInTrigger(Vector2D(50, 25), trigger));
+        EXPECT_TRUE(TriggerManager::pointInTrigger(Vector2D(0, 0), trigger));
+        EXPECT_TRUE(TriggerManager::pointInTrigger(Vector2D(100, 20), trigger));
+        EXPECT_TRUE(TriggerManager::pointInTrigger(Vector2D(60, 30), trigger));  // on the diagonal
+        EXPECT_FALSE(TriggerManager::pointInTrigger(Vector2D(100.5f, 20), trigger));
+        EXPECT_FALSE(TriggerManager::pointInTrigger(Vector2D(50, -0.5f), trigger));
+        EXPECT_EQ(trigger.minX, 0.0f);
+        EXPECT_EQ(trigger.maxX, 100.0f);
+        EXPECT_EQ(trigger.maxY, 50.0f);
+    }
+}
+
+TEST_F(TriggerManagerTest, ANewTriggerIsTestedFirstAndUnknownTypesActAsNull) {
+    addSquare(999, 0, 0, 0, 10);
+    addSquare(1, 0, 0, 0, 10);
+    EXPECT_EQ(TriggerManager::getTriggers().front().type, 1);
+    const Trigger& unknown = TriggerManager::getTriggers().back();
+    EXPECT_EQ(unknown.type, 999);
+    EXPECT_EQ(unknown.typeInfo->name, "Null_a");
+    addParticle(Vector2D(5, 5));
+    TriggerManager::runTriggers(frame);
+    EXPECT_EQ(unknown.fireCount, 1u);
+}
+
+TEST_F(TriggerManagerTest, TargetsOfEveryKindShareAnIdAndZeroTargetsNothing) {
+    ForceManager::addForce(7, 0, 0, 1, 0, 1);
+    ForceManager::addForce(8, 0, 0, 1, 0, 1);
+    Polygon2D polygon;
+    polygon.id = 7;
+    Level::addPolygon(polygon);
+    addMover(7);
+    LevelObject object;
+    object.id = 7;
+    LevelObjectsManager::addObject(object);
+    const Trigger& trigger = addSquare(405, 7, 0, 0, 10);
+    ASSERT_EQ(trigger.targets.size(), 4u);
+    EXPECT_EQ(trigger.targets[0].kind, targetObject);
+    EXPECT_EQ(trigger.targets[1].kind, targetForce);
+    EXPECT_EQ(trigger.targets[2].kind, targetPolygon);
+    EXPECT_EQ(trigger.targets[3].kind, targetMover);
+    EXPECT_TRUE(addSquare(405, 0, 0, 0, 10).targets.empty());
+    EXPECT_TRUE(addSquare(405, 99, 0, 0, 10).targets.empty());
+}
+
+TEST_F(TriggerManagerTest, AOnceTriggerFiresForTheFirstOfAHundredParticlesAndNeverAgainUntilReset) {
+    addMover(3);
+    const Trigger& trigger = addSquare(402, 3, 0, 0, 40);
+    for (int i = 0; i < 100; ++i) addParticle(Vector2D(1.0f + i * 0.3f, 20.0f));
+    TriggerManager::runTriggers(frame);
+    EXPECT_EQ(trigger.fireCount, 1u);
+    EXPECT_EQ(moverState(3), Mover::toEnd);
+    MoverManager::getMovers().front().state = Mover::stopped;
+    TriggerManager::runTriggers(frame);
+    EXPECT_EQ(moverState(3), Mover::stopped);
+    TriggerManager::resetTriggers();
+    EXPECT_EQ(trigger.fireCount, 0u);
+    TriggerManager::runTriggers(frame);
+    EXPECT_EQ(moverState(3), Mover::toEnd);
+}
+
+TEST_F(TriggerManagerTest, AnAllTriggerFiresForEachParticleAndIceBodyEveryFrame) {
+    const Trigger& trigger = addSquare(-1, 0, 0, 0, 40);
+    for (int i = 0; i < 5; ++i) addParticle(Vector2D(5.0f + i, 5.0f));
+    addParticle(Vector2D(60, 5));
+    ParticleGroup group;
+    group.position = Vector2D(20, 20);
+    ParticleGroupMover::getGroups().push_back(group);
+    TriggerManager::runTriggers(frame);
+    TriggerManager::runTriggers(frame);
+    EXPECT_EQ(trigger.fireCount, 12u);
+}
+
+TEST_F(TriggerManagerTest, ADelayedOnceTriggerActsAfterItsDelayWithoutASubject) {
+    addMover(4);
+    addSquare(402, 4, 0, 0, 20, 0.1f);
+    addParticle(Vector2D(5, 5));
+    TriggerManager::runTriggers(frame);
+    EXPECT_EQ(TriggerManager::getDelayedEvents().size(), 1u);
+    ParticleManager::getParticles().clear();
+    TriggerManager::runTriggers(frame);
+    TriggerManager::runTriggers(frame);
+    EXPECT_EQ(moverState(4), Mover::stopped);
+    TriggerManager::runTriggers(frame);
+    EXPECT_EQ(moverState(4), Mover::toEnd);
+    EXPECT_TRUE(TriggerManager::getDelayedEvents().empty());
+}
+
+TEST_F(TriggerManagerTest, ADelayedAllTriggerQueuesOneEventForEachParticleAndFrame) {
+    addMover(4);
+    addSquare(405, 4, 0, 0, 20, 1.0f);
+    addParticle(Vector2D(5, 5));
+    addParticle(Vector2D(10, 5));
+    TriggerManager::runTriggers(frame);
+    TriggerManager::runTriggers(frame);
+    EXPECT_EQ(TriggerManager::getDelayedEvents().size(), 4u);
+}
+
+TEST_F(TriggerManagerTest, DelaysOfTypesThatNeedTheirSubjectAreIgnored) {
+    for (int32_t type : {0, 1, 2, 200, 201, 202, 203, 701, 702})
+        EXPECT_EQ(addSquare(type, 0, 0, 0, 10, 2.0f).delay, 0.0f) << type;
+    for (int32_t type : {3, 402, 801, 901}) EXPECT_EQ(addSquare(type, 0, 0, 0, 10, 2.0f).delay, 2.0f) << type;
+    Particle& particle = addParticle(Vector2D(5, 5), 50.0f);
+    TriggerManager::getTriggers().clear();
+    addSquare(0, 0, 0, 0, 10, 2.0f);
+    TriggerManager::runTriggers(frame);
+    EXPECT_LT(particle.temperature, 50.0f);
+    EXPECT_TRUE(TriggerManager::getDelayedEvents().empty());
+}
+
+TEST_F(TriggerManagerTest, AResetDropsQueuedEventsUnrun) {
+    addMover(4);
+    addSquare(402, 4, 0, 0, 20, 0.05f);
+    addParticle(Vector2D(5, 5));
+    TriggerManager::runTriggers(frame);
+    TriggerManager::resetTriggers();
+    ParticleManager::getParticles().clear();
+    for (int i = 0; i < 5; ++i) TriggerManager::runTriggers(frame);
+    EXPECT_EQ(moverState(4), Mover::stopped);
+}
+
+TEST_F(TriggerManagerTest, WaterOutsideTheActiveBoxFiresNothingButQueuedEventsStillRun) {
+    addMover(4);
+    // The box reaches 0.55 times 800 = 440 units from the camera.
+    const Trigger& far = addSquare(402, 4, 500, 0, 20, 0.05f);
+    const Trigger& edge = addSquare(-1, 0, 430, 0, 20);
+    addParticle(Vector2D(505, 5));
+    addParticle(Vector2D(435, 5));
+    TriggerManager::runTriggers(frame);
+    EXPECT_EQ(far.fireCount, 0u);
+    EXPECT_EQ(edge.fireCount, 1u);
+    Camera::setPosition(Vector2D(400, 0));
+    TriggerManager::runTriggers(frame);
+    EXPECT_EQ(far.fireCount, 1u);
+    Camera::setPosition(Vector2D(-1000, 0));
+    TriggerManager::runTriggers(frame);
+    TriggerManager::runTriggers(frame);
+    EXPECT_EQ(moverState(4), Mover::toEnd);
+}
+
+TEST_F(TriggerManagerTest, CommandsAreRegisteredAndTakenAway) {
+    for (const char* name : {"TRIGGERTYPELIST", "TRIGGERCREATE", "TRIGGERDRAW", "TRIGGERCOUNT"})
+        EXPECT_EQ(GLConsole::getCommands().count(name), 1u) << name;
+    EXPECT_NE(console.text().find("\nInitialising down trigger manager.."), std::string::npos);
+    TriggerManager::shutdown();
+    EXPECT_NE(console.text().find("\nShutting down trigger manager.."), std::string::npos);
+    EXPECT_EQ(GLConsole::getCommands().count("TRIGGERCOUNT"), 0u);
+    EXPECT_TRUE(TriggerManager::getTriggerTypes().empty());
+}
+
+TEST_F(TriggerManagerTest, TriggerCreateMakesARectangleOrPrintsItsUsage) {
+    GLConsole::enterLine("TriggerCreate 1 0 0 0 100 100");
+    ASSERT_EQ(TriggerManager::getTriggers().size(), 1u);
+    const Trigger& trigger = TriggerManager::getTriggers().front();
+    EXPECT_EQ(trigger.typeInfo->name, "To_water_a");
+    EXPECT_EQ(trigger.maxX, 100.0f);
+    EXPECT_EQ(trigger.maxY, 100.0f);
+    console.take();
+    GLConsole::enterLine("TriggerCreate 1 0 0 0 100");
+    GLConsole::enterLine("TriggerCreate 1.5 0 0 0 100 100");
+    GLConsole::enterLine("TriggerCreate 1 0 0 x 100 100");
+    const std::string usage =
+        "\nUSAGE: TriggerCreate < id : integer > < target id : integer > < x : number > < y : number > "
+        "< w : number > < h : number > ";
+    const std::string text = console.take();
+    EXPECT_NE(text.find(usage), std::string::npos) << text;
+    EXPECT_EQ(TriggerManager::getTriggers().size(), 1u);
+    GLConsole::enterLine("TriggerCreate 999 0 0 0 10 10");
+    EXPECT_EQ(TriggerManager::conCmdTriggerCount(), 2);
+}
+
+TEST_F(TriggerManagerTest, TriggerTypeListNamesEveryTypeInAscendingOrder) {
+    console.take();
+    GLConsole::enterLine("TriggerTypeList");
+    const std::string text = console.take();
+    EXPECT_NE(text.find("Trigger types"), std::string::npos);
+    const std::size_t null = text.find("\nTrigger id: -1\t\tTrigger name:   Null_a");
+    const std::size_t ice = text.find("\nTrigger id: 0\t\tTrigger name:   To_ice_a");
+    const std::size_t end = text.find("\nTrigger id: 901\t\tTrigger name:   Checkpoint_1");
+    ASSERT_NE(null, std::string::npos) << text;
+    EXPECT_LT(null, ice);
+    EXPECT_LT(ice, end);
+    EXPECT_LT(text.find("Mover_goto_start_loop_1"), text.find("Mover_goto_end_loop_a"));
+}
+
+TEST_F(TriggerManagerTest, TriggerDrawIsAFlagThatStartsOff) {
+    EXPECT_FALSE(TriggerManager::conCmdTriggerDraw(false, false));
+    GLConsole::enterLine("TriggerDraw true");
+    EXPECT_TRUE(TriggerManager::conCmdTriggerDraw(false, false));
+    TriggerManager::debugDraw();  // no window: draws nothing and doesn't fail
+    TriggerManager::initialise();
+    EXPECT_FALSE(TriggerManager::conCmdTriggerDraw(false, false));
+}
