@@ -21,7 +21,8 @@ std::filesystem::path dataDirectory() {
     if (const char* given = std::getenv("BROOKFALL_DATA_DIR")) return given;
     char self[4096] = {};
     const ssize_t length = readlink("/proc/self/exe", self, sizeof(self) - 1);
-    return std::filesystem::path(std::string(self, length > 0 ? length : 0)).parent_path().parent_path() / "data";
+    return std::filesystem::path(std::string(self, length > 0 ? length : 0)).parent_path().parent_path() /
+           "data";
 }
 
 // The game as WinMain starts it, on the test level, with the water let go.
@@ -58,13 +59,18 @@ void frameAt(benchmark::State& state, int width, int height) {
         Game::draw();
         glFinish();
     }
-    state.counters["fps"] = benchmark::Counter(static_cast<double>(state.iterations()), benchmark::Counter::kIsRate);
+    state.counters["fps"] =
+        benchmark::Counter(static_cast<double>(state.iterations()), benchmark::Counter::kIsRate);
     state.counters["particles"] = static_cast<double>(ParticleManager::getParticles().size());
     stopGame();
 }
 
-void BM_GameFrame1920x1080(benchmark::State& state) { frameAt(state, 1920, 1080); }
-void BM_GameFrame800x600(benchmark::State& state) { frameAt(state, 800, 600); }
+void BM_GameFrame1920x1080(benchmark::State& state) {
+    frameAt(state, 1920, 1080);
+}
+void BM_GameFrame800x600(benchmark::State& state) {
+    frameAt(state, 800, 600);
+}
 
 }  // namespace
 

@@ -27,7 +27,9 @@ struct Layout {
 };
 
 // The output store as one history of bytes, oldest first.
-char historyByte(int index) { return outputBuffer[(outputPosition + index) % outputBufferSize]; }
+char historyByte(int index) {
+    return outputBuffer[(outputPosition + index) % outputBufferSize];
+}
 
 // The column after a byte, or -1 when the byte ends the display line.
 int advance(char c, int column, int columns) {
@@ -134,7 +136,8 @@ void drawCursor(const Layout& layout) {
     const int f = layout.cell;
     const int column = std::min(cursorPosition, layout.columns - 1);
     const int top = (layout.rows + 3) * f - 1;
-    const int bottom = GLWindow::keyboardKeyToggled(insertKey) ? (layout.rows + 3) * f : (layout.rows + 3) * f + 4;
+    const int bottom =
+        GLWindow::keyboardKeyToggled(insertKey) ? (layout.rows + 3) * f : (layout.rows + 3) * f + 4;
     glDisable(GL_TEXTURE_2D);
     glDisable(GL_BLEND);
     glColor4f(1.0f, 1.0f, 1.0f, 1.0f);

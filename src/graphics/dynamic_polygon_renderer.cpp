@@ -81,7 +81,11 @@ void drawLayer(int layer) {
     queues[layer].clear();
 }
 
-std::size_t entryCount() { return entries.size(); }
-std::size_t queuedCount(int layer) { return layer >= 0 && layer < drawLayerCount ? queues[layer].size() : 0; }
+std::size_t entryCount() {
+    return entries.size();
+}
+std::size_t queuedCount(int layer) {
+    return layer >= 0 && layer < drawLayerCount ? queues[layer].size() : 0;
+}
 
 }  // namespace DynamicPolygonRenderer

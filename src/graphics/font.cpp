@@ -24,10 +24,16 @@ void drawCell(unsigned char c, float x, float y, float size) {
 }
 }  // namespace
 
-GLFont::GLFont(const GLTexture& texture) { *this = texture; }
-GLFont::GLFont(const GLFont& other) : GLTexture() { *this = other; }
+GLFont::GLFont(const GLTexture& texture) {
+    *this = texture;
+}
+GLFont::GLFont(const GLFont& other) : GLTexture() {
+    *this = other;
+}
 
-GLFont& GLFont::operator=(const GLFont& other) { return *this = static_cast<const GLTexture&>(other); }
+GLFont& GLFont::operator=(const GLFont& other) {
+    return *this = static_cast<const GLTexture&>(other);
+}
 
 GLFont& GLFont::operator=(const GLTexture& texture) {
     if (this == &texture || id == texture.id) return *this;
@@ -45,7 +51,8 @@ GLFont& GLFont::operator=(const std::string& textureName) {
     return *this;
 }
 
-void GLFont::drawString(const char* text, float x, float y, float size, float r, float g, float b, float a) const {
+void GLFont::drawString(const char* text, float x, float y, float size, float r, float g, float b,
+                        float a) const {
     TRACE_LOCATION("GLFont::drawString");
     if (!text || size <= 0.0f || !GLWindow::contextAvailable()) return;
     glPushAttrib(GL_ENABLE_BIT);
@@ -73,8 +80,8 @@ void GLFont::drawString(const char* text, float x, float y, float size, float r,
     glPopAttrib();
 }
 
-void GLFont::drawStringCentered(const char* text, float x, float y, float width, float height, float size, float r,
-                                float g, float b, float a) const {
+void GLFont::drawStringCentered(const char* text, float x, float y, float width, float height, float size,
+                                float r, float g, float b, float a) const {
     if (!text || size <= 0.0f) return;
     const float length = static_cast<float>(std::strlen(text));
     // Centred text falls on whole pixels.

@@ -38,8 +38,8 @@ bool inView(const LevelObject& object, const Vector2D& centre, float half) {
     if (!object.visible || !object.currentTexture()) return false;
     const HalfSize size = halfSize(*object.currentTexture());
     const Vector2D at = object.position + object.offset;
-    return at.x + size.x >= centre.x - half && at.x - size.x <= centre.x + half && at.y + size.y >= centre.y - half &&
-           at.y - size.y <= centre.y + half;
+    return at.x + size.x >= centre.x - half && at.x - size.x <= centre.x + half &&
+           at.y + size.y >= centre.y - half && at.y - size.y <= centre.y + half;
 }
 
 void quad(const LevelObject& object, const HalfSize& size) {
@@ -64,7 +64,9 @@ bool conCmdObjectsCull(bool value, bool set) {
     if (set) objectsCull = value;
     return objectsCull;
 }
-int conCmdObjectsCount() { return static_cast<int>(staticObjects.size() + animatedObjects.size()); }
+int conCmdObjectsCount() {
+    return static_cast<int>(staticObjects.size() + animatedObjects.size());
+}
 bool conCmdObjectsDrawIds(bool value, bool set) {
     if (set) objectsDrawIds = value;
     return objectsDrawIds;
@@ -77,7 +79,8 @@ void conCmdObjectsCreate(std::string line) {
     if (args.size() != 4 || !slStringIsNumeric(args[0]) || !slStringIsNumeric(args[1]) ||
         !slStringIsInteger(args[2])) {
         GLConsole::print(
-            "\nUSAGE: ObjectsCreate < x : number > < y : number > < object id : integer > < textureName : string >");
+            "\nUSAGE: ObjectsCreate < x : number > < y : number > < object id : integer > < textureName : "
+            "string >");
         return;
     }
     LevelObject object;
@@ -192,14 +195,22 @@ void debugDraw() {
             if (!frame) continue;
             std::snprintf(label, sizeof(label), "OBJ ID: %1i", object.id);
             const HalfSize size = halfSize(*frame);
-            font.drawString(label, object.position.x - size.x, object.position.y - size.y - 12.0f, 8.0f, 1.0f, 1.0f,
-                            1.0f, 1.0f);
+            font.drawString(label, object.position.x - size.x, object.position.y - size.y - 12.0f, 8.0f, 1.0f,
+                            1.0f, 1.0f, 1.0f);
         }
 }
 
-std::list<LevelObject>& getStaticObjects() { return staticObjects; }
-std::list<LevelObject>& getAnimatedObjects() { return animatedObjects; }
-std::size_t queuedCount(int layer) { return layer >= 0 && layer < drawLayerCount ? drawQueues[layer].size() : 0; }
-float getAnimationSpeed() { return animationSpeed; }
+std::list<LevelObject>& getStaticObjects() {
+    return staticObjects;
+}
+std::list<LevelObject>& getAnimatedObjects() {
+    return animatedObjects;
+}
+std::size_t queuedCount(int layer) {
+    return layer >= 0 && layer < drawLayerCount ? drawQueues[layer].size() : 0;
+}
+float getAnimationSpeed() {
+    return animationSpeed;
+}
 
 }  // namespace LevelObjectsManager

@@ -109,7 +109,8 @@ void drawBodies(const std::vector<const Particle*>& particles, const Look& look,
         const float alpha = look.body.a * fadeOf(*p);
         square(p->position, half, look.body, alpha);
         if (!trail) continue;
-        for (int i = 0; i < 3; ++i) square(p->previousPosition[i], half + trailGrowth, look.body, alpha * trail[i]);
+        for (int i = 0; i < 3; ++i)
+            square(p->previousPosition[i], half + trailGrowth, look.body, alpha * trail[i]);
     }
     glEnd();
 }

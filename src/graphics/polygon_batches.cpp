@@ -22,9 +22,9 @@ void emitTriangles(const Polygon2D& polygon, const GLTexture& texture, bool with
 }  // namespace
 
 void drawPolygonBatches(std::vector<TexturedPolygon>& polygons, bool withOffset) {
-    std::stable_sort(polygons.begin(), polygons.end(), [](const TexturedPolygon& a, const TexturedPolygon& b) {
-        return *a.texture < *b.texture;
-    });
+    std::stable_sort(
+        polygons.begin(), polygons.end(),
+        [](const TexturedPolygon& a, const TexturedPolygon& b) { return *a.texture < *b.texture; });
     for (std::size_t first = 0; first < polygons.size();) {
         const GLTexture& texture = *polygons[first].texture;
         glBindTexture(GL_TEXTURE_2D, texture.id);

@@ -2,10 +2,18 @@
 #include "foundation/foundation.h"
 #include "graphics/graphics.h"
 
-GLTexture::GLTexture() { take(GLTextureManager::defaultTextureName); }
-GLTexture::GLTexture(const char* textureName) { take(textureName ? textureName : ""); }
-GLTexture::GLTexture(const std::string& textureName) { take(textureName); }
-GLTexture::GLTexture(const GLTexture& other) { take(other.name); }
+GLTexture::GLTexture() {
+    take(GLTextureManager::defaultTextureName);
+}
+GLTexture::GLTexture(const char* textureName) {
+    take(textureName ? textureName : "");
+}
+GLTexture::GLTexture(const std::string& textureName) {
+    take(textureName);
+}
+GLTexture::GLTexture(const GLTexture& other) {
+    take(other.name);
+}
 
 GLTexture& GLTexture::operator=(const GLTexture& other) {
     TRACE_LOCATION("GLTexture::operator=");
@@ -16,7 +24,9 @@ GLTexture& GLTexture::operator=(const GLTexture& other) {
     return *this;
 }
 
-GLTexture& GLTexture::operator=(const char* textureName) { return *this = std::string(textureName ? textureName : ""); }
+GLTexture& GLTexture::operator=(const char* textureName) {
+    return *this = std::string(textureName ? textureName : "");
+}
 
 GLTexture& GLTexture::operator=(const std::string& textureName) {
     TRACE_LOCATION("GLTexture::operator=");
@@ -28,7 +38,9 @@ GLTexture& GLTexture::operator=(const std::string& textureName) {
     return *this;
 }
 
-GLTexture::~GLTexture() { GLTextureManager::freeTexture(name); }
+GLTexture::~GLTexture() {
+    GLTextureManager::freeTexture(name);
+}
 
 // Width, height and id are copied now; a later reload keeps the id, so the copy stays good.
 void GLTexture::take(const std::string& textureName) {

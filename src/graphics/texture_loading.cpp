@@ -77,7 +77,8 @@ void uploadTexture32(unsigned int id, const uint8_t* pixels, int width, int heig
     glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
     const int level = getTextureDetailLevel();
     if (level < 2) {
-        gluBuild2DMipmaps(GL_TEXTURE_2D, internalFormat(level), width, height, GL_BGRA, GL_UNSIGNED_BYTE, pixels);
+        gluBuild2DMipmaps(GL_TEXTURE_2D, internalFormat(level), width, height, GL_BGRA, GL_UNSIGNED_BYTE,
+                          pixels);
         return;
     }
     const int halfWidth = std::max(1, width / 2);

@@ -25,7 +25,9 @@ std::string upperCase(const std::string& name) {
     return upper;
 }
 
-bool ownedHere(const GLTextureInternal& entry) { return entry.ownerThread == std::this_thread::get_id(); }
+bool ownedHere(const GLTextureInternal& entry) {
+    return entry.ownerThread == std::this_thread::get_id();
+}
 
 void deleteGLTexture(unsigned int id) {
     if (id != 0 && GLWindow::contextAvailable()) glDeleteTextures(1, &id);
@@ -104,7 +106,9 @@ void setTextureDetailLevel(int level) {
     reloadAllTextures();
 }
 
-int getTextureDetailLevel() { return textureDetailLevel; }
+int getTextureDetailLevel() {
+    return textureDetailLevel;
+}
 
 void setAnisotropicFilteringLevel(int level) {
     TRACE_LOCATION("GLTextureManager::setAnisotropicFilteringLevel");
@@ -118,14 +122,23 @@ void setAnisotropicFilteringLevel(int level) {
     }
 }
 
-int getAnisotropicFilteringLevel() { return anisotropicLevel; }
-int getMaxAnisotropicLevel() { return maxAnisotropicLevel; }
-bool supportsAnisotropic() { return anisotropicSupported; }
-bool supportsCompression() { return compressionSupported; }
+int getAnisotropicFilteringLevel() {
+    return anisotropicLevel;
+}
+int getMaxAnisotropicLevel() {
+    return maxAnisotropicLevel;
+}
+bool supportsAnisotropic() {
+    return anisotropicSupported;
+}
+bool supportsCompression() {
+    return compressionSupported;
+}
 
 unsigned int getTextureBytesUsed() {
     unsigned int bytes = 0;
-    for (const auto& [name, entry] : textures) bytes += static_cast<unsigned int>(entry.width * entry.height * 4);
+    for (const auto& [name, entry] : textures)
+        bytes += static_cast<unsigned int>(entry.width * entry.height * 4);
     return bytes;
 }
 

@@ -34,8 +34,9 @@ Header readHeader(const uint8_t* data) {
 }
 
 bool acceptable(const Header& header) {
-    return header.colourMapType != 1 && (header.imageType == 2 || header.imageType == 10) && header.width >= 4 &&
-           header.height >= 4 && header.bitsPerPixel == 32 && (header.descriptor & 1) == 0;
+    return header.colourMapType != 1 && (header.imageType == 2 || header.imageType == 10) &&
+           header.width >= 4 && header.height >= 4 && header.bitsPerPixel == 32 &&
+           (header.descriptor & 1) == 0;
 }
 
 // The buffer row that the file's n-th row fills, the buffer's first row being the top.
@@ -48,8 +49,8 @@ bool decodeRaw(const uint8_t* source, uint32_t available, const Header& header, 
     const std::size_t rowBytes = static_cast<std::size_t>(header.width) * 4;
     if (available < rowBytes * static_cast<std::size_t>(header.height)) return false;
     for (int row = 0; row < header.height; ++row)
-        std::memcpy(pixels.data() + targetRow(row, header.height, topFirst) * rowBytes, source + row * rowBytes,
-                    rowBytes);
+        std::memcpy(pixels.data() + targetRow(row, header.height, topFirst) * rowBytes,
+                    source + row * rowBytes, rowBytes);
     return true;
 }
 

@@ -21,8 +21,8 @@ void copyRows(const SDL_Surface* converted, LoadedImage& image) {
     image.pixels.resize(rowBytes * static_cast<std::size_t>(image.height));
     const auto* source = static_cast<const uint8_t*>(converted->pixels);
     for (int row = 0; row < image.height; ++row)
-        std::memcpy(image.pixels.data() + rowBytes * row, source + static_cast<std::size_t>(converted->pitch) * row,
-                    rowBytes);
+        std::memcpy(image.pixels.data() + rowBytes * row,
+                    source + static_cast<std::size_t>(converted->pitch) * row, rowBytes);
 }
 }  // namespace
 
@@ -53,8 +53,8 @@ bool loadImage(const std::string& gameName, LoadedImage& image) {
 
 bool savePng(const std::string& gameName, int width, int height, const std::vector<uint8_t>& pixels) {
     if (width < 1 || height < 1 || pixels.size() < static_cast<std::size_t>(width) * height * 4) return false;
-    SDL_Surface* surface = SDL_CreateRGBSurfaceWithFormatFrom(const_cast<uint8_t*>(pixels.data()), width, height,
-                                                              32, width * 4, SDL_PIXELFORMAT_RGBA32);
+    SDL_Surface* surface = SDL_CreateRGBSurfaceWithFormatFrom(const_cast<uint8_t*>(pixels.data()), width,
+                                                              height, 32, width * 4, SDL_PIXELFORMAT_RGBA32);
     if (!surface) return false;
     const bool saved = IMG_SavePNG(surface, resolvePath(gameName).c_str()) == 0;
     SDL_FreeSurface(surface);

@@ -10,8 +10,8 @@ namespace Platform {
 struct LoadedImage {
     int width = 0;
     int height = 0;
-    int bytesPerPixel = 0;  // depth of the source: 1, 2, 3 or 4
-    bool hasAlpha = false;  // 32-bit sources, and palettes with a colour key
+    int bytesPerPixel = 0;        // depth of the source: 1, 2, 3 or 4
+    bool hasAlpha = false;        // 32-bit sources, and palettes with a colour key
     std::vector<uint8_t> pixels;  // 4 bytes a pixel: blue, green, red, alpha; top row first
 };
 

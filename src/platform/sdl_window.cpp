@@ -55,10 +55,14 @@ SDL_Window* openWindow(const char* title, int width, int height, int samples, bo
 
 int buttonFor(Uint8 sdlButton) {
     switch (sdlButton) {
-        case SDL_BUTTON_LEFT: return 1;
-        case SDL_BUTTON_RIGHT: return 2;
-        case SDL_BUTTON_MIDDLE: return 4;
-        default: return 0;
+        case SDL_BUTTON_LEFT:
+            return 1;
+        case SDL_BUTTON_RIGHT:
+            return 2;
+        case SDL_BUTTON_MIDDLE:
+            return 4;
+        default:
+            return 0;
     }
 }
 
@@ -78,14 +82,21 @@ bool translateKey(const SDL_KeyboardEvent& key, Event& event) {
 
 bool translateWindowEvent(const SDL_WindowEvent& windowEvent, Event& event) {
     switch (windowEvent.event) {
-        case SDL_WINDOWEVENT_SIZE_CHANGED: event.type = Event::Resized; return true;
-        case SDL_WINDOWEVENT_CLOSE: event.type = Event::Closing; return true;
-        case SDL_WINDOWEVENT_EXPOSED: event.type = Event::Exposed; return true;
+        case SDL_WINDOWEVENT_SIZE_CHANGED:
+            event.type = Event::Resized;
+            return true;
+        case SDL_WINDOWEVENT_CLOSE:
+            event.type = Event::Closing;
+            return true;
+        case SDL_WINDOWEVENT_EXPOSED:
+            event.type = Event::Exposed;
+            return true;
         case SDL_WINDOWEVENT_FOCUS_LOST:
             keysDown.clear();
             event.type = Event::FocusLost;
             return true;
-        default: return false;
+        default:
+            return false;
     }
 }
 
@@ -105,9 +116,12 @@ bool translate(const SDL_Event& sdlEvent, Event& event) {
             event.y = sdlEvent.button.y;
             return event.button != 0;
         case SDL_KEYDOWN:
-        case SDL_KEYUP: return translateKey(sdlEvent.key, event);
-        case SDL_WINDOWEVENT: return translateWindowEvent(sdlEvent.window, event);
-        default: return false;
+        case SDL_KEYUP:
+            return translateKey(sdlEvent.key, event);
+        case SDL_WINDOWEVENT:
+            return translateWindowEvent(sdlEvent.window, event);
+        default:
+            return false;
     }
 }
 }  // namespace
@@ -142,8 +156,12 @@ void destroy() {
     keysDown.clear();
 }
 
-bool exists() { return window != nullptr; }
-bool hasContext() { return window && SDL_GL_GetCurrentContext() != nullptr; }
+bool exists() {
+    return window != nullptr;
+}
+bool hasContext() {
+    return window && SDL_GL_GetCurrentContext() != nullptr;
+}
 
 bool samplesAvailable(int samples) {
     std::string error;
@@ -210,16 +228,26 @@ void setTitle(const char* title) {
     if (window) SDL_SetWindowTitle(window, title);
 }
 
-std::string getTitle() { return window ? SDL_GetWindowTitle(window) : ""; }
+std::string getTitle() {
+    return window ? SDL_GetWindowTitle(window) : "";
+}
 
 void setResizeable(bool resizeable) {
     if (window) SDL_SetWindowResizable(window, resizeable ? SDL_TRUE : SDL_FALSE);
 }
 
-bool isResizeable() { return window && (SDL_GetWindowFlags(window) & SDL_WINDOW_RESIZABLE); }
-bool isMinimised() { return window && (SDL_GetWindowFlags(window) & SDL_WINDOW_MINIMIZED); }
-bool isMaximised() { return window && (SDL_GetWindowFlags(window) & SDL_WINDOW_MAXIMIZED); }
-bool hasFocus() { return window && (SDL_GetWindowFlags(window) & SDL_WINDOW_INPUT_FOCUS); }
+bool isResizeable() {
+    return window && (SDL_GetWindowFlags(window) & SDL_WINDOW_RESIZABLE);
+}
+bool isMinimised() {
+    return window && (SDL_GetWindowFlags(window) & SDL_WINDOW_MINIMIZED);
+}
+bool isMaximised() {
+    return window && (SDL_GetWindowFlags(window) & SDL_WINDOW_MAXIMIZED);
+}
+bool hasFocus() {
+    return window && (SDL_GetWindowFlags(window) & SDL_WINDOW_INPUT_FOCUS);
+}
 
 void show() {
     if (window) SDL_ShowWindow(window);
@@ -252,15 +280,21 @@ bool setFullscreen(bool fullscreen, int width, int height) {
     return SDL_SetWindowFullscreen(window, SDL_WINDOW_FULLSCREEN) == 0;
 }
 
-bool keyDown(int virtualKey) { return keysDown.count(virtualKey) != 0; }
+bool keyDown(int virtualKey) {
+    return keysDown.count(virtualKey) != 0;
+}
 
 bool keyToggled(int virtualKey) {
     if (!window) return false;
     switch (virtualKey) {
-        case 20: return (SDL_GetModState() & KMOD_CAPS) != 0;
-        case 45: return insertToggled;
-        case 144: return (SDL_GetModState() & KMOD_NUM) != 0;
-        default: return false;
+        case 20:
+            return (SDL_GetModState() & KMOD_CAPS) != 0;
+        case 45:
+            return insertToggled;
+        case 144:
+            return (SDL_GetModState() & KMOD_NUM) != 0;
+        default:
+            return false;
     }
 }
 
@@ -268,10 +302,14 @@ bool mouseButtonDown(int button) {
     if (!window) return false;
     const Uint32 state = SDL_GetMouseState(nullptr, nullptr);
     switch (button) {
-        case 1: return state & SDL_BUTTON_LMASK;
-        case 2: return state & SDL_BUTTON_RMASK;
-        case 4: return state & SDL_BUTTON_MMASK;
-        default: return false;
+        case 1:
+            return state & SDL_BUTTON_LMASK;
+        case 2:
+            return state & SDL_BUTTON_RMASK;
+        case 4:
+            return state & SDL_BUTTON_MMASK;
+        default:
+            return false;
     }
 }
 
@@ -303,9 +341,13 @@ void setCursor(int mode) {
     if (mode == 2 && crossCursor) SDL_SetCursor(crossCursor);
 }
 
-bool setSwapInterval(int interval) { return hasContext() && SDL_GL_SetSwapInterval(interval) == 0; }
+bool setSwapInterval(int interval) {
+    return hasContext() && SDL_GL_SetSwapInterval(interval) == 0;
+}
 
-int getSwapInterval() { return hasContext() ? SDL_GL_GetSwapInterval() : -1; }
+int getSwapInterval() {
+    return hasContext() ? SDL_GL_GetSwapInterval() : -1;
+}
 
 void setGammaRamp(const unsigned short* ramp256) {
     if (window) SDL_SetWindowGammaRamp(window, ramp256, ramp256, ramp256);

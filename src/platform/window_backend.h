@@ -9,7 +9,18 @@
 namespace WindowBackend {
 
 struct Event {
-    enum Type { None, MouseMoved, MousePressed, MouseReleased, KeyPressed, KeyReleased, Resized, Closing, Exposed, FocusLost };
+    enum Type {
+        None,
+        MouseMoved,
+        MousePressed,
+        MouseReleased,
+        KeyPressed,
+        KeyReleased,
+        Resized,
+        Closing,
+        Exposed,
+        FocusLost
+    };
     Type type = None;
     int x = 0;
     int y = 0;

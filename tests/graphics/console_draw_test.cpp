@@ -153,7 +153,8 @@ TEST_F(ConsoleDrawing, TheInputLineAndItsCursor) {
 }
 
 TEST_F(ConsoleDrawing, WithoutAFontOnlyTheBandsAndCursorShow) {
-    folder.write("cfg/console.cfg", std::string(configuration).substr(std::string(configuration).find('\n') + 1));
+    folder.write("cfg/console.cfg",
+                 std::string(configuration).substr(std::string(configuration).find('\n') + 1));
     GLConsole::loadConfiguration();
     GLConsole::print("\nXXXX");
     draw();

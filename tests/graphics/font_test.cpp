@@ -8,7 +8,9 @@
 namespace {
 
 // Cells of 16 pixels, each in a colour of its own byte value.
-Rgb cellColour(int c) { return {c, 255 - c, 128}; }
+Rgb cellColour(int c) {
+    return {c, 255 - c, 128};
+}
 
 std::string colouredFont() {
     return makeRawTga(256, 256, true, [](int x, int y) {

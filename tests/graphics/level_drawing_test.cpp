@@ -64,8 +64,10 @@ protected:
         const struct {
             const char* name;
             PixelAt colour;
-        } images[] = {{"gfx/red.tga", solid(255, 0, 0)},     {"gfx/green.tga", solid(0, 255, 0)},
-                      {"gfx/blue.tga", solid(0, 0, 255)},    {"gfx/yellow.tga", solid(255, 255, 0)},
+        } images[] = {{"gfx/red.tga", solid(255, 0, 0)},
+                      {"gfx/green.tga", solid(0, 255, 0)},
+                      {"gfx/blue.tga", solid(0, 0, 255)},
+                      {"gfx/yellow.tga", solid(255, 255, 0)},
                       {"gfx/white.tga", solid(255, 255, 255)}};
         for (const auto& image : images) folder.write(image.name, makeRawTga(32, 32, true, image.colour));
         folder.write("cfg/water.cfg", waterSettings);

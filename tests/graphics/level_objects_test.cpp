@@ -17,7 +17,8 @@ protected:
     LevelObjects() {
         // Written out of order: frames are taken in file-name order whatever the folder says.
         for (const char* frame : {"05", "01", "08", "03", "02", "07", "04", "06"})
-            folder.write(std::string("gfx/Anim_FRAME") + frame + ".tga", makeRawTga(8, 4, true, solid(1, 2, 3)));
+            folder.write(std::string("gfx/Anim_FRAME") + frame + ".tga",
+                         makeRawTga(8, 4, true, solid(1, 2, 3)));
         folder.write("gfx/tree.tga", makeRawTga(40, 20, true, solid(1, 2, 3)));
         folder.write("cfg/animation.cfg", "animationSpeeds = -10\n");
         GLConsole::initialise();
@@ -148,7 +149,8 @@ TEST_F(LevelObjects, ObjectsCreateChecksItsLine) {
     GLConsole::enterLine("ObjectsCreate 10 20 x gfx\\tree.tga");
     EXPECT_EQ(console.take(),
               "\nObjectsCreate 10 20 x gfx\\tree.tga"
-              "\nUSAGE: ObjectsCreate < x : number > < y : number > < object id : integer > < textureName : string >");
+              "\nUSAGE: ObjectsCreate < x : number > < y : number > < object id : integer > < textureName : "
+              "string >");
     GLConsole::enterLine("ObjectsCreate 10 20.5 7 gfx\\tree.tga");
     ASSERT_EQ(LevelObjectsManager::getStaticObjects().size(), 1u);
     const LevelObject& made = LevelObjectsManager::getStaticObjects().front();

@@ -49,10 +49,12 @@ inline int fileRowToImageRow(int fileRow, int height, bool topFirst) {
     return topFirst ? fileRow : height - 1 - fileRow;
 }
 
-inline std::string makeRawTga(int width, int height, bool topFirst, const PixelAt& pixel, int bitsPerPixel = 32) {
+inline std::string makeRawTga(int width, int height, bool topFirst, const PixelAt& pixel,
+                              int bitsPerPixel = 32) {
     std::string bytes = tgaHeader(width, height, 2, topFirst, bitsPerPixel, "id!");
     for (int row = 0; row < height; ++row)
-        for (int x = 0; x < width; ++x) putPixel(bytes, pixel(x, fileRowToImageRow(row, height, topFirst)), bitsPerPixel);
+        for (int x = 0; x < width; ++x)
+            putPixel(bytes, pixel(x, fileRowToImageRow(row, height, topFirst)), bitsPerPixel);
     return bytes;
 }
 

@@ -43,8 +43,8 @@ std::vector<uint8_t> decode(const std::string& bytes, int& width, int& height) {
 bool refused(const std::string& bytes) {
     std::vector<uint8_t> pixels;
     int width = 0, height = 0;
-    return !GLTga32Loader::decode(reinterpret_cast<const uint8_t*>(bytes.data()), static_cast<uint32_t>(bytes.size()),
-                                  pixels, width, height);
+    return !GLTga32Loader::decode(reinterpret_cast<const uint8_t*>(bytes.data()),
+                                  static_cast<uint32_t>(bytes.size()), pixels, width, height);
 }
 
 TEST(TgaLoader, ReadsAllFourLayoutsTopRowFirst) {
@@ -93,8 +93,8 @@ TEST(TgaLoader, APacketCrossingARowEndStaysInsideThePicture) {
     for (int i = 0; i < 16; ++i) bytes += static_cast<char>(0x83), putPixel(bytes, {9, 9, 9, 9});
     std::vector<uint8_t> pixels;
     int width = 0, height = 0;
-    GLTga32Loader::decode(reinterpret_cast<const uint8_t*>(bytes.data()), static_cast<uint32_t>(bytes.size()), pixels,
-                          width, height);
+    GLTga32Loader::decode(reinterpret_cast<const uint8_t*>(bytes.data()), static_cast<uint32_t>(bytes.size()),
+                          pixels, width, height);
     EXPECT_EQ(pixels.size(), 4u * 4u * 4u);
 }
 

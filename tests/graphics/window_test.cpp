@@ -1,9 +1,10 @@
+#include "graphics/window/window.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
-#include "graphics/window/window.h"
 #include "platform/window_backend.h"
 #include "real_window.h"
 
@@ -115,8 +116,8 @@ TEST(Window, DeliversKeysAsVirtualKeyCodes) {
         WindowBackend::queueKey(name, true);
     WindowBackend::queueKey("A", false);
     GLWindow::run();
-    const std::vector<std::string> expected = {"key 65", "key 55",  "key 37", "key 40", "key 223", "key 112",
-                                               "key 13", "key 8",   "key 27", "key 32", "keyup 65"};
+    const std::vector<std::string> expected = {"key 65", "key 55", "key 37", "key 40", "key 223", "key 112",
+                                               "key 13", "key 8",  "key 27", "key 32", "keyup 65"};
     EXPECT_EQ(without(listener.events, "redraw"), expected);
     EXPECT_FALSE(GLWindow::keyboardKeyPressed('A'));
     EXPECT_TRUE(GLWindow::keyboardKeyPressed(37));

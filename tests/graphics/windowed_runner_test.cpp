@@ -16,7 +16,8 @@ namespace {
 std::string runnerPath() {
     char self[4096] = {};
     const ssize_t length = readlink("/proc/self/exe", self, sizeof(self) - 1);
-    const std::filesystem::path tests = std::filesystem::path(std::string(self, length > 0 ? length : 0)).parent_path();
+    const std::filesystem::path tests =
+        std::filesystem::path(std::string(self, length > 0 ? length : 0)).parent_path();
     return (tests.parent_path() / "brookfall-headless").string();
 }
 
@@ -34,8 +35,9 @@ TEST(WindowedRunner, DrawsEveryStepAndSavesTheFrameOnScreen) {
     folder.write("maps/red.rill", LevelFileFormat::write(level));
     folder.write("gfx/red.tga", makeRawTga(32, 32, true, solid(255, 0, 0)));
     folder.write("script.txt", ":step 3\n:screenshot shot.png\n");
-    const std::string command = runnerPath() + " --data " + folder.path().string() + " --window 'maps\\red.rill' " +
-                                (folder.path() / "script.txt").string() + " > /dev/null 2>&1";
+    const std::string command = runnerPath() + " --data " + folder.path().string() +
+                                " --window 'maps\\red.rill' " + (folder.path() / "script.txt").string() +
+                                " > /dev/null 2>&1";
     ASSERT_EQ(std::system(command.c_str()), 0) << command;
 
     Platform::LoadedImage shot;

@@ -12,7 +12,9 @@ namespace GLWindow {
 
 using namespace State;
 
-bool contextAvailable() { return drawingPossible(); }
+bool contextAvailable() {
+    return drawingPossible();
+}
 
 void clearScreen(float r, float g, float b) {
     if (!drawingPossible()) return;

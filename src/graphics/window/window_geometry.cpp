@@ -19,7 +19,9 @@ Borders borders() {
 }
 
 // Top left of the client area on the screen.
-void clientOrigin(int& x, int& y) { WindowBackend::getPosition(x, y); }
+void clientOrigin(int& x, int& y) {
+    WindowBackend::getPosition(x, y);
+}
 }  // namespace
 
 int getClientWidth() {
@@ -127,22 +129,42 @@ void setTitle(const char* newTitle) {
     WindowBackend::setTitle(title.c_str());
 }
 
-std::string getTitle() { return title; }
+std::string getTitle() {
+    return title;
+}
 
 void setResizeable(bool resizeable) {
     headless.resizeable = resizeable;
     WindowBackend::setResizeable(resizeable);
 }
 
-bool isResizeable() { return realWindow() ? WindowBackend::isResizeable() : headless.resizeable; }
-bool isMinimised() { return WindowBackend::isMinimised(); }
-bool isMaximised() { return WindowBackend::isMaximised(); }
-bool hasFocus() { return realWindow() ? WindowBackend::hasFocus() : headless.exists; }
-void minimize() { WindowBackend::minimize(); }
-void maximize() { WindowBackend::maximize(); }
-void restore() { WindowBackend::restore(); }
-void giveFocous() { WindowBackend::raise(); }
-bool isFullscreen() { return fullscreen; }
+bool isResizeable() {
+    return realWindow() ? WindowBackend::isResizeable() : headless.resizeable;
+}
+bool isMinimised() {
+    return WindowBackend::isMinimised();
+}
+bool isMaximised() {
+    return WindowBackend::isMaximised();
+}
+bool hasFocus() {
+    return realWindow() ? WindowBackend::hasFocus() : headless.exists;
+}
+void minimize() {
+    WindowBackend::minimize();
+}
+void maximize() {
+    WindowBackend::maximize();
+}
+void restore() {
+    WindowBackend::restore();
+}
+void giveFocous() {
+    WindowBackend::raise();
+}
+bool isFullscreen() {
+    return fullscreen;
+}
 
 void setFullscreen(bool value, int width, int height) {
     TRACE_LOCATION("GLWindow::setFullscreen");

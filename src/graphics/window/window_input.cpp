@@ -19,30 +19,48 @@ constexpr int capsLockKey = 20;
 // US layout characters of the punctuation keys, unshifted and shifted.
 char punctuation(int key, bool shifted) {
     switch (key) {
-        case 186: return shifted ? ':' : ';';
-        case 187: return shifted ? '+' : '=';
-        case 188: return shifted ? '<' : ',';
-        case 189: return shifted ? '_' : '-';
-        case 190: return shifted ? '>' : '.';
-        case 191: return shifted ? '?' : '/';
-        case 192: return shifted ? '~' : '`';
-        case 219: return shifted ? '{' : '[';
-        case 220: return shifted ? '|' : '\\';
-        case 221: return shifted ? '}' : ']';
-        case 222: return shifted ? '"' : '\'';
-        default: return 0;
+        case 186:
+            return shifted ? ':' : ';';
+        case 187:
+            return shifted ? '+' : '=';
+        case 188:
+            return shifted ? '<' : ',';
+        case 189:
+            return shifted ? '_' : '-';
+        case 190:
+            return shifted ? '>' : '.';
+        case 191:
+            return shifted ? '?' : '/';
+        case 192:
+            return shifted ? '~' : '`';
+        case 219:
+            return shifted ? '{' : '[';
+        case 220:
+            return shifted ? '|' : '\\';
+        case 221:
+            return shifted ? '}' : ']';
+        case 222:
+            return shifted ? '"' : '\'';
+        default:
+            return 0;
     }
 }
 
 char keypad(int key) {
     if (key >= 96 && key <= 105) return static_cast<char>('0' + key - 96);
     switch (key) {
-        case 106: return '*';
-        case 107: return '+';
-        case 109: return '-';
-        case 110: return '.';
-        case 111: return '/';
-        default: return 0;
+        case 106:
+            return '*';
+        case 107:
+            return '+';
+        case 109:
+            return '-';
+        case 110:
+            return '.';
+        case 111:
+            return '/';
+        default:
+            return 0;
     }
 }
 
@@ -53,10 +71,14 @@ void setMember(std::set<int>& members, int value, bool member) {
         members.erase(value);
 }
 
-void clientOrigin(int& x, int& y) { WindowBackend::getPosition(x, y); }
+void clientOrigin(int& x, int& y) {
+    WindowBackend::getPosition(x, y);
+}
 }  // namespace
 
-bool keyboardKeyPressed(int key) { return headless.keysDown.count(key) != 0 || WindowBackend::keyDown(key); }
+bool keyboardKeyPressed(int key) {
+    return headless.keysDown.count(key) != 0 || WindowBackend::keyDown(key);
+}
 
 bool keyboardKeyToggled(int key) {
     return headless.keysToggled.count(key) != 0 || WindowBackend::keyToggled(key);
@@ -82,9 +104,15 @@ bool mouseButtonPressed(int button) {
     return headless.buttonsDown.count(button) != 0 || WindowBackend::mouseButtonDown(button);
 }
 
-int getLastKeyPressed() { return std::exchange(lastKey, 0); }
-int getMouseX() { return mouseX; }
-int getMouseY() { return mouseY; }
+int getLastKeyPressed() {
+    return std::exchange(lastKey, 0);
+}
+int getMouseX() {
+    return mouseX;
+}
+int getMouseY() {
+    return mouseY;
+}
 
 int getMouseScreenX() {
     if (!realWindow()) return mouseX;
@@ -110,7 +138,9 @@ bool mouseInClientArea() {
     return x >= 0 && y >= 0 && x < getClientWidth() && y < getClientHeight();
 }
 
-int getCursor() { return cursorMode; }
+int getCursor() {
+    return cursorMode;
+}
 
 void setCursor(int mode) {
     if (mode < 0 || mode > 2) return;
@@ -140,19 +170,33 @@ void moveMouse(int dx, int dy) {
     WindowBackend::warpMouse(getMouseScreenX() - left + dx, getMouseScreenY() - top + dy);
 }
 
-void restrictMouse(int x, int y, int width, int height) { WindowBackend::restrictMouse(x, y, width, height); }
-void unRestrictMouse() { WindowBackend::unRestrictMouse(); }
+void restrictMouse(int x, int y, int width, int height) {
+    WindowBackend::restrictMouse(x, y, width, height);
+}
+void unRestrictMouse() {
+    WindowBackend::unRestrictMouse();
+}
 
 namespace Headless {
-void setEnabled(bool enabled) { headless.enabled = enabled; }
-bool isEnabled() { return headless.enabled; }
-void setKeyDown(int key, bool down) { setMember(headless.keysDown, key, down); }
-void setKeyToggled(int key, bool toggled) { setMember(headless.keysToggled, key, toggled); }
+void setEnabled(bool enabled) {
+    headless.enabled = enabled;
+}
+bool isEnabled() {
+    return headless.enabled;
+}
+void setKeyDown(int key, bool down) {
+    setMember(headless.keysDown, key, down);
+}
+void setKeyToggled(int key, bool toggled) {
+    setMember(headless.keysToggled, key, toggled);
+}
 void setMouse(int x, int y) {
     mouseX = x;
     mouseY = y;
 }
-void setMouseButtonDown(int button, bool down) { setMember(headless.buttonsDown, button, down); }
+void setMouseButtonDown(int button, bool down) {
+    setMember(headless.buttonsDown, button, down);
+}
 void setClientSize(int width, int height) {
     if (width < 1 || height < 1) return;
     headless.clientWidth = width;

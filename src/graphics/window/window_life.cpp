@@ -23,8 +23,12 @@ std::string title = "Untitled window";
 bool repaintRequested = false;
 HeadlessWindow headless;
 
-bool realWindow() { return WindowBackend::exists(); }
-bool drawingPossible() { return WindowBackend::hasContext(); }
+bool realWindow() {
+    return WindowBackend::exists();
+}
+bool drawingPossible() {
+    return WindowBackend::hasContext();
+}
 
 void resetViewport() {
     if (drawingPossible()) glViewport(0, 0, getClientWidth(), getClientHeight());
@@ -89,9 +93,14 @@ void deliver(const WindowBackend::Event& event) {
             if (eventListener) eventListener->windowClosing();
             close();
             break;
-        case Event::Exposed: repaintRequested = true; break;
-        case Event::FocusLost: loseFocus(); break;
-        case Event::None: break;
+        case Event::Exposed:
+            repaintRequested = true;
+            break;
+        case Event::FocusLost:
+            loseFocus();
+            break;
+        case Event::None:
+            break;
     }
 }
 
@@ -133,7 +142,9 @@ void close() {
     repaintRequested = false;
 }
 
-bool exists() { return realWindow() || headless.exists; }
+bool exists() {
+    return realWindow() || headless.exists;
+}
 
 void run() {
     TRACE_LOCATION("GLWindow::run");
@@ -145,13 +156,19 @@ void run() {
     }
 }
 
-GLWindowEventListener* getEventListener() { return eventListener; }
-void setEventListener(GLWindowEventListener* listener) { eventListener = listener; }
+GLWindowEventListener* getEventListener() {
+    return eventListener;
+}
+void setEventListener(GLWindowEventListener* listener) {
+    eventListener = listener;
+}
 
 void requestRepaint() {
     if (realWindow()) repaintRequested = true;
 }
 
-void swapBuffers() { WindowBackend::swapBuffers(); }
+void swapBuffers() {
+    WindowBackend::swapBuffers();
+}
 
 }  // namespace GLWindow

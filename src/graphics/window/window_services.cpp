@@ -65,10 +65,13 @@ bool rebuildWindow(int samples) {
     eventListener = nullptr;  // nothing sees the teardown
     close();
     std::string error;
-    bool granted = WindowBackend::create(saved.title.c_str(), saved.clientWidth, saved.clientHeight, samples, error);
-    if (!granted && !WindowBackend::create(saved.title.c_str(), saved.clientWidth, saved.clientHeight, 1, error)) {
+    bool granted =
+        WindowBackend::create(saved.title.c_str(), saved.clientWidth, saved.clientHeight, samples, error);
+    if (!granted &&
+        !WindowBackend::create(saved.title.c_str(), saved.clientWidth, saved.clientHeight, 1, error)) {
         std::fprintf(stderr, "%s\n", error.c_str());
-        Platform::showMessage("Unable to create window. Could not create an OpenGL rendering context.", "Error");
+        Platform::showMessage("Unable to create window. Could not create an OpenGL rendering context.",
+                              "Error");
         std::exit(1);
     }
     antiAliasingMode = granted ? samples : 1;
@@ -88,7 +91,9 @@ bool setHeadlessAntiAliasingMode(int samples) {
 
 }  // namespace
 
-int getAntiAliasingMode() { return antiAliasingMode; }
+int getAntiAliasingMode() {
+    return antiAliasingMode;
+}
 
 bool setAntiAliasingMode(int samples) {
     TRACE_LOCATION("GLWindow::setAntiAliasingMode");
@@ -173,8 +178,8 @@ bool saveScreenshot(const std::string& fileName) {
     std::vector<uint8_t> topFirst(bottomFirst.size());
     const std::size_t rowBytes = static_cast<std::size_t>(width) * 4;
     for (int row = 0; row < height; ++row)
-        std::copy_n(bottomFirst.begin() + static_cast<std::ptrdiff_t>(rowBytes * (height - 1 - row)), rowBytes,
-                    topFirst.begin() + static_cast<std::ptrdiff_t>(rowBytes * row));
+        std::copy_n(bottomFirst.begin() + static_cast<std::ptrdiff_t>(rowBytes * (height - 1 - row)),
+                    rowBytes, topFirst.begin() + static_cast<std::ptrdiff_t>(rowBytes * row));
     return Platform::savePng(fileName, width, height, topFirst);
 }
 
@@ -190,7 +195,11 @@ bool showQuestionBox(const char* text, const char* boxTitle) {
 }
 
 // The game never asks for file boxes, and SDL has none; they answer as if cancelled.
-std::string showOpenFileBox(const char*, const char*, const FileFilters&) { return {}; }
-std::string showSaveFileBox(const char*, const char*, const FileFilters&) { return {}; }
+std::string showOpenFileBox(const char*, const char*, const FileFilters&) {
+    return {};
+}
+std::string showSaveFileBox(const char*, const char*, const FileFilters&) {
+    return {};
+}
 
 }  // namespace GLWindow
