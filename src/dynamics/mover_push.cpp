@@ -65,12 +65,14 @@ bool insideTriangle(const Polygon2D& polygon, uint32_t triangle, const Vector2D&
     return true;
 }
 
-void killParticlesInsidePolygon(const DynamicPolygon& entry, const std::list<Particle*>& particles) {
+// p is where the walk has brought the polygon so far: measured against its
+// final offset, water still being carried ahead of it would count as inside.
+void killParticlesInsidePolygon(const DynamicPolygon& entry, const Vector2D& p, const std::list<Particle*>& particles) {
     TRACE_LOCATION("MoverManager::killParticlesInsidePolygon");
     const Polygon2D& polygon = *entry.polygon;
     if (polygon.normalX.size() < polygon.triangleCount * 3) return;
     for (Particle* particle : particles) {
-        const Vector2D local = particle->position - polygon.offset;
+        const Vector2D local = particle->position - p;
         for (uint32_t t = 0; t < polygon.triangleCount; ++t) {
             if (!insideTriangle(polygon, t, local)) continue;
             ParticleManager::killParticle(*particle);
@@ -121,7 +123,7 @@ void push(const DynamicPolygon& entry, float dt, Candidates& candidates, GroupCa
         remaining -= step;
         for (Particle* particle : touched.particles)
             CircleCollision::collisionTestStatic(&particle->position, ParticleMover::particleRadius);
-        killParticlesInsidePolygon(entry, touched.particles);
+        killParticlesInsidePolygon(entry, p, touched.particles);
         addNearbyParticles(touched.particles, candidates, MoverManager::nearbyDistance);
         for (Particle* particle : touched.particles) particle->impulse += velocity;
     }

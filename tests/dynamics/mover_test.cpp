@@ -1,0 +1,233 @@
+// Movers: the five states, what rides on them, the edges placed near the view,
+// and the push that carries water in strides that cannot jump a particle.
+#include <gtest/gtest.h>
+
+#include "console/console.h"
+#include "dynamics/dynamics_fixture.h"
+#include "graphics/graphics.h"
+#include "level/level.h"
+
+namespace {
+
+constexpr float frame = 1.0f / 30.0f;
+
+Mover makeMover(int32_t id, const Vector2D& start, const Vector2D& end, float speed) {
+    Mover mover;
+    mover.id = id;
+    mover.speed = speed;
+    mover.setStartPoint(start);
+    mover.setEndPoint(end);
+    return mover;
+}
+
+class MoverTest : public DynamicsTest {
+protected:
+    // A square block of the given id with its top left at (x, y).
+    static Polygon2D& addBlock(int32_t id, float x, float y, float size, bool collideable = true) {
+        Polygon2D polygon;
+        polygon.id = id;
+        polygon.collideable = collideable;
+        polygon.addPoints({Vector2D(x, y), Vector2D(x + size, y), Vector2D(x + size, y + size), Vector2D(x, y + size)});
+        Level::addPolygon(polygon);
+        return Level::getPolygons().back();
+    }
+
+    // Sets a mover going towards its end and runs one step of all movers.
+    static Mover& startMover(int32_t state = Mover::toEnd) {
+        Mover& mover = MoverManager::getMovers().front();
+        mover.state = state;
+        return mover;
+    }
+};
+
+}  // namespace
+
+TEST_F(MoverTest, APathOfNoLengthEndsItsMoveInTheFirstStep) {
+    Mover mover = makeMover(1, Vector2D(5, 5), Vector2D(5, 5), 10.0f);
+    EXPECT_EQ(mover.length, 0.0f);
+    EXPECT_EQ(mover.direction, Vector2D());
+    for (int32_t state : {Mover::toEnd, Mover::toStart}) {
+        mover.state = state;
+        mover.run(frame);
+        EXPECT_EQ(mover.state, Mover::stopped);
+        EXPECT_EQ(mover.position, 0.0f);
+    }
+    mover.speed = 0.0f;
+    mover.state = Mover::toEnd;
+    mover.run(0.0f);
+    EXPECT_EQ(mover.state, Mover::stopped);
+}
+
+TEST_F(MoverTest, StatesRunTheMoverToItsEndsAndLoopsTurnAround) {
+    Mover mover = makeMover(1, Vector2D(0, 0), Vector2D(30, 40), 20.0f);
+    EXPECT_EQ(mover.length, 50.0f);
+    EXPECT_EQ(mover.direction, Vector2D(0.6f, 0.8f));
+    mover.state = Mover::loopToStart;
+    mover.run(0.1f);
+    EXPECT_EQ(mover.state, Mover::loopToEnd);
+    for (int i = 0; i < 25; ++i) mover.run(0.1f);
+    EXPECT_EQ(mover.position, 50.0f);
+    EXPECT_EQ(mover.state, Mover::loopToStart);
+    mover.run(1.0f);
+    EXPECT_FLOAT_EQ(mover.position, 30.0f);
+    mover.state = Mover::toStart;
+    mover.run(2.0f);
+    EXPECT_EQ(mover.position, 0.0f);
+    EXPECT_EQ(mover.state, Mover::stopped);
+    mover.run(1.0f);
+    EXPECT_EQ(mover.position, 0.0f);
+    mover.state = Mover::toEnd;
+    mover.run(1.0f);
+    mover.reset();
+    EXPECT_EQ(mover.position, 0.0f);
+    EXPECT_EQ(mover.state, Mover::stopped);
+}
+
+TEST_F(MoverTest, PolygonsAndObjectsWithTheMoversIdRideOnItAndThingsOnTwoMoversGetBoth) {
+    Polygon2D& solid = addBlock(3, 0, 0, 20);
+    Polygon2D& scenery = addBlock(3, 50, 0, 20, false);
+    addBlock(4, 100, 0, 20);
+    LevelObject object;
+    object.id = 3;
+    object.position = Vector2D(7, 7);
+    LevelObjectsManager::addObject(object);
+    MoverManager::addMover(makeMover(3, Vector2D(0, 0), Vector2D(100, 0), 30.0f));
+    MoverManager::addMover(makeMover(3, Vector2D(0, 0), Vector2D(0, 100), 60.0f));
+    EXPECT_EQ(MoverManager::conCmdMoverCount(), 2);
+    // Each polygon is kept once among the moving edges, and only a collideable one.
+    ASSERT_EQ(MoverManager::getDynamicPolygons().size(), 1u);
+    EXPECT_EQ(MoverManager::getDynamicPolygons().front().polygon, &solid);
+    EXPECT_EQ(MoverManager::getDynamicPolygons().front().edges.size(), 4u);
+    for (Mover& mover : MoverManager::getMovers()) mover.state = Mover::toEnd;
+    MoverManager::runMovers(1.0f);
+    EXPECT_EQ(solid.offset, Vector2D(30, 60));
+    EXPECT_EQ(scenery.offset, Vector2D(30, 60));
+    EXPECT_EQ(Level::getPolygons().back().offset, Vector2D());
+    std::size_t riding = 0;
+    for (auto* list : {&LevelObjectsManager::getStaticObjects(), &LevelObjectsManager::getAnimatedObjects()})
+        for (const LevelObject& o : *list) riding += o.offset == Vector2D(30, 60) && o.position == Vector2D(7, 7);
+    EXPECT_EQ(riding, 1u);
+    LevelObjectsManager::resetObjects();
+    Level::reset();
+    for (const Mover& mover : MoverManager::getMovers()) EXPECT_EQ(mover.state, Mover::stopped);
+    EXPECT_EQ(solid.offset, Vector2D());
+}
+
+TEST_F(MoverTest, TheEdgesNearTheViewArePlacedAtTheirPolygonsOffsetEachStep) {
+    Polygon2D& near = addBlock(1, 0, 0, 20);
+    addBlock(2, 3000, 0, 20);
+    MoverManager::addMover(makeMover(1, Vector2D(), Vector2D(100, 0), 10.0f));
+    MoverManager::addMover(makeMover(2, Vector2D(), Vector2D(100, 0), 10.0f));
+    near.offset = Vector2D(5, 0);
+    MoverManager::updateCollideableNodes();
+    std::vector<BspNode>& nodes = CircleCollision::getCollideableNodes();
+    ASSERT_EQ(nodes.size(), 4u);
+    float smallestX = 1e9f;
+    for (const BspNode& node : nodes) {
+        smallestX = std::min({smallestX, node.start.x, node.end.x});
+        EXPECT_EQ(node.polygon, &near);
+    }
+    EXPECT_EQ(smallestX, 5.0f);
+    Level::setPolygonCollideable(&near, false);
+    MoverManager::updateCollideableNodes();
+    EXPECT_TRUE(nodes.empty());
+}
+
+TEST_F(MoverTest, APushOfFiveAndAHalfUnitsCarriesTheWaterInFourStrides) {
+    addBlock(1, 0, 0, 20);
+    MoverManager::addMover(makeMover(1, Vector2D(), Vector2D(100, 0), 5.5f / frame));
+    Particle& ahead = addParticle(Vector2D(22, 10));
+    Particle& neighbour = addParticle(Vector2D(27, 10));
+    Particle& aside = addParticle(Vector2D(10, 40));
+    startMover();
+    MoverManager::runMovers(frame);
+    EXPECT_NEAR(ahead.position.x, 27.5f, 1e-4f);
+    EXPECT_NEAR(ahead.impulse.x, 4.0f * 5.5f / frame, 0.01f);
+    // The neighbour was drawn in by the touched particle and moved from then on.
+    EXPECT_GT(neighbour.position.x, 27.0f);
+    EXPECT_EQ(aside.position, Vector2D(10, 40));
+    EXPECT_FALSE(ahead.dying);
+    EXPECT_EQ(Level::getPolygons().front().previousOffset, Level::getPolygons().front().offset);
+}
+
+TEST_F(MoverTest, AFastPolygonCannotJumpOverAParticle) {
+    addBlock(1, 0, 0, 20);
+    MoverManager::addMover(makeMover(1, Vector2D(), Vector2D(500, 0), 300.0f / frame));
+    Particle& particle = addParticle(Vector2D(100, 10));
+    startMover();
+    MoverManager::runMovers(frame);
+    EXPECT_GT(particle.position.x, 300.0f);
+    EXPECT_FALSE(particle.dying);
+}
+
+TEST_F(MoverTest, AParticleTouchedByOneMovingPolygonIsNotPushedByASecond) {
+    addBlock(1, 0, 0, 20);
+    addBlock(1, 0, 20, 20);
+    MoverManager::addMover(makeMover(1, Vector2D(), Vector2D(100, 0), 5.5f / frame));
+    Particle& particle = addParticle(Vector2D(22, 20));
+    startMover();
+    MoverManager::runMovers(frame);
+    EXPECT_NEAR(particle.position.x, 27.5f, 1e-4f);
+    EXPECT_NEAR(particle.impulse.x, 4.0f * 5.5f / frame, 0.01f);
+}
+
+TEST_F(MoverTest, AParticleCarriedInsideThePolygonDies) {
+    addBlock(1, 0, 0, 20);
+    MoverManager::addMover(makeMover(1, Vector2D(), Vector2D(100, 0), 3.0f / frame));
+    Particle& inside = addParticle(Vector2D(1, 10));
+    startMover();
+    MoverManager::runMovers(frame);
+    EXPECT_TRUE(inside.dying);
+}
+
+TEST_F(MoverTest, APolygonThatIsNotCollideableRidesButPushesNothing) {
+    Polygon2D& scenery = addBlock(1, 0, 0, 20, false);
+    MoverManager::addMover(makeMover(1, Vector2D(), Vector2D(100, 0), 5.0f / frame));
+    Particle& particle = addParticle(Vector2D(22, 10));
+    startMover();
+    MoverManager::runMovers(frame);
+    EXPECT_NEAR(scenery.offset.x, 5.0f, 1e-4f);
+    EXPECT_EQ(particle.position, Vector2D(22, 10));
+}
+
+TEST_F(MoverTest, CommandsAndMessages) {
+    EXPECT_NE(console.text().find("\nInitialising down mover manager.."), std::string::npos);
+    EXPECT_NE(console.text().find("\nInitialising force manager."), std::string::npos);
+    for (const char* name : {"MOVERCOUNT", "MOVERDRAW", "DYNAMICNODEDRAW", "FORCECOUNT", "FORCECREATE", "FORCEDRAW"})
+        EXPECT_EQ(GLConsole::getCommands().count(name), 1u) << name;
+    GLConsole::enterLine("MoverDraw true");
+    GLConsole::enterLine("DynamicNodeDraw true");
+    EXPECT_TRUE(MoverManager::conCmdMoverDraw(false, false));
+    MoverManager::debugDraw();
+    MoverManager::resetMovers();
+    EXPECT_FALSE(MoverManager::conCmdMoverDraw(false, false));
+    EXPECT_FALSE(MoverManager::conCmdDynamicNodeDraw(false, false));
+    MoverManager::shutdown();
+    ForceManager::shutdown();
+    EXPECT_NE(console.text().find("\nShutting down mover manager.."), std::string::npos);
+    EXPECT_NE(console.text().find("\nShutting down force manager."), std::string::npos);
+    EXPECT_EQ(GLConsole::getCommands().count("MOVERCOUNT"), 0u);
+    EXPECT_EQ(GLConsole::getCommands().count("FORCECREATE"), 0u);
+}
+
+TEST_F(MoverTest, ForceCreateAddsAForceWithoutScalingOrPrintsItsUsage) {
+    GLConsole::enterLine("ForceCreate 3 10 20 0 0 2.5");
+    ASSERT_EQ(ForceManager::getForces().size(), 1u);
+    const Force& force = ForceManager::getForces().front();
+    EXPECT_EQ(force.position, Vector2D(10, 20));
+    EXPECT_EQ(force.direction, Vector2D(1, 0));
+    EXPECT_EQ(force.strength, 2.5f);
+    console.take();
+    GLConsole::enterLine("ForceCreate 3 10 20 0 0");
+    GLConsole::enterLine("ForceCreate 3.5 10 20 0 0 1");
+    const std::string usage =
+        "\nUSAGE: ForceCreate  < id : integer > < x : number > < y : number > < dir_x : number > < dir_y : number > "
+        "< strenght : number >";
+    EXPECT_NE(console.take().find(usage), std::string::npos);
+    EXPECT_EQ(ForceManager::conCmdForceCount(), 1);
+    // A trigger added before the force doesn't find it.
+    const Trigger& before = addSquare(200, 8, 0, 0, 10);
+    GLConsole::enterLine("ForceCreate 8 0 0 1 0 1");
+    EXPECT_TRUE(before.targets.empty());
+    EXPECT_EQ(addSquare(200, 8, 0, 0, 10).targets.size(), 1u);
+}
