@@ -171,3 +171,29 @@ TEST_F(LevelDrawing, TheConsoleKeyShowsTheConsoleOverTheLevel) {
 }
 
 }  // namespace
+
+namespace {
+
+bool greenNear(int x, int y) {
+    for (int dx = -1; dx <= 1; ++dx)
+        if (near(shown(x + dx, y), green)) return true;
+    return false;
+}
+
+TEST_F(LevelDrawing, TheFreeCameraShowsTheWorldUnturnedAndTheRealViewInGreen) {
+    Game::initialise("maps\\test.rill");
+    GLConsole::enterLine("FreeCamera true");
+    Camera::setPosition(Vector2D());
+    Camera::setTilt(90.0f);
+    Game::drawFrame();
+    EXPECT_TRUE(near(shown(230, 120), red));  // world (60, -60), as without a tilt
+    EXPECT_TRUE(near(shown(230, 180), green));
+    // The real view, 800 by 600 units turned a quarter, stands upright: its long
+    // sides run down the window at x = 50 and x = 350.
+    EXPECT_TRUE(greenNear(50, 40));
+    EXPECT_TRUE(greenNear(350, 260));
+    EXPECT_FALSE(greenNear(120, 40));
+    Game::shutdown();
+}
+
+}  // namespace
