@@ -66,6 +66,7 @@ struct Polygon2D {
     static bool triangleCoversPolyPoint(const Vector2D* triangle, const std::vector<Edge>& edges);
     static void removeColinearEdges(std::vector<Edge>& edges);
     void expand(float distance);
+    std::size_t longestUsableOutline(std::size_t shortest) const;
     // Debug drawing: the outline in white, the triangles in red at the offset.
     void drawOutline() const;
     void drawTrianglesOutline() const;

@@ -84,17 +84,47 @@ void Polygon2D::addPoints(const std::vector<Vector2D>& points) {
         triangulate(true);
         return;
     }
-    const std::vector<float> allX = pointsX, allY = pointsY;
-    for (std::size_t count = allX.size() - 1; count > before; --count) {
-        pointsX.resize(count);
-        pointsY.resize(count);
-        if (isDegenerate()) continue;
-        triangulate(true);
-        break;
+    const std::size_t usable = longestUsableOutline(before);
+    if (usable == 0) {
+        clearTriangles();
+        return;
     }
+    const std::vector<float> allX = pointsX, allY = pointsY;
+    pointsX.resize(usable);
+    pointsY.resize(usable);
+    triangulate(true);
     pointsX = allX;
     pointsY = allY;
     clearTriangles();
+}
+
+// The greatest count above shortest of leading points whose outline is not
+// degenerate, or 0. An outline is degenerate when an edge of its open chain
+// crosses another chain edge or its closing edge. Chain crossings only grow as
+// points are added, so beyond the first one no outline is usable, and below it
+// only the closing edge has to be tested: O(n^2) instead of one isDegenerate
+// (itself O(n^2)) for every count.
+std::size_t Polygon2D::longestUsableOutline(std::size_t shortest) const {
+    TRACE_LOCATION("Polygon2D::longestUsableOutline");
+    const std::size_t n = pointCount();
+    // Outlines of chainClean points or fewer have no crossing within their chain.
+    std::size_t chainClean = n;
+    for (std::size_t last = 1; last + 1 < n && chainClean == n; ++last) {
+        const Vector2D a = point(last), b = point(last + 1);
+        for (std::size_t i = 0; i < last && chainClean == n; ++i) {
+            const Vector2D c = point(i), d = point(i + 1);
+            if (edgesCross(a, b, c, d) || edgesCross(c, d, a, b)) chainClean = last + 1;
+        }
+    }
+    for (std::size_t count = std::min(n - 1, chainClean); count > shortest; --count) {
+        if (count < 3) break;
+        const Vector2D closingStart = point(count - 1), closingEnd = point(0);
+        bool crossed = false;
+        for (std::size_t i = 0; i + 1 < count && !crossed; ++i)
+            crossed = edgesCross(point(i), point(i + 1), closingStart, closingEnd);
+        if (!crossed) return count;
+    }
+    return 0;
 }
 
 bool Polygon2D::isDegenerate() const {

@@ -186,9 +186,26 @@ TEST(Polygon2D, AddPointsLeavesWhatAddPointForEachLeaves) {
         batch.addPoints(outline);
         expectSameState(oneByOne, batch);
     }
+    // A long outline that crosses itself early and a long one that crosses at the end.
+    std::vector<Vector2D> crossedEarly = {{0, 0}, {10, 10}, {10, 0}, {0, 10}};
+    std::vector<Vector2D> crossedLate;
+    for (int i = 0; i < 80; ++i) {
+        const float angle = 6.2831855f * static_cast<float>(i) / 80.0f;
+        crossedEarly.emplace_back(100 + 50 * std::cos(angle), 50 * std::sin(angle));
+        crossedLate.emplace_back(std::round(50 * std::cos(angle)), std::round(50 * std::sin(angle)));
+    }
+    crossedLate.emplace_back(-80.0f, 0.0f);
+    crossedLate.emplace_back(80.0f, 1.0f);
+    for (const auto& outline : {crossedEarly, crossedLate}) {
+        Polygon2D oneByOne, batch;
+        for (const Vector2D& p : outline) oneByOne.addPoint(p.x, p.y);
+        batch.addPoints(outline);
+        EXPECT_EQ(batch.triangleCount, 0u);
+        expectSameState(oneByOne, batch);
+    }
     // Random outlines, many of them self-crossing, and batches on top of points.
     setRandomSeed(1234);
-    for (int round = 0; round < 60; ++round) {
+    for (int round = 0; round < 300; ++round) {
         std::vector<Vector2D> outline;
         const int n = 3 + static_cast<int>(randomBits() % 7);
         for (int i = 0; i < n; ++i)
