@@ -1,0 +1,188 @@
+// Small levels played through the game's own step to a win: water tilted
+// into the end, frozen and melted on the way, carried by a mover and pushed
+// by forces. The settings are the shipped ones.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "dynamics/dynamics.h"
+#include "game/game.h"
+#include "graphics/window/window.h"
+#include "level/level.h"
+#include "platform/platform.h"
+#include "support/test_support.h"
+#include "water/water.h"
+
+namespace {
+
+constexpr float step = 0.013333334f;
+
+std::string shippedConfig(const std::string& name) {
+    const char* source = std::getenv("BROOKFALL_SOURCE_DIR");
+    std::ifstream in(std::filesystem::path(source ? source : ".") / "data" / "cfg" / name, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << in.rdbuf();
+    return bytes.str();
+}
+
+PolygonRecord box(int left, int top, int right, int bottom, int32_t id = 0) {
+    PolygonRecord polygon;
+    polygon.id = id;
+    polygon.points = {{left, top}, {right, top}, {right, bottom}, {left, bottom}};
+    return polygon;
+}
+
+TriggerRecord area(int32_t type, int left, int top, int right, int bottom, int32_t target = 0) {
+    TriggerRecord trigger;
+    trigger.type = type;
+    trigger.targetId = target;
+    trigger.corners[0] = {left, top};
+    trigger.corners[1] = {right, top};
+    trigger.corners[2] = {right, bottom};
+    trigger.corners[3] = {left, bottom};
+    return trigger;
+}
+
+// A long floor between two walls, the water poured in at its left end.
+LevelFile trough() {
+    LevelFile level;
+    level.waterStart = {0, 30};
+    level.cameraStart = {0, 0};
+    level.polygons = {box(-200, 60, 700, 120), box(-240, -300, -200, 120), box(700, -300, 740, 120)};
+    return level;
+}
+
+class LevelPlayTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        for (const char* name : {"water.cfg", "camera.cfg", "game.cfg"})
+            folder.write(std::string("cfg/") + name, shippedConfig(name));
+        GLWindow::Headless::setClientSize(800, 600);
+        setRandomSeed(3);
+    }
+    void TearDown() override { Game::shutdown(); }
+
+    void play(const LevelFile& level) {
+        folder.write("maps/play.rill", LevelFileFormat::write(level));
+        Game::initialise("maps\\play.rill");
+        Game::startPlaying();
+        Camera::setState(Camera::following);
+    }
+
+    // Steps until the level is won or the count runs out; true if won.
+    bool stepsUntilWon(int count) {
+        for (int i = 0; i < count; ++i) {
+            Platform::advanceClock(static_cast<uint64_t>(step * 1e6f));
+            Game::runFrame(step);
+            if (GameRules::levelIsWon()) return true;
+        }
+        return false;
+    }
+
+    void steps(int count) {
+        for (int i = 0; i < count; ++i) {
+            Platform::advanceClock(static_cast<uint64_t>(step * 1e6f));
+            Game::runFrame(step);
+        }
+    }
+
+    ScratchFolder folder;
+    ManualClock clock;
+    ConsoleCapture console;
+};
+
+}  // namespace
+
+TEST_F(LevelPlayTest, WaterTiltedIntoTheEndWinsAndScores) {
+    LevelFile level = trough();
+    level.triggers = {area(801, 450, -100, 700, 60)};
+    play(level);
+    steps(60);
+    EXPECT_FALSE(GameRules::levelIsWon());
+    Camera::setTilt(-40.0f);
+    ASSERT_TRUE(stepsUntilWon(1500));
+    EXPECT_GT(GameRules::getLevelTime(), 0u);
+    EXPECT_EQ(GameRules::getWaterScore(), 64000);
+    EXPECT_EQ(GameRules::getTimeScore(), 436000);
+    EXPECT_EQ(GameRules::getTotalScore(), 500000);
+    // The finish animation runs on over the moving water, then the game stops.
+    EXPECT_FALSE(GameRules::gameIsFinished());
+    steps(400);
+    EXPECT_TRUE(GameRules::gameIsFinished());
+    const uint32_t time = GameRules::getLevelTime();
+    steps(10);
+    EXPECT_EQ(GameRules::getLevelTime(), time);
+}
+
+TEST_F(LevelPlayTest, ARestartPutsTheRulesAndTriggersBack) {
+    LevelFile level = trough();
+    level.triggers = {area(801, 450, -100, 700, 60), area(901, -100, -100, 100, 60)};
+    play(level);
+    Camera::setTilt(-40.0f);
+    ASSERT_TRUE(stepsUntilWon(1500));
+    Game::resetLevel();
+    EXPECT_FALSE(GameRules::levelIsWon());
+    EXPECT_EQ(GameRules::getLevelTime(), 0u);
+    for (const Trigger& trigger : TriggerManager::getTriggers()) EXPECT_EQ(trigger.fireCount, 0u);
+}
+
+TEST_F(LevelPlayTest, WaterFrozenByAnIceAreaAndMeltedAgainReachesTheEnd) {
+    LevelFile level = trough();
+    level.triggers = {area(0, -200, -100, 60, 60), area(1, 250, -100, 450, 60), area(801, 500, -100, 700, 60)};
+    play(level);
+    steps(150);
+    std::size_t frozen = 0;
+    for (const ParticleGroup& group : ParticleGroupMover::getGroups()) frozen += group.particles.size();
+    EXPECT_GT(frozen, 64u);
+    Camera::setTilt(-40.0f);
+    ASSERT_TRUE(stepsUntilWon(3000));
+    EXPECT_TRUE(ParticleGroupMover::getGroups().empty() || GameRules::getParticleCount() > 64);
+    std::size_t water = 0;
+    for (const Particle& particle : ParticleManager::getParticles())
+        water += particle.temperature > 0.0f && particle.temperature < 100.0f;
+    EXPECT_GT(water, 0u);
+}
+
+TEST_F(LevelPlayTest, WaterCarriedByAMoverWins) {
+    LevelFile level = trough();
+    // A raft under the water that a trigger sets moving to the right.
+    level.polygons.push_back(box(-150, 50, 50, 60, 5));
+    MoverRecord mover;
+    mover.id = 5;
+    mover.speed = 60.0f;
+    mover.start = {0, 0};
+    mover.end = {550, 0};
+    level.movers = {mover};
+    level.triggers = {area(405, -200, -100, 100, 50, 5), area(801, 500, -100, 700, 60)};
+    play(level);
+    ASSERT_TRUE(stepsUntilWon(1500));
+    EXPECT_GT(MoverManager::getMovers().front().position, 400.0f);
+    EXPECT_GT(GameRules::getParticleCount(), 100);
+}
+
+TEST_F(LevelPlayTest, WaterPushedByAForceWins) {
+    LevelFile level = trough();
+    ForceRecord force;
+    force.id = 8;
+    force.position = {0, 0};
+    force.directionX = 1.0f;
+    force.strength = 40.0f;
+    level.forces = {force};
+    level.triggers = {area(200, -200, -100, 450, 60, 8), area(801, 500, -100, 700, 60)};
+    play(level);
+    EXPECT_EQ(ForceManager::getForces().front().strength, 400.0f);
+    ASSERT_TRUE(stepsUntilWon(1500));
+}
+
+TEST_F(LevelPlayTest, WaterLostInAKillAreaComesBackAtTheCheckPoint) {
+    LevelFile level = trough();
+    level.triggers = {area(701, -200, -100, 700, 60)};
+    play(level);
+    steps(200);
+    // The water died and 128 particles came back at the start, with the camera gliding to them.
+    EXPECT_EQ(GameRules::getParticleCount(), 128);
+    EXPECT_EQ(GameRules::getCheckPoint(), Vector2D(0, 30));
+}
