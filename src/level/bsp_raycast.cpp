@@ -23,32 +23,20 @@ bool withinUnit(float t) {
     return bitsOf(t) < 0x3F800001u;
 }
 
-// |a| > |b| with the sign shifted out of both patterns.
-bool magnitudeGreater(float a, float b) {
-    return (bitsOf(a) << 1) > (bitsOf(b) << 1);
-}
-
-float fractionAlong(const Vector2D& from, const Vector2D& to, double x, double y) {
-    const float dx = to.x - from.x, dy = to.y - from.y;
-    if (magnitudeGreater(dx, dy)) return static_cast<float>((x - from.x) / dx);
-    return static_cast<float>((y - from.y) / dy);
-}
-
-// Shortens the ray to the crossing with the node's edge, if there is one.
+// Shortens the ray to the crossing with the node's edge, if there is one. Both
+// parameters come from one division, and the hit point is only made on a hit.
 bool edgeIntersectFast(const Vector2D& a1, Vector2D& a2, const BspNode& node) {
-    const Vector2D& b1 = node.start;
-    const Vector2D& b2 = node.end;
-    const double denominator = (static_cast<double>(a1.x) - a2.x) * (static_cast<double>(b1.y) - b2.y) -
-                               (static_cast<double>(a1.y) - a2.y) * (static_cast<double>(b1.x) - b2.x);
+    const double rx = static_cast<double>(a2.x) - a1.x, ry = static_cast<double>(a2.y) - a1.y;
+    const double sx = static_cast<double>(node.end.x) - node.start.x;
+    const double sy = static_cast<double>(node.end.y) - node.start.y;
+    const double denominator = rx * sy - ry * sx;
     if (denominator == 0.0) return false;
-    const double d1 = static_cast<double>(a1.x) * a2.y - static_cast<double>(a1.y) * a2.x;
-    const double d2 = static_cast<double>(b1.x) * b2.y - static_cast<double>(b1.y) * b2.x;
-    const double x =
-        (d1 * (static_cast<double>(b1.x) - b2.x) - d2 * (static_cast<double>(a1.x) - a2.x)) / denominator;
-    const double y =
-        (d1 * (static_cast<double>(b1.y) - b2.y) - d2 * (static_cast<double>(a1.y) - a2.y)) / denominator;
-    if (!withinUnit(fractionAlong(a1, a2, x, y)) || !withinUnit(fractionAlong(b1, b2, x, y))) return false;
-    a2 = Vector2D(static_cast<float>(x), static_cast<float>(y));
+    const double qx = static_cast<double>(node.start.x) - a1.x, qy = static_cast<double>(node.start.y) - a1.y;
+    const double reciprocal = 1.0 / denominator;
+    const double alongRay = (qx * sy - qy * sx) * reciprocal;
+    const double alongEdge = (qx * ry - qy * rx) * reciprocal;
+    if (!withinUnit(static_cast<float>(alongRay)) || !withinUnit(static_cast<float>(alongEdge))) return false;
+    a2 = Vector2D(static_cast<float>(a1.x + rx * alongRay), static_cast<float>(a1.y + ry * alongRay));
     return true;
 }
 
