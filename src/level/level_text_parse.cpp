@@ -72,11 +72,14 @@ std::vector<Token> tokenise(const std::string& line) {
     return tokens;
 }
 
+// Decimal, or hexadecimal after "0x"; a leading zero does not make it octal.
 bool parseInteger(const std::string& text, int64_t& value) {
     if (text.empty()) return false;
+    const std::size_t digits = text[0] == '-' || text[0] == '+' ? 1 : 0;
+    const bool hexadecimal = text.compare(digits, 2, "0x") == 0 || text.compare(digits, 2, "0X") == 0;
     errno = 0;
     char* end = nullptr;
-    value = std::strtoll(text.c_str(), &end, 0);
+    value = std::strtoll(text.c_str(), &end, hexadecimal ? 16 : 10);
     return errno == 0 && *end == '\0';
 }
 

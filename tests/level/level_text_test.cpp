@@ -28,7 +28,7 @@ TEST(LevelText, FieldsDefaultsAndNames) {
         "  10 10\n"
         "end\n"
         "trigger type level_end_A target 2 rect 0 0 10 20\n"
-        "object at 1 1 mirrored 7\n");
+        "object at 010 0x1F mirrored 7\n");
     ASSERT_EQ(level.polygons.size(), 1u);
     const PolygonRecord& polygon = level.polygons[0];
     EXPECT_EQ(polygon.id, -3);
@@ -42,6 +42,8 @@ TEST(LevelText, FieldsDefaultsAndNames) {
     EXPECT_EQ(level.triggers[0].corners[1].x, 10);
     EXPECT_EQ(level.triggers[0].corners[3].y, 20);
     EXPECT_EQ(level.objects[0].mirrored, 7);
+    EXPECT_EQ(level.objects[0].position.x, 10);  // decimal, not octal
+    EXPECT_EQ(level.objects[0].position.y, 31);
 }
 
 TEST(LevelText, ErrorsNameTheLine) {
