@@ -81,8 +81,8 @@ namespace TriggerManager {
 void initialise();
 void shutdown();
 void createTriggerTypeMap();
-void addTrigger(int32_t type, int32_t targetId, float delay, const Vector2D& a, const Vector2D& b, const Vector2D& c,
-                const Vector2D& d);
+void addTrigger(int32_t type, int32_t targetId, float delay, const Vector2D& a, const Vector2D& b,
+                const Vector2D& c, const Vector2D& d);
 void findTargets(Trigger& trigger);
 void runTriggers(float dt);
 void checkDelayedTriggerEvents(float dt);

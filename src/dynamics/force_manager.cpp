@@ -24,7 +24,9 @@ bool validCreateArguments(const std::vector<std::string>& args) {
     return true;
 }
 
-void vertex(const Vector2D& p) { glVertex2f(p.x, p.y); }
+void vertex(const Vector2D& p) {
+    glVertex2f(p.x, p.y);
+}
 
 void drawForce(const Force& force, const GLFont& font) {
     glPointSize(3.0f);
@@ -112,12 +114,13 @@ void conCmdForceCreate(std::string arguments) {
     slSeparateArgs(arguments, args);
     if (!validCreateArguments(args)) {
         GLConsole::print(
-            "\nUSAGE: ForceCreate  < id : integer > < x : number > < y : number > < dir_x : number > < dir_y : "
+            "\nUSAGE: ForceCreate  < id : integer > < x : number > < y : number > < dir_x : number > < dir_y "
+            ": "
             "number > < strenght : number >");
         return;
     }
-    addForce(slStringToInt(args[0]), slStringToFloat(args[1]), slStringToFloat(args[2]), slStringToFloat(args[3]),
-             slStringToFloat(args[4]), slStringToFloat(args[5]));
+    addForce(slStringToInt(args[0]), slStringToFloat(args[1]), slStringToFloat(args[2]),
+             slStringToFloat(args[3]), slStringToFloat(args[4]), slStringToFloat(args[5]));
 }
 
 bool conCmdForceDraw(bool value, bool set) {

@@ -16,7 +16,9 @@ namespace {
 constexpr float labelSize = 8.0f;
 constexpr float tickLength = 8.0f;
 
-void vertex(const Vector2D& p) { glVertex2f(p.x, p.y); }
+void vertex(const Vector2D& p) {
+    glVertex2f(p.x, p.y);
+}
 
 void drawMover(const Mover& mover, const GLFont& font) {
     glDisable(GL_TEXTURE_2D);

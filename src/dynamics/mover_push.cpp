@@ -29,13 +29,14 @@ bool touchesEdges(const DynamicPolygon& entry, const Vector2D& p, const Vector2D
         const Vector2D q = point - (p + edge.start);
         const float across = dot(q, edge.normal);
         const float along = dot(q, edge.direction);
-        if (across >= -reach && across <= reach && along >= -reach && along <= edge.length + reach) return true;
+        if (across >= -reach && across <= reach && along >= -reach && along <= edge.length + reach)
+            return true;
     }
     return false;
 }
 
-void findTouchingParticles(const DynamicPolygon& entry, const Vector2D& p, Touched& touched, Candidates& candidates,
-                           GroupCandidates& candidateGroups) {
+void findTouchingParticles(const DynamicPolygon& entry, const Vector2D& p, Touched& touched,
+                           Candidates& candidates, GroupCandidates& candidateGroups) {
     TRACE_LOCATION("MoverManager::findTouchingParticles");
     for (auto it = candidates.begin(); it != candidates.end();) {
         if (touchesEdges(entry, p, (*it)->position, MoverManager::touchDistance)) {
@@ -67,7 +68,8 @@ bool insideTriangle(const Polygon2D& polygon, uint32_t triangle, const Vector2D&
 
 // p is where the walk has brought the polygon so far: measured against its
 // final offset, water still being carried ahead of it would count as inside.
-void killParticlesInsidePolygon(const DynamicPolygon& entry, const Vector2D& p, const std::list<Particle*>& particles) {
+void killParticlesInsidePolygon(const DynamicPolygon& entry, const Vector2D& p,
+                                const std::list<Particle*>& particles) {
     TRACE_LOCATION("MoverManager::killParticlesInsidePolygon");
     const Polygon2D& polygon = *entry.polygon;
     if (polygon.normalX.size() < polygon.triangleCount * 3) return;

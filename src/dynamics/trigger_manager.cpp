@@ -1,6 +1,7 @@
 // The store of triggers: adding one with its inside test made ready, finding
 // the things it acts on, the inside test itself and the reset.
 #include <algorithm>
+#include <set>
 
 #include "console/console.h"
 #include "dynamics/dynamics.h"
@@ -27,12 +28,8 @@ constexpr int32_t nullType = -1;
 // The functions of these types act on the subject that fired them, which a
 // delayed event doesn't have, so they always run at once.
 bool needsSubject(int32_t type) {
-    switch (type) {
-        case 0: case 1: case 2: case 200: case 201: case 202: case 203: case 701: case 702:
-            return true;
-        default:
-            return false;
-    }
+    static const std::set<int32_t> subjectTypes = {0, 1, 2, 200, 201, 202, 203, 701, 702};
+    return subjectTypes.count(type) != 0;
 }
 
 void prepareTriangle(TriggerTriangle& triangle, Vector2D a, Vector2D b, Vector2D c) {
@@ -98,8 +95,8 @@ void shutdown() {
     drawTriggers = false;
 }
 
-void addTrigger(int32_t type, int32_t targetId, float delay, const Vector2D& a, const Vector2D& b, const Vector2D& c,
-                const Vector2D& d) {
+void addTrigger(int32_t type, int32_t targetId, float delay, const Vector2D& a, const Vector2D& b,
+                const Vector2D& c, const Vector2D& d) {
     TRACE_LOCATION("TriggerManager::addTrigger");
     triggers.emplace_front();
     Trigger& trigger = triggers.front();

@@ -71,11 +71,19 @@ void Triggers_HeatSources_LoadSettings() {
     temperatureChangeAmountSteam = std::fabs(config.getVarAsFloat("triggerTemperatureChangeAmountSteam"));
 }
 
-float Triggers_getTemperatureChangeSpeed() { return temperatureChangeSpeed; }
-float Triggers_getTemperatureChangeAmountIce() { return temperatureChangeAmountIce; }
-float Triggers_getTemperatureChangeAmountSteam() { return temperatureChangeAmountSteam; }
+float Triggers_getTemperatureChangeSpeed() {
+    return temperatureChangeSpeed;
+}
+float Triggers_getTemperatureChangeAmountIce() {
+    return temperatureChangeAmountIce;
+}
+float Triggers_getTemperatureChangeAmountSteam() {
+    return temperatureChangeAmountSteam;
+}
 
-void trigFuncNull(Trigger&, void*, TriggerSubjectKind, float) { TRACE_LOCATION("trigFuncNull"); }
+void trigFuncNull(Trigger&, void*, TriggerSubjectKind, float) {
+    TRACE_LOCATION("trigFuncNull");
+}
 
 void trigFuncToIce(Trigger&, void* subject, TriggerSubjectKind kind, float dt) {
     TRACE_LOCATION("trigFuncToIce");
@@ -113,7 +121,8 @@ void trigFuncForceDirectional(Trigger& trigger, void* subject, TriggerSubjectKin
     TRACE_LOCATION("trigFuncForceDirectional");
     const SubjectView s = view(subject, kind);
     if (!s.velocity) return;
-    forEachEnabledForce(trigger, [&](const Force& force) { *s.velocity += force.direction * force.strength * dt; });
+    forEachEnabledForce(trigger,
+                        [&](const Force& force) { *s.velocity += force.direction * force.strength * dt; });
 }
 
 // With several forces the last one enabled wins.
@@ -128,14 +137,16 @@ void trigFuncForceMultiDirPull(Trigger& trigger, void* subject, TriggerSubjectKi
     TRACE_LOCATION("trigFuncForceMultiDirPull");
     const SubjectView s = view(subject, kind);
     if (!s.velocity) return;
-    forEachEnabledForce(trigger, [&](const Force& force) { *s.velocity -= radialPush(force, *s.position, dt); });
+    forEachEnabledForce(trigger,
+                        [&](const Force& force) { *s.velocity -= radialPush(force, *s.position, dt); });
 }
 
 void trigFuncForceMultiDirPush(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt) {
     TRACE_LOCATION("trigFuncForceMultiDirPush");
     const SubjectView s = view(subject, kind);
     if (!s.velocity) return;
-    forEachEnabledForce(trigger, [&](const Force& force) { *s.velocity += radialPush(force, *s.position, dt); });
+    forEachEnabledForce(trigger,
+                        [&](const Force& force) { *s.velocity += radialPush(force, *s.position, dt); });
 }
 
 void trigFuncParticleKill(Trigger&, void* subject, TriggerSubjectKind kind, float) {

@@ -22,7 +22,8 @@ void setEntitiesPresent(Trigger& trigger, bool present) {
         Level::setPolygonCollideable(&polygon, present);
         polygon.present = present;
     });
-    forEachTarget<LevelObject>(trigger, targetObject, [present](LevelObject& object) { object.visible = present; });
+    forEachTarget<LevelObject>(trigger, targetObject,
+                               [present](LevelObject& object) { object.visible = present; });
     forEachTarget<Force>(trigger, targetForce, [present](Force& force) { force.enabled = present; });
 }
 
@@ -87,13 +88,21 @@ void trigFuncMoverGotoEndLoop(Trigger& trigger, void*, TriggerSubjectKind, float
 
 // Sound sources and effect emitters are not in the game yet: these triggers
 // fire and count, and find nothing to act on.
-void trigFuncSoundPlay(Trigger&, void*, TriggerSubjectKind, float) { TRACE_LOCATION("trigFuncSoundPlay"); }
-void trigFuncSoundStop(Trigger&, void*, TriggerSubjectKind, float) { TRACE_LOCATION("trigFuncSoundStop"); }
+void trigFuncSoundPlay(Trigger&, void*, TriggerSubjectKind, float) {
+    TRACE_LOCATION("trigFuncSoundPlay");
+}
+void trigFuncSoundStop(Trigger&, void*, TriggerSubjectKind, float) {
+    TRACE_LOCATION("trigFuncSoundStop");
+}
 void trigFuncEmitterCreateBurst(Trigger&, void*, TriggerSubjectKind, float) {
     TRACE_LOCATION("trigFuncEmitterCreateBurst");
 }
-void trigFuncEmitterStart(Trigger&, void*, TriggerSubjectKind, float) { TRACE_LOCATION("trigFuncEmitterStart"); }
-void trigFuncEmitterStop(Trigger&, void*, TriggerSubjectKind, float) { TRACE_LOCATION("trigFuncEmitterStop"); }
+void trigFuncEmitterStart(Trigger&, void*, TriggerSubjectKind, float) {
+    TRACE_LOCATION("trigFuncEmitterStart");
+}
+void trigFuncEmitterStop(Trigger&, void*, TriggerSubjectKind, float) {
+    TRACE_LOCATION("trigFuncEmitterStop");
+}
 
 void trigFuncCameraZoom(Trigger&, void*, TriggerSubjectKind, float) {
     TRACE_LOCATION("trigFuncCameraZoom");

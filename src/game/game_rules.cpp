@@ -107,7 +107,8 @@ int getParticleCount() {
 
 int getWaterScore() {
     TRACE_LOCATION("GameRules::getWaterScore");
-    return static_cast<int>(static_cast<double>(getParticleCount()) / fullLevelParticles * fullLevelWaterScore);
+    return static_cast<int>(static_cast<double>(getParticleCount()) / fullLevelParticles *
+                            fullLevelWaterScore);
 }
 
 int getTimeScore() {
@@ -165,8 +166,8 @@ void draw() {
     const uint32_t seconds = t / 1000;
     t %= 1000;
     char text[64];
-    std::snprintf(text, sizeof(text), "\n%01i::%2i::%3i.%4i", static_cast<int>(hours), static_cast<int>(minutes),
-                  static_cast<int>(seconds), static_cast<int>(t / 10));
+    std::snprintf(text, sizeof(text), "\n%01i::%2i::%3i.%4i", static_cast<int>(hours),
+                  static_cast<int>(minutes), static_cast<int>(seconds), static_cast<int>(t / 10));
     GLConsole::print(text);
 }
 

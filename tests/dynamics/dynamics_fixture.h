@@ -18,7 +18,8 @@ protected:
     // A particle at a point, alone in its own record; returns the particle in the list.
     static Particle& addParticle(const Vector2D& at, float temperature = 20.0f);
     // A square trigger with its top left at (x, y).
-    static Trigger& addSquare(int32_t type, int32_t targetId, float x, float y, float size, float delay = 0.0f);
+    static Trigger& addSquare(int32_t type, int32_t targetId, float x, float y, float size,
+                              float delay = 0.0f);
 
     ScratchFolder folder;
     ConsoleCapture console;

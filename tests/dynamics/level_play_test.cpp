@@ -131,7 +131,8 @@ TEST_F(LevelPlayTest, ARestartPutsTheRulesAndTriggersBack) {
 
 TEST_F(LevelPlayTest, WaterFrozenByAnIceAreaAndMeltedAgainReachesTheEnd) {
     LevelFile level = trough();
-    level.triggers = {area(0, -200, -100, 60, 60), area(1, 250, -100, 450, 60), area(801, 500, -100, 700, 60)};
+    level.triggers = {area(0, -200, -100, 60, 60), area(1, 250, -100, 450, 60),
+                      area(801, 500, -100, 700, 60)};
     play(level);
     steps(150);
     std::size_t frozen = 0;

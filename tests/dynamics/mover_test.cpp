@@ -27,7 +27,8 @@ protected:
         Polygon2D polygon;
         polygon.id = id;
         polygon.collideable = collideable;
-        polygon.addPoints({Vector2D(x, y), Vector2D(x + size, y), Vector2D(x + size, y + size), Vector2D(x, y + size)});
+        polygon.addPoints(
+            {Vector2D(x, y), Vector2D(x + size, y), Vector2D(x + size, y + size), Vector2D(x, y + size)});
         Level::addPolygon(polygon);
         return Level::getPolygons().back();
     }
@@ -105,7 +106,8 @@ TEST_F(MoverTest, PolygonsAndObjectsWithTheMoversIdRideOnItAndThingsOnTwoMoversG
     EXPECT_EQ(Level::getPolygons().back().offset, Vector2D());
     std::size_t riding = 0;
     for (auto* list : {&LevelObjectsManager::getStaticObjects(), &LevelObjectsManager::getAnimatedObjects()})
-        for (const LevelObject& o : *list) riding += o.offset == Vector2D(30, 60) && o.position == Vector2D(7, 7);
+        for (const LevelObject& o : *list)
+            riding += o.offset == Vector2D(30, 60) && o.position == Vector2D(7, 7);
     EXPECT_EQ(riding, 1u);
     LevelObjectsManager::resetObjects();
     Level::reset();
@@ -193,7 +195,8 @@ TEST_F(MoverTest, APolygonThatIsNotCollideableRidesButPushesNothing) {
 TEST_F(MoverTest, CommandsAndMessages) {
     EXPECT_NE(console.text().find("\nInitialising down mover manager.."), std::string::npos);
     EXPECT_NE(console.text().find("\nInitialising force manager."), std::string::npos);
-    for (const char* name : {"MOVERCOUNT", "MOVERDRAW", "DYNAMICNODEDRAW", "FORCECOUNT", "FORCECREATE", "FORCEDRAW"})
+    for (const char* name :
+         {"MOVERCOUNT", "MOVERDRAW", "DYNAMICNODEDRAW", "FORCECOUNT", "FORCECREATE", "FORCEDRAW"})
         EXPECT_EQ(GLConsole::getCommands().count(name), 1u) << name;
     GLConsole::enterLine("MoverDraw true");
     GLConsole::enterLine("DynamicNodeDraw true");
@@ -221,7 +224,8 @@ TEST_F(MoverTest, ForceCreateAddsAForceWithoutScalingOrPrintsItsUsage) {
     GLConsole::enterLine("ForceCreate 3 10 20 0 0");
     GLConsole::enterLine("ForceCreate 3.5 10 20 0 0 1");
     const std::string usage =
-        "\nUSAGE: ForceCreate  < id : integer > < x : number > < y : number > < dir_x : number > < dir_y : number > "
+        "\nUSAGE: ForceCreate  < id : integer > < x : number > < y : number > < dir_x : number > < dir_y : "
+        "number > "
         "< strenght : number >";
     EXPECT_NE(console.take().find(usage), std::string::npos);
     EXPECT_EQ(ForceManager::conCmdForceCount(), 1);

@@ -26,14 +26,17 @@ protected:
     static void run(Trigger& t, Particle& p, float dt = frame) {
         t.typeInfo->function(t, &p, subjectParticle, dt);
     }
-    static void run(Trigger& t, ParticleGroup& g, float dt = frame) { t.typeInfo->function(t, &g, subjectGroup, dt); }
+    static void run(Trigger& t, ParticleGroup& g, float dt = frame) {
+        t.typeInfo->function(t, &g, subjectGroup, dt);
+    }
 };
 
 }  // namespace
 
 TEST_F(TriggerFunctionsTest, ANegativeSpeedInTheFileActsAsPositiveAndAMissingOneStopsStateTriggers) {
     EXPECT_EQ(Triggers_getTemperatureChangeSpeed(), 1000.0f);
-    folder.write("cfg/water.cfg", "triggerTemperatureChangeAmountIce = 100\ntriggerTemperatureChangeAmountSteam = 200\n");
+    folder.write("cfg/water.cfg",
+                 "triggerTemperatureChangeAmountIce = 100\ntriggerTemperatureChangeAmountSteam = 200\n");
     Triggers_HeatSources_LoadSettings();
     Particle& particle = addParticle(Vector2D(), 50.0f);
     run(trigger(0), particle);
@@ -186,7 +189,8 @@ TEST_F(TriggerFunctionsTest, EntityTriggersRemoveAndAddPolygonsObjectsAndForces)
     EXPECT_FALSE(stored.collideable);
     EXPECT_FALSE(ForceManager::getForces().front().enabled);
     std::size_t hidden = 0;
-    for (const auto* list : {&LevelObjectsManager::getStaticObjects(), &LevelObjectsManager::getAnimatedObjects()})
+    for (const auto* list :
+         {&LevelObjectsManager::getStaticObjects(), &LevelObjectsManager::getAnimatedObjects()})
         for (const LevelObject& o : *list) hidden += !o.visible;
     EXPECT_EQ(hidden, 1u);
     run(trigger(301, 4), particle);
@@ -223,7 +227,8 @@ TEST_F(TriggerFunctionsTest, TheCheckPointIsTheMeanOfTheSixTriangleCorners) {
     EXPECT_EQ(GameRules::getCheckPoint(), Vector2D(120, 220));
     EXPECT_EQ(GameRules::getCheckPointCount(), 50u);
     // The two corners the triangles share weigh double.
-    TriggerManager::addTrigger(901, 0, 0.0f, Vector2D(0, 0), Vector2D(60, 0), Vector2D(60, 60), Vector2D(0, 30));
+    TriggerManager::addTrigger(901, 0, 0.0f, Vector2D(0, 0), Vector2D(60, 0), Vector2D(60, 60),
+                               Vector2D(0, 30));
     Trigger& kite = TriggerManager::getTriggers().front();
     kite.typeInfo->function(kite, nullptr, subjectParticle, frame);
     EXPECT_EQ(GameRules::getCheckPoint(), Vector2D(30, 25));

@@ -38,11 +38,11 @@ TEST_F(TriggerManagerTest, TheTypeTableHasEveryTypeWithItsNameAndLimit) {
         const char* name;
         uint32_t limit;
     };
-    for (const Row& row : {Row{-1, "Null_a", 0}, Row{0, "To_ice_a", 0}, Row{3, "Anim_play_loop_1", 1},
-                           Row{201, "Force_instantenous_a", 0}, Row{407, "Mover_goto_start_loop_1", 1},
-                           Row{410, "Mover_goto_end_loop_a", 0}, Row{604, "Camera_shake_a", 0},
-                           Row{702, "Particle_kill_random_a", 0}, Row{801, "Level_end_a", 0},
-                           Row{901, "Checkpoint_1", 1}}) {
+    for (const Row& row :
+         {Row{-1, "Null_a", 0}, Row{0, "To_ice_a", 0}, Row{3, "Anim_play_loop_1", 1},
+          Row{201, "Force_instantenous_a", 0}, Row{407, "Mover_goto_start_loop_1", 1},
+          Row{410, "Mover_goto_end_loop_a", 0}, Row{604, "Camera_shake_a", 0},
+          Row{702, "Particle_kill_random_a", 0}, Row{801, "Level_end_a", 0}, Row{901, "Checkpoint_1", 1}}) {
         ASSERT_EQ(types.count(row.type), 1u) << row.type;
         EXPECT_EQ(types.at(row.type).name, row.name);
         EXPECT_EQ(types.at(row.type).fireLimit, row.limit) << row.name;

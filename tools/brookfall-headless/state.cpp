@@ -54,7 +54,11 @@ std::string describeState() {
     json += ",\"steam\":" + std::to_string(counts.steam);
     json += ",\"camera\":{\"x\":" + number(camera.x) + ",\"y\":" + number(camera.y) +
             ",\"tilt\":" + number(Camera::getTilt()) + ",\"state\":" + std::to_string(Camera::getState()) + "}";
-    json += ",\"finished\":false,\"level_ms\":0";
+    json += ",\"finished\":" + std::string(GameRules::levelIsWon() ? "true" : "false");
+    json += ",\"level_ms\":" + std::to_string(GameRules::getLevelTime());
+    json += ",\"water_score\":" + std::to_string(GameRules::getWaterScore());
+    json += ",\"time_score\":" + std::to_string(GameRules::getTimeScore());
+    json += ",\"score\":" + std::to_string(GameRules::getTotalScore());
     json += "}";
     return json;
 }
