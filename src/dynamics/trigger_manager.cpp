@@ -46,12 +46,6 @@ void prepareTriangle(TriggerTriangle& triangle, Vector2D a, Vector2D b, Vector2D
     }
 }
 
-bool pointInTriangle(const Vector2D& point, const TriggerTriangle& triangle) {
-    for (int i = 0; i < 3; ++i)
-        if (dot(point - triangle.corners[i], triangle.normals[i]) < 0.0f) return false;
-    return true;
-}
-
 const TriggerType* typeFor(int32_t type) {
     auto found = types.find(type);
     if (found != types.end()) return &found->second;
@@ -130,7 +124,7 @@ void findTargets(Trigger& trigger) {
 
 bool pointInTrigger(const Vector2D& point, const Trigger& trigger) {
     TRACE_LOCATION("TriggerManager::pointInTrigger");
-    return pointInTriangle(point, trigger.first) || pointInTriangle(point, trigger.second);
+    return insideTrigger(point, trigger);
 }
 
 void resetTriggers() {

@@ -42,7 +42,7 @@ std::vector<Trigger*> collectActiveTriggers(float dt) {
 void fire(Trigger& trigger, const Vector2D& point, void* subject, TriggerSubjectKind kind, float dt) {
     // Tested again here, so that a "_1" trigger fires once however many are inside it.
     if (limitReached(trigger)) return;
-    if (!TriggerManager::pointInTrigger(point, trigger)) return;
+    if (!insideTrigger(point, trigger)) return;
     ++trigger.fireCount;
     trigger.cooldown = trigger.typeInfo->refireDelay;
     if (trigger.delay > 0.0f)
