@@ -152,6 +152,24 @@ TEST(Window, MouseEventsCarryClientPositionAndButton) {
     EXPECT_EQ(GLWindow::getMouseY(), 10);
 }
 
+// Mouse turning measures the pointer against the client centre each step, so
+// centring must put it exactly there or the view would turn by itself.
+TEST(Window, CentredMouseStandsOnTheClientCentre) {
+    for (bool real : {false, true}) {
+        if (real) {
+            RealWindow window;
+            GLWindow::centerMouse();
+            GLWindow::run();
+            EXPECT_EQ(GLWindow::getMouseScreenX(), GLWindow::getClientCenterX());
+            EXPECT_EQ(GLWindow::getMouseScreenY(), GLWindow::getClientCenterY());
+        } else {
+            GLWindow::centerMouse();
+            EXPECT_EQ(GLWindow::getMouseScreenX(), GLWindow::getClientCenterX());
+            EXPECT_EQ(GLWindow::getMouseScreenY(), GLWindow::getClientCenterY());
+        }
+    }
+}
+
 TEST(Window, WithoutAListenerStateStillChanges) {
     RealWindow window;
     GLWindow::setEventListener(nullptr);

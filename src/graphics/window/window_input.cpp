@@ -150,12 +150,15 @@ void setCursor(int mode) {
 
 void centerMouse() {
     TRACE_LOCATION("GLWindow::centerMouse");
+    // The pointer goes exactly where getClientCenterX/Y say the centre is. Mouse
+    // turning measures the pointer against that centre every step, so a pointer
+    // put one pixel off would turn the view by itself.
     if (!realWindow()) {
-        mouseX = headless.clientWidth / 2;
-        mouseY = headless.clientHeight / 2;
+        mouseX = headless.clientWidth / 2 - 1;
+        mouseY = headless.clientHeight / 2 - 1;
         return;
     }
-    WindowBackend::warpMouse(getClientWidth() / 2, getClientHeight() / 2);
+    WindowBackend::warpMouse(getClientWidth() / 2 - 1, getClientHeight() / 2 - 1);
 }
 
 void moveMouse(int dx, int dy) {
