@@ -56,9 +56,9 @@ std::string describeState() {
             ",\"tilt\":" + number(Camera::getTilt()) + ",\"state\":" + std::to_string(Camera::getState()) + "}";
     json += ",\"finished\":" + std::string(GameRules::levelIsWon() ? "true" : "false");
     json += ",\"level_ms\":" + std::to_string(GameRules::getLevelTime());
-    json += ",\"water_score\":" + std::to_string(GameRules::getWaterScore());
-    json += ",\"time_score\":" + std::to_string(GameRules::getTimeScore());
-    json += ",\"score\":" + std::to_string(GameRules::getTotalScore());
+    json += ",\"score\":{\"water\":" + std::to_string(GameRules::getWaterScore()) +
+            ",\"time\":" + std::to_string(GameRules::getTimeScore()) +
+            ",\"total\":" + std::to_string(GameRules::getTotalScore()) + "}";
     json += "}";
     return json;
 }
