@@ -9,7 +9,7 @@
 
 namespace {
 
-struct FontSpec {
+struct FontRecipe {
     const char* name;
     const char* file;
     int cell;
@@ -17,7 +17,7 @@ struct FontSpec {
     float scale;
 };
 
-const FontSpec fonts[] = {
+const FontRecipe fonts[] = {
     {"gfx/fonts/console.tga", "DejaVuSansMono.ttf", 16, 0.9f},
     {"gfx/fonts/label.tga", "DejaVuSansCondensed-Bold.ttf", 32, 0.8f},
     {"gfx/fonts/menu.tga", "DejaVuSans-Bold.ttf", 64, 0.8f},
@@ -42,24 +42,24 @@ void placeGlyph(Image& image, const FT_Bitmap& bitmap, int left, int top, int ce
     }
 }
 
-bool renderFont(FT_Library library, const FontSpec& spec, const std::string& folder, Image& image) {
+bool renderFont(FT_Library library, const FontRecipe& recipe, const std::string& folder, Image& image) {
     FT_Face face = nullptr;
-    if (FT_New_Face(library, (folder + "/" + spec.file).c_str(), 0, &face) != 0) return false;
-    const int pixelSize = static_cast<int>(spec.cell * spec.scale);
+    if (FT_New_Face(library, (folder + "/" + recipe.file).c_str(), 0, &face) != 0) return false;
+    const int pixelSize = static_cast<int>(recipe.cell * recipe.scale);
     FT_Set_Pixel_Sizes(face, 0, static_cast<FT_UInt>(pixelSize));
     const int ascender = static_cast<int>(face->size->metrics.ascender >> 6);
     const int descender = static_cast<int>(face->size->metrics.descender >> 6);
-    const int baseline = (spec.cell - (ascender - descender)) / 2 + ascender;
-    image = Image(spec.cell * 16, spec.cell * 16, rgb(1.0f, 1.0f, 1.0f, 0.0f));
+    const int baseline = (recipe.cell - (ascender - descender)) / 2 + ascender;
+    image = Image(recipe.cell * 16, recipe.cell * 16, rgb(1.0f, 1.0f, 1.0f, 0.0f));
     for (int c = 0; c < 256; ++c) {
         if (!printable(c) || FT_Load_Char(face, static_cast<FT_ULong>(c), FT_LOAD_RENDER) != 0) continue;
         const FT_GlyphSlot glyph = face->glyph;
-        const int cellX = (c & 15) * spec.cell;
-        const int cellY = ((c >> 4) & 15) * spec.cell;
+        const int cellX = (c & 15) * recipe.cell;
+        const int cellY = ((c >> 4) & 15) * recipe.cell;
         const int advance = static_cast<int>(glyph->advance.x >> 6);
-        const int penX = cellX + (spec.cell - advance) / 2;
+        const int penX = cellX + (recipe.cell - advance) / 2;
         placeGlyph(image, glyph->bitmap, penX + glyph->bitmap_left, cellY + baseline - glyph->bitmap_top,
-                   cellX, cellY, spec.cell);
+                   cellX, cellY, recipe.cell);
     }
     FT_Done_Face(face);
     return true;
@@ -74,12 +74,12 @@ ArtSet bakeFonts(const std::string& fontFolder, std::string& error) {
         error = "FreeType could not be started";
         return set;
     }
-    for (const FontSpec& spec : fonts) {
+    for (const FontRecipe& recipe : fonts) {
         Image image;
-        if (renderFont(library, spec, fontFolder, image)) {
-            set.push_back({spec.name, std::move(image), true});
+        if (renderFont(library, recipe, fontFolder, image)) {
+            set.push_back({recipe.name, std::move(image), true});
         } else {
-            error += std::string(error.empty() ? "" : "; ") + "cannot read " + fontFolder + "/" + spec.file;
+            error += std::string(error.empty() ? "" : "; ") + "cannot read " + fontFolder + "/" + recipe.file;
         }
     }
     FT_Done_FreeType(library);

@@ -12,7 +12,7 @@ namespace {
 
 constexpr float pi = 3.1415927f;
 
-struct SpriteSpec {
+struct SpriteRecipe {
     const char* name;
     int width;
     int height;
@@ -136,7 +136,7 @@ Rgba finishShader(float x, float y, float t) {
     return {1.0f, clamp01(0.8f + 0.2f * core), clamp01(0.35f + 0.6f * core), a};
 }
 
-const SpriteSpec sprites[] = {
+const SpriteRecipe sprites[] = {
     {"sprites/wheel", 128, 128, 8, wheelShader},         {"sprites/flag", 64, 96, 8, flagShader},
     {"sprites/flame", 32, 64, 8, flameShader},           {"sprites/snowflake", 64, 64, 8, snowflakeShader},
     {"sprites/arrowright", 64, 64, 8, arrowRightShader}, {"sprites/arrowdown", 64, 64, 8, arrowDownShader},
@@ -147,13 +147,13 @@ const SpriteSpec sprites[] = {
 
 ArtSet bakeSprites() {
     ArtSet set;
-    for (const SpriteSpec& spec : sprites) {
-        for (int frame = 0; frame < spec.frames; ++frame) {
-            const float t = static_cast<float>(frame) / static_cast<float>(spec.frames);
-            Image image = renderSupersampled(spec.width, spec.height, 3,
-                                             [&spec, t](float x, float y) { return spec.shader(x, y, t); });
+    for (const SpriteRecipe& recipe : sprites) {
+        for (int frame = 0; frame < recipe.frames; ++frame) {
+            const float t = static_cast<float>(frame) / static_cast<float>(recipe.frames);
+            Image image = renderSupersampled(recipe.width, recipe.height, 3,
+                                             [&recipe, t](float x, float y) { return recipe.shader(x, y, t); });
             bleedTransparentEdges(image, 4);
-            set.push_back({frameName(spec.name, frame), std::move(image), false});
+            set.push_back({frameName(recipe.name, frame), std::move(image), false});
         }
     }
     return set;
