@@ -7,10 +7,13 @@
 #include <string>
 #include <vector>
 
+#include "foundation/foundation.h"
+
 class GLTexture;
 
 // One registered command. The function's real form follows from type,
-// hasArgument and hasResult.
+// hasArgument and hasResult. A subsystem lists its commands once, as a table of
+// these made from a name and a function of one of the thirteen shapes.
 struct GLConsoleCommand {
     enum Type { Void = 0, Int = 1, Bool = 2, Float = 3, String = 4 };
 
@@ -19,6 +22,25 @@ struct GLConsoleCommand {
     int type = Void;
     bool hasArgument = false;
     bool hasResult = false;
+
+    GLConsoleCommand() = default;
+    GLConsoleCommand(const char* commandName, void (*f)());
+    GLConsoleCommand(const char* commandName, void (*f)(int));
+    GLConsoleCommand(const char* commandName, void (*f)(bool));
+    GLConsoleCommand(const char* commandName, void (*f)(float));
+    GLConsoleCommand(const char* commandName, void (*f)(std::string));
+    GLConsoleCommand(const char* commandName, int (*f)());
+    GLConsoleCommand(const char* commandName, bool (*f)());
+    GLConsoleCommand(const char* commandName, float (*f)());
+    GLConsoleCommand(const char* commandName, std::string (*f)());
+    GLConsoleCommand(const char* commandName, int (*f)(int, bool));
+    GLConsoleCommand(const char* commandName, bool (*f)(bool, bool));
+    GLConsoleCommand(const char* commandName, float (*f)(float, bool));
+    GLConsoleCommand(const char* commandName, std::string (*f)(std::string));
+
+private:
+    template <typename Function>
+    GLConsoleCommand(const char* commandName, Function f, int commandType, bool argument, bool result);
 };
 
 namespace GLConsole {
@@ -54,22 +76,25 @@ void draw();
 GLTexture getFontTexture();
 void setFontTexture(const GLTexture& texture);
 
-// Registry. One overload for each of the thirteen command shapes.
-void addCommand(const char* name, void (*function)());
-void addCommand(const char* name, void (*function)(int));
-void addCommand(const char* name, void (*function)(bool));
-void addCommand(const char* name, void (*function)(float));
-void addCommand(const char* name, void (*function)(std::string));
-void addCommand(const char* name, int (*function)());
-void addCommand(const char* name, bool (*function)());
-void addCommand(const char* name, float (*function)());
-void addCommand(const char* name, std::string (*function)());
-void addCommand(const char* name, int (*function)(int, bool));
-void addCommand(const char* name, bool (*function)(bool, bool));
-void addCommand(const char* name, float (*function)(float, bool));
-void addCommand(const char* name, std::string (*function)(std::string));
+// Registry. addCommand takes a function of any of the thirteen command shapes.
 void addCommandInternal(const GLConsoleCommand& command);
+template <typename Function>
+void addCommand(const char* name, Function function) {
+    TRACE_LOCATION("GLConsole::addCommand");
+    addCommandInternal(GLConsoleCommand(name, function));
+}
 void removeCommand(const char* name);
+// A subsystem's whole table, added in its order and removed again.
+void addCommands(const GLConsoleCommand* table, std::size_t count);
+void removeCommands(const GLConsoleCommand* table, std::size_t count);
+template <std::size_t N>
+void addCommands(const GLConsoleCommand (&table)[N]) {
+    addCommands(table, N);
+}
+template <std::size_t N>
+void removeCommands(const GLConsoleCommand (&table)[N]) {
+    removeCommands(table, N);
+}
 void clearCommands();
 void addBasicGLConsoleCommands();
 const std::map<std::string, GLConsoleCommand>& getCommands();

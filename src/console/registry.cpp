@@ -2,68 +2,44 @@
 #include "foundation/foundation.h"
 
 namespace GLConsole {
-
 namespace State {
 std::map<std::string, GLConsoleCommand> commands;
 }  // namespace State
-
-namespace {
+}  // namespace GLConsole
 
 template <typename Function>
-void add(const char* name, Function function, int type, bool hasArgument, bool hasResult) {
-    TRACE_LOCATION("GLConsole::addCommand");
-    GLConsoleCommand command;
-    command.name = name ? name : "";
-    command.function = reinterpret_cast<void (*)()>(function);
-    command.type = type;
-    command.hasArgument = hasArgument;
-    command.hasResult = hasResult;
-    addCommandInternal(command);
-}
-
-}  // namespace
+GLConsoleCommand::GLConsoleCommand(const char* commandName, Function f, int commandType, bool argument,
+                                   bool result)
+    : name(commandName ? commandName : ""),
+      function(reinterpret_cast<void (*)()>(f)),
+      type(commandType),
+      hasArgument(argument),
+      hasResult(result) {}
 
 using Type = GLConsoleCommand::Type;
 
-void addCommand(const char* name, void (*f)()) {
-    add(name, f, Type::Void, false, false);
-}
-void addCommand(const char* name, void (*f)(int)) {
-    add(name, f, Type::Int, true, false);
-}
-void addCommand(const char* name, void (*f)(bool)) {
-    add(name, f, Type::Bool, true, false);
-}
-void addCommand(const char* name, void (*f)(float)) {
-    add(name, f, Type::Float, true, false);
-}
-void addCommand(const char* name, void (*f)(std::string)) {
-    add(name, f, Type::String, true, false);
-}
-void addCommand(const char* name, int (*f)()) {
-    add(name, f, Type::Int, false, true);
-}
-void addCommand(const char* name, bool (*f)()) {
-    add(name, f, Type::Bool, false, true);
-}
-void addCommand(const char* name, float (*f)()) {
-    add(name, f, Type::Float, false, true);
-}
-void addCommand(const char* name, std::string (*f)()) {
-    add(name, f, Type::String, false, true);
-}
-void addCommand(const char* name, int (*f)(int, bool)) {
-    add(name, f, Type::Int, true, true);
-}
-void addCommand(const char* name, bool (*f)(bool, bool)) {
-    add(name, f, Type::Bool, true, true);
-}
-void addCommand(const char* name, float (*f)(float, bool)) {
-    add(name, f, Type::Float, true, true);
-}
-void addCommand(const char* name, std::string (*f)(std::string)) {
-    add(name, f, Type::String, true, true);
-}
+GLConsoleCommand::GLConsoleCommand(const char* n, void (*f)()) : GLConsoleCommand(n, f, Type::Void, false, false) {}
+GLConsoleCommand::GLConsoleCommand(const char* n, void (*f)(int)) : GLConsoleCommand(n, f, Type::Int, true, false) {}
+GLConsoleCommand::GLConsoleCommand(const char* n, void (*f)(bool)) : GLConsoleCommand(n, f, Type::Bool, true, false) {}
+GLConsoleCommand::GLConsoleCommand(const char* n, void (*f)(float))
+    : GLConsoleCommand(n, f, Type::Float, true, false) {}
+GLConsoleCommand::GLConsoleCommand(const char* n, void (*f)(std::string))
+    : GLConsoleCommand(n, f, Type::String, true, false) {}
+GLConsoleCommand::GLConsoleCommand(const char* n, int (*f)()) : GLConsoleCommand(n, f, Type::Int, false, true) {}
+GLConsoleCommand::GLConsoleCommand(const char* n, bool (*f)()) : GLConsoleCommand(n, f, Type::Bool, false, true) {}
+GLConsoleCommand::GLConsoleCommand(const char* n, float (*f)()) : GLConsoleCommand(n, f, Type::Float, false, true) {}
+GLConsoleCommand::GLConsoleCommand(const char* n, std::string (*f)())
+    : GLConsoleCommand(n, f, Type::String, false, true) {}
+GLConsoleCommand::GLConsoleCommand(const char* n, int (*f)(int, bool))
+    : GLConsoleCommand(n, f, Type::Int, true, true) {}
+GLConsoleCommand::GLConsoleCommand(const char* n, bool (*f)(bool, bool))
+    : GLConsoleCommand(n, f, Type::Bool, true, true) {}
+GLConsoleCommand::GLConsoleCommand(const char* n, float (*f)(float, bool))
+    : GLConsoleCommand(n, f, Type::Float, true, true) {}
+GLConsoleCommand::GLConsoleCommand(const char* n, std::string (*f)(std::string))
+    : GLConsoleCommand(n, f, Type::String, true, true) {}
+
+namespace GLConsole {
 
 void addCommandInternal(const GLConsoleCommand& command) {
     TRACE_LOCATION("GLConsole::addCommandInternal");
@@ -80,6 +56,16 @@ void removeCommand(const char* name) {
     std::string key = name;
     slStringUpper(key);
     State::commands.erase(key);
+}
+
+void addCommands(const GLConsoleCommand* table, std::size_t count) {
+    TRACE_LOCATION("GLConsole::addCommands");
+    for (std::size_t i = 0; i < count; ++i) addCommandInternal(table[i]);
+}
+
+void removeCommands(const GLConsoleCommand* table, std::size_t count) {
+    TRACE_LOCATION("GLConsole::removeCommands");
+    for (std::size_t i = 0; i < count; ++i) removeCommand(table[i].name.c_str());
 }
 
 const std::map<std::string, GLConsoleCommand>& getCommands() {
