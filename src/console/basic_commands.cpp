@@ -38,8 +38,8 @@ void conCmdCommands(std::string term) {
     printTitle("Command list: Use Commands < term > to filter listings");
     term.erase(0, term.find_first_not_of(' '));
     slStringUpper(term);
-    const auto& registry = State::commands;
-    for (auto it = registry.lower_bound(term); it != registry.end() && State::keyStartsWith(it->first, term);
+    const auto& registry = state().commands;
+    for (auto it = registry.lower_bound(term); it != registry.end() && keyStartsWith(it->first, term);
          ++it) {
         print("\n");
         print(it->second.name);
@@ -77,26 +77,33 @@ bool conCmdLogConsole(bool enable, bool set) {
     return isLogging();
 }
 
+namespace {
+// In the order Commands lists them after start-up.
+const GLConsoleCommand basicCommands[] = {
+    {"Quit", conCmdQuit},
+    {"Clear", conCmdClear},
+    {"Commands", conCmdCommands},
+    {"Version", conCmdVersion},
+    {"Memory", conCmdMemory},
+    {"Fullscreen", conCmdFullscreen},
+    {"LogConsole", conCmdLogConsole},
+    {"Renderer", conCmdRenderer},
+    {"TextureList", conCmdTextureList},
+    {"TextureMemory", conCmdTextureMemory},
+    {"TextureReload", conCmdTextureReload},
+    {"Extensions", conCmdExtensions},
+    {"IsExtension", conCmdIsExtension},
+    {"AntiAliasingSamples", conCmdAntiAliasingSamples},
+    {"AnisotropicFilteringLevel", conCmdAnisotropicFilteringLevel},
+    {"VsyncEnable", conCmdVsyncEnable},
+    {"TextureQuality", conCmdTextureQuality},
+    {"Map", conCmdMap},
+};
+}  // namespace
+
 void addBasicGLConsoleCommands() {
     TRACE_LOCATION("GLConsole::addBasicGLConsoleCommands");
-    addCommand("Quit", conCmdQuit);
-    addCommand("Clear", conCmdClear);
-    addCommand("Commands", conCmdCommands);
-    addCommand("Version", conCmdVersion);
-    addCommand("Memory", conCmdMemory);
-    addCommand("Fullscreen", conCmdFullscreen);
-    addCommand("LogConsole", conCmdLogConsole);
-    addCommand("Renderer", conCmdRenderer);
-    addCommand("TextureList", conCmdTextureList);
-    addCommand("TextureMemory", conCmdTextureMemory);
-    addCommand("TextureReload", conCmdTextureReload);
-    addCommand("Extensions", conCmdExtensions);
-    addCommand("IsExtension", conCmdIsExtension);
-    addCommand("AntiAliasingSamples", conCmdAntiAliasingSamples);
-    addCommand("AnisotropicFilteringLevel", conCmdAnisotropicFilteringLevel);
-    addCommand("VsyncEnable", conCmdVsyncEnable);
-    addCommand("TextureQuality", conCmdTextureQuality);
-    addCommand("Map", conCmdMap);
+    addCommands(basicCommands);
 }
 
 }  // namespace GLConsole

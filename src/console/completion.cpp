@@ -9,43 +9,41 @@
 
 namespace GLConsole {
 
-using namespace State;
-
 namespace {
 
 using Registry = std::map<std::string, GLConsoleCommand>;
 
 void setLine(const std::string& text) {
     if (text.size() >= inputBufferSize) return;
-    std::memset(inputBuffer, 0, sizeof(inputBuffer));
-    text.copy(inputBuffer, text.size());
-    cursorPosition = static_cast<int>(text.size());
+    std::memset(state().inputBuffer, 0, sizeof(state().inputBuffer));
+    text.copy(state().inputBuffer, text.size());
+    state().cursorPosition = static_cast<int>(text.size());
 }
 
 std::string upperCasedLine() {
-    std::string line(inputBuffer);
+    std::string line(state().inputBuffer);
     slStringUpper(line);
     return line;
 }
 
 void showCandidate(Registry::const_iterator candidate) {
-    if (candidate != commands.end() && keyStartsWith(candidate->first, completionPrefix))
+    if (candidate != state().commands.end() && keyStartsWith(candidate->first, state().completionPrefix))
         setLine(candidate->second.name);
 }
 
 void startCompletion() {
-    completionPrefix = upperCasedLine();
-    showCandidate(commands.lower_bound(completionPrefix));
+    state().completionPrefix = upperCasedLine();
+    showCandidate(state().commands.lower_bound(state().completionPrefix));
 }
 
 // Moves on from the command on the line; false when the line no longer holds a
 // candidate (the user changed it) or the candidates are used up.
 bool showNextCandidate() {
-    const auto shown = commands.find(upperCasedLine());
-    if (shown == commands.end()) return false;
+    const auto shown = state().commands.find(upperCasedLine());
+    if (shown == state().commands.end()) return false;
     const auto next = std::next(shown);
-    if (next == commands.end() || !keyStartsWith(next->first, completionPrefix)) {
-        setLine(completionPrefix);
+    if (next == state().commands.end() || !keyStartsWith(next->first, state().completionPrefix)) {
+        setLine(state().completionPrefix);
         return false;
     }
     setLine(next->second.name);
@@ -56,8 +54,8 @@ bool showNextCandidate() {
 
 void autoCompleteCommand() {
     TRACE_LOCATION("GLConsole::autoCompleteCommand");
-    if (!completionPrefix.empty() && showNextCandidate()) return;
-    completionPrefix.clear();
+    if (!state().completionPrefix.empty() && showNextCandidate()) return;
+    state().completionPrefix.clear();
     startCompletion();
 }
 

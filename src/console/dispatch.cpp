@@ -8,8 +8,6 @@
 
 namespace GLConsole {
 
-using namespace State;
-
 namespace {
 
 const char* const nothingTail = " < nothing >";
@@ -111,7 +109,7 @@ void dispatch(const GLConsoleCommand& command, const std::string& rest) {
 void runCommand() {
     TRACE_LOCATION("GLConsole::runCommand");
     // A copy, because the command may edit the input line or the registry.
-    const std::string line(inputBuffer);
+    const std::string line(state().inputBuffer);
     const std::size_t wordStart = line.find_first_not_of(' ');
     if (wordStart == std::string::npos) return;
     const std::size_t wordEnd = std::min(line.find(' ', wordStart), line.size());
@@ -119,8 +117,8 @@ void runCommand() {
     slStringUpper(word);
     const std::string rest = wordEnd < line.size() ? line.substr(wordEnd + 1) : std::string();
 
-    const auto found = commands.find(word);
-    if (found == commands.end()) {
+    const auto found = state().commands.find(word);
+    if (found == state().commands.end()) {
         print("\nUNKNOWN COMMAND. USE 'COMMANDS' FOR A LIST OF AVAILABLE COMMANDS.");
         return;
     }

@@ -14,8 +14,6 @@
 
 namespace GLConsole {
 
-using namespace State;
-
 namespace {
 
 constexpr int insertKey = 45;
@@ -28,7 +26,7 @@ struct Layout {
 
 // The output store as one history of bytes, oldest first.
 char historyByte(int index) {
-    return outputBuffer[(outputPosition + index) % outputBufferSize];
+    return state().outputBuffer[(state().outputPosition + index) % outputBufferSize];
 }
 
 // The column after a byte, or -1 when the byte ends the display line.
@@ -93,16 +91,16 @@ void drawBands(const Layout& layout, int width, int height) {
     const float w = static_cast<float>(width);
     const float outputBottom = static_cast<float>(f * layout.rows);
     const float inputBottom = static_cast<float>((layout.rows + 4) * f - 2);
-    band(0.0f, outputBottom, w, outputBackground, outputBackground.a);
+    band(0.0f, outputBottom, w, state().outputBackground, state().outputBackground.a);
     glDisable(GL_BLEND);
-    band(outputBottom, outputBottom + 2.0f, w, inputBorder, 1.0f);
-    band(outputBottom + 2.0f, inputBottom, w, inputBackground, 1.0f);
-    band(inputBottom, static_cast<float>(height), w, inputBorder, 1.0f);
+    band(outputBottom, outputBottom + 2.0f, w, state().inputBorder, 1.0f);
+    band(outputBottom + 2.0f, inputBottom, w, state().inputBackground, 1.0f);
+    band(inputBottom, static_cast<float>(height), w, state().inputBorder, 1.0f);
 }
 
 void drawOutput(const Layout& layout) {
     const float size = static_cast<float>(layout.cell);
-    glColor4f(outputText.r, outputText.g, outputText.b, 1.0f);
+    glColor4f(state().outputText.r, state().outputText.g, state().outputText.b, 1.0f);
     glBegin(GL_QUADS);
     int line = 0, column = 0;
     for (int i = findStart(layout); i < outputBufferSize && line < layout.rows; ++i) {
@@ -120,13 +118,13 @@ void drawOutput(const Layout& layout) {
 
 void drawInput(const Layout& layout) {
     const int f = layout.cell;
-    const int length = static_cast<int>(std::strlen(inputBuffer));
-    const int first = length > layout.columns - 1 ? std::max(0, cursorPosition - layout.columns + 1) : 0;
+    const int length = static_cast<int>(std::strlen(state().inputBuffer));
+    const int first = length > layout.columns - 1 ? std::max(0, state().cursorPosition - layout.columns + 1) : 0;
     const float top = static_cast<float>((layout.rows + 1) * f + f / 2);
-    glColor4f(inputText.r, inputText.g, inputText.b, 1.0f);
+    glColor4f(state().inputText.r, state().inputText.g, state().inputText.b, 1.0f);
     glBegin(GL_QUADS);
     for (int i = first; i < length && i - first < layout.columns; ++i)
-        drawCell(static_cast<unsigned char>(inputBuffer[i]), static_cast<float>((i - first) * f), top,
+        drawCell(static_cast<unsigned char>(state().inputBuffer[i]), static_cast<float>((i - first) * f), top,
                  static_cast<float>(f));
     glEnd();
 }
@@ -134,7 +132,7 @@ void drawInput(const Layout& layout) {
 // A thick block while typing overwrites, a thin line while it inserts.
 void drawCursor(const Layout& layout) {
     const int f = layout.cell;
-    const int column = std::min(cursorPosition, layout.columns - 1);
+    const int column = std::min(state().cursorPosition, layout.columns - 1);
     const int top = (layout.rows + 3) * f - 1;
     const int bottom =
         GLWindow::keyboardKeyToggled(insertKey) ? (layout.rows + 3) * f : (layout.rows + 3) * f + 4;
@@ -164,7 +162,7 @@ void draw() {
     const int width = GLWindow::getClientWidth();
     const int height = GLWindow::getClientHeight();
     Layout layout;
-    layout.cell = std::max(1, fontSize);
+    layout.cell = std::max(1, state().fontSize);
     // Worked out at each draw, so the console follows the window.
     layout.columns = std::max(width / layout.cell, 80);
     layout.rows = std::max(height / layout.cell - 4, 16);
@@ -174,10 +172,10 @@ void draw() {
     prepareState();
     drawBands(layout, width, height);
     // A window lower than four cells, as when minimised, shows no text.
-    if (font() && height >= 4 * layout.cell) {
+    if (state().font && height >= 4 * layout.cell) {
         glEnable(GL_TEXTURE_2D);
         glEnable(GL_BLEND);
-        glBindTexture(GL_TEXTURE_2D, font()->id);
+        glBindTexture(GL_TEXTURE_2D, state().font->id);
         drawOutput(layout);
         drawInput(layout);
     }

@@ -7,13 +7,6 @@
 
 namespace GLConsole {
 
-namespace State {
-int fontSize = 1;
-Colour outputBackground, outputText, inputBackground, inputBorder, inputText;
-}  // namespace State
-
-using namespace State;
-
 namespace {
 Colour readColour(const ConfigFile& config, const std::string& prefix, bool withAlpha) {
     Colour colour;
@@ -29,78 +22,78 @@ void initialise() {
     TRACE_LOCATION("GLConsole::initialise");
     clear();
     clearCommands();
-    freeFont();
+    state().font.reset();
     loadConfiguration();
 }
 
 void clear() {
     TRACE_LOCATION("GLConsole::clear");
-    std::memset(inputBuffer, 0, sizeof(inputBuffer));
-    std::memset(outputBuffer, '\n', sizeof(outputBuffer));
-    outputPosition = 0;
-    cursorPosition = 0;
+    std::memset(state().inputBuffer, 0, sizeof(state().inputBuffer));
+    std::memset(state().outputBuffer, '\n', sizeof(state().outputBuffer));
+    state().outputPosition = 0;
+    state().cursorPosition = 0;
 }
 
 void loadConfiguration() {
     TRACE_LOCATION("GLConsole::loadConfiguration");
     ConfigFile config("cfg//console.cfg");
-    freeFont();
+    state().font.reset();
     const std::string fontName = config.getVarAsString("fontTextureName");
     if (!fontName.empty()) setFontTexture(GLTexture(fontName));
-    fontSize = config.getVarAsInt("fontSize");
-    if (fontSize < 1) fontSize = 1;
-    outputBackground = readColour(config, "output_background", true);
-    outputText = readColour(config, "output_text", false);
-    inputBackground = readColour(config, "input_background", false);
-    inputBorder = readColour(config, "input_border", false);
-    inputText = readColour(config, "input_text", false);
+    state().fontSize = config.getVarAsInt("fontSize");
+    if (state().fontSize < 1) state().fontSize = 1;
+    state().outputBackground = readColour(config, "output_background", true);
+    state().outputText = readColour(config, "output_text", false);
+    state().inputBackground = readColour(config, "input_background", false);
+    state().inputBorder = readColour(config, "input_border", false);
+    state().inputText = readColour(config, "input_text", false);
     if (config.getVarAsBool("enableLogging")) enableLogging();
 }
 
 void shutdown() {
     TRACE_LOCATION("GLConsole::shutdown");
-    freeFont();
-    commands.clear();
-    for (std::string& line : history) line.clear();
-    completionPrefix.clear();
-    historyPosition = -1;
+    state().font.reset();
+    state().commands.clear();
+    for (std::string& line : state().history) line.clear();
+    state().completionPrefix.clear();
+    state().historyPosition = -1;
     disableLogging();
 }
 
 void enableLogging() {
     TRACE_LOCATION("GLConsole::enableLogging");
-    if (logging) return;
-    logFile = Platform::openFile(logFileName, "wb");
-    if (!logFile || std::ferror(logFile)) {
-        if (logFile) std::fclose(logFile);
-        logFile = nullptr;
+    if (state().logging) return;
+    state().logFile = Platform::openFile(logFileName, "wb");
+    if (!state().logFile || std::ferror(state().logFile)) {
+        if (state().logFile) std::fclose(state().logFile);
+        state().logFile = nullptr;
         print("\nUnable to write log to ");
         print(logFileName);
         return;
     }
-    logging = true;
+    state().logging = true;
     print("\nCommencing console log to ");
     print(logFileName);
 }
 
 void disableLogging() {
     TRACE_LOCATION("GLConsole::disableLogging");
-    if (!logging) return;
-    std::fclose(logFile);
-    logFile = nullptr;
-    logging = false;
+    if (!state().logging) return;
+    std::fclose(state().logFile);
+    state().logFile = nullptr;
+    state().logging = false;
     print("\nLogging stopped. All output saved to ");
     print(logFileName);
 }
 
 bool isLogging() {
     TRACE_LOCATION("GLConsole::isLogging");
-    return logging;
+    return state().logging;
 }
 
 void clearCommands() {
     TRACE_LOCATION("GLConsole::clearCommands");
-    commands.clear();
+    state().commands.clear();
     addBasicGLConsoleCommands();
 }
 

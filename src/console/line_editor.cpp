@@ -9,16 +9,6 @@
 
 namespace GLConsole {
 
-namespace State {
-char inputBuffer[inputBufferSize];
-int cursorPosition = 0;
-std::string history[historySize];
-int historyPosition = -1;
-std::string completionPrefix;
-}  // namespace State
-
-using namespace State;
-
 namespace {
 
 enum Key {
@@ -39,60 +29,60 @@ enum Key {
 constexpr int longestLine = inputBufferSize - 1;
 
 int lineLength() {
-    return static_cast<int>(std::strlen(inputBuffer));
+    return static_cast<int>(std::strlen(state().inputBuffer));
 }
 
 // Any edit of the line ends a running completion and leaves the history.
 void endBrowsing() {
-    completionPrefix.clear();
-    historyPosition = -1;
+    state().completionPrefix.clear();
+    state().historyPosition = -1;
 }
 
 void clearLine() {
-    std::memset(inputBuffer, 0, sizeof(inputBuffer));
-    cursorPosition = 0;
+    std::memset(state().inputBuffer, 0, sizeof(state().inputBuffer));
+    state().cursorPosition = 0;
 }
 
 // Removes the character at index, moving the rest of the line (and its end) left.
 void removeCharacterAt(int index) {
-    std::memmove(inputBuffer + index, inputBuffer + index + 1, inputBufferSize - index - 1);
-    inputBuffer[inputBufferSize - 1] = 0;
+    std::memmove(state().inputBuffer + index, state().inputBuffer + index + 1, inputBufferSize - index - 1);
+    state().inputBuffer[inputBufferSize - 1] = 0;
 }
 
 void backspace() {
-    if (cursorPosition == 0) return;
-    --cursorPosition;
-    removeCharacterAt(cursorPosition);
+    if (state().cursorPosition == 0) return;
+    --state().cursorPosition;
+    removeCharacterAt(state().cursorPosition);
     endBrowsing();
 }
 
 void deleteUnderCursor() {
-    if (inputBuffer[cursorPosition]) removeCharacterAt(cursorPosition);
+    if (state().inputBuffer[state().cursorPosition]) removeCharacterAt(state().cursorPosition);
     endBrowsing();
 }
 
 void rememberLine(const char* line) {
-    for (int slot = historySize - 1; slot > 0; --slot) history[slot] = history[slot - 1];
-    history[0] = line;
+    for (int slot = historySize - 1; slot > 0; --slot) state().history[slot] = state().history[slot - 1];
+    state().history[0] = line;
 }
 
 void enter() {
     print("\n");
-    print(inputBuffer);
-    historyPosition = -1;
-    rememberLine(inputBuffer);
+    print(state().inputBuffer);
+    state().historyPosition = -1;
+    rememberLine(state().inputBuffer);
     runCommand();
     clearLine();
-    completionPrefix.clear();
+    state().completionPrefix.clear();
 }
 
 void showHistorySlot(int slot) {
-    if (slot < 0 || slot >= historySize || history[slot].empty()) return;
-    historyPosition = slot;
+    if (slot < 0 || slot >= historySize || state().history[slot].empty()) return;
+    state().historyPosition = slot;
     clearLine();
-    history[slot].copy(inputBuffer, longestLine);
-    completionPrefix.clear();
-    cursorPosition = lineLength();
+    state().history[slot].copy(state().inputBuffer, longestLine);
+    state().completionPrefix.clear();
+    state().cursorPosition = lineLength();
 }
 
 void typeCharacter(int key) {
@@ -100,12 +90,12 @@ void typeCharacter(int key) {
     if (character == 0 || lineLength() >= longestLine) return;
     if (GLWindow::keyboardKeyToggled(Insert)) {
         // The line is shorter than the buffer, so only a zero falls off the end.
-        std::memmove(inputBuffer + cursorPosition + 1, inputBuffer + cursorPosition,
-                     inputBufferSize - cursorPosition - 1);
-    } else if (inputBuffer[cursorPosition] == 0) {
-        inputBuffer[cursorPosition + 1] = 0;
+        std::memmove(state().inputBuffer + state().cursorPosition + 1, state().inputBuffer + state().cursorPosition,
+                     inputBufferSize - state().cursorPosition - 1);
+    } else if (state().inputBuffer[state().cursorPosition] == 0) {
+        state().inputBuffer[state().cursorPosition + 1] = 0;
     }
-    inputBuffer[cursorPosition++] = character;
+    state().inputBuffer[state().cursorPosition++] = character;
     endBrowsing();
 }
 
@@ -118,7 +108,7 @@ void keyPressed(int key) {
             return backspace();
         case Tab:
             autoCompleteCommand();
-            historyPosition = -1;
+            state().historyPosition = -1;
             return;
         case Enter:
             return enter();
@@ -126,21 +116,21 @@ void keyPressed(int key) {
             clearLine();
             return endBrowsing();
         case End:
-            cursorPosition = lineLength();
+            state().cursorPosition = lineLength();
             return;
         case Home:
-            cursorPosition = 0;
+            state().cursorPosition = 0;
             return;
         case Left:
-            if (cursorPosition > 0) --cursorPosition;
+            if (state().cursorPosition > 0) --state().cursorPosition;
             return;
         case Up:
-            return showHistorySlot(historyPosition + 1);
+            return showHistorySlot(state().historyPosition + 1);
         case Right:
-            if (inputBuffer[cursorPosition]) ++cursorPosition;
+            if (state().inputBuffer[state().cursorPosition]) ++state().cursorPosition;
             return;
         case Down:
-            return showHistorySlot(historyPosition - 1);
+            return showHistorySlot(state().historyPosition - 1);
         case Delete:
             return deleteUnderCursor();
         default:
@@ -151,19 +141,19 @@ void keyPressed(int key) {
 void enterLine(const std::string& line) {
     TRACE_LOCATION("GLConsole::enterLine");
     clearLine();
-    line.copy(inputBuffer, longestLine);
-    cursorPosition = lineLength();
+    line.copy(state().inputBuffer, longestLine);
+    state().cursorPosition = lineLength();
     enter();
 }
 
 const char* getInputLine() {
     TRACE_LOCATION("GLConsole::getInputLine");
-    return inputBuffer;
+    return state().inputBuffer;
 }
 
 int getCursorPosition() {
     TRACE_LOCATION("GLConsole::getCursorPosition");
-    return cursorPosition;
+    return state().cursorPosition;
 }
 
 }  // namespace GLConsole

@@ -6,31 +6,23 @@
 
 namespace GLConsole {
 
-namespace State {
-char outputBuffer[outputBufferSize];
-int outputPosition = 0;
-FILE* logFile = nullptr;
-bool logging = false;
-const char* const logFileName = "ConsoleLog.txt";
-}  // namespace State
+State::State() {
+    std::memset(state().outputBuffer, '\n', sizeof(state().outputBuffer));
+}
 
-using namespace State;
+State& state() {
+    static State instance;
+    return instance;
+}
 
 namespace {
 
-PrintHook printHook = nullptr;
-
-// The store starts as newlines, so that text appears from the bottom.
-struct OutputBufferFill {
-    OutputBufferFill() { std::memset(outputBuffer, '\n', sizeof(outputBuffer)); }
-} outputBufferFill;
-
 void storeBytes(const char* text, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
-        outputBuffer[outputPosition] = text[i];
-        if (++outputPosition >= outputBufferSize) outputPosition = 0;
+        state().outputBuffer[state().outputPosition] = text[i];
+        if (++state().outputPosition >= outputBufferSize) state().outputPosition = 0;
     }
-    if (printHook) printHook(text, count);
+    if (state().printHook) state().printHook(text, count);
 }
 
 void storeText(const char* text) {
@@ -41,12 +33,12 @@ void storeText(const char* text) {
 // store alone. Each write is flushed, so that the log is complete up to the
 // moment of a crash and a full disk shows at once.
 void writeToLog(const char* text, std::size_t count) {
-    std::fwrite(text, 1, count, logFile);
-    std::fflush(logFile);
-    if (!std::ferror(logFile) && !std::feof(logFile)) return;
-    std::fclose(logFile);
-    logFile = nullptr;
-    logging = false;
+    std::fwrite(text, 1, count, state().logFile);
+    std::fflush(state().logFile);
+    if (!std::ferror(state().logFile) && !std::feof(state().logFile)) return;
+    std::fclose(state().logFile);
+    state().logFile = nullptr;
+    state().logging = false;
     storeText("\nLogging to ");
     storeText(logFileName);
     storeText(" stopped because of a write error.");
@@ -65,7 +57,7 @@ void print(const char* text) {
     TRACE_LOCATION("GLConsole::print");
     if (!text) return;
     const std::size_t count = std::strlen(text);
-    if (logging) writeToLog(text, count);
+    if (state().logging) writeToLog(text, count);
     storeBytes(text, count);
 }
 
@@ -77,7 +69,7 @@ void print(const std::string& text) {
 void print(char c) {
     TRACE_LOCATION("GLConsole::print");
     storeBytes(&c, 1);
-    if (logging) writeToLog(&c, 1);
+    if (state().logging) writeToLog(&c, 1);
 }
 
 void print(unsigned int value) {
@@ -120,17 +112,17 @@ void printTitle(const std::string& text) {
 
 void setPrintHook(PrintHook hook) {
     TRACE_LOCATION("GLConsole::setPrintHook");
-    printHook = hook;
+    state().printHook = hook;
 }
 
 const char* getOutputBuffer() {
     TRACE_LOCATION("GLConsole::getOutputBuffer");
-    return outputBuffer;
+    return state().outputBuffer;
 }
 
 int getOutputPosition() {
     TRACE_LOCATION("GLConsole::getOutputPosition");
-    return outputPosition;
+    return state().outputPosition;
 }
 
 }  // namespace GLConsole

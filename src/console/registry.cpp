@@ -1,12 +1,6 @@
 #include "console/console_state.h"
 #include "foundation/foundation.h"
 
-namespace GLConsole {
-namespace State {
-std::map<std::string, GLConsoleCommand> commands;
-}  // namespace State
-}  // namespace GLConsole
-
 template <typename Function>
 GLConsoleCommand::GLConsoleCommand(const char* commandName, Function f, int commandType, bool argument,
                                    bool result)
@@ -47,7 +41,7 @@ void addCommandInternal(const GLConsoleCommand& command) {
     if (command.name.find(' ') != std::string::npos) return;
     std::string key = command.name;
     slStringUpper(key);
-    State::commands[key] = command;
+    state().commands[key] = command;
 }
 
 void removeCommand(const char* name) {
@@ -55,7 +49,7 @@ void removeCommand(const char* name) {
     if (!name) return;
     std::string key = name;
     slStringUpper(key);
-    State::commands.erase(key);
+    state().commands.erase(key);
 }
 
 void addCommands(const GLConsoleCommand* table, std::size_t count) {
@@ -70,7 +64,7 @@ void removeCommands(const GLConsoleCommand* table, std::size_t count) {
 
 const std::map<std::string, GLConsoleCommand>& getCommands() {
     TRACE_LOCATION("GLConsole::getCommands");
-    return State::commands;
+    return state().commands;
 }
 
 }  // namespace GLConsole

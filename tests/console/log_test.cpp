@@ -92,9 +92,9 @@ TEST_F(LogTest, WriteErrorOfASingleCharacterFollowsTheCharacter) {
     GLConsole::enableLogging();
     ASSERT_TRUE(GLConsole::isLogging());
     // Swap the open log for one that can't take a byte.
-    std::fclose(GLConsole::State::logFile);
-    GLConsole::State::logFile = std::fopen("/dev/full", "wb");
-    ASSERT_NE(GLConsole::State::logFile, nullptr);
+    std::fclose(GLConsole::state().logFile);
+    GLConsole::state().logFile = std::fopen("/dev/full", "wb");
+    ASSERT_NE(GLConsole::state().logFile, nullptr);
     printed();
     GLConsole::print('c');
     EXPECT_FALSE(GLConsole::isLogging());
