@@ -3,6 +3,7 @@
 // and the segment tests that all level geometry shares.
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -14,17 +15,27 @@
 // report can say where the program was when it died.
 namespace LocationTrace {
 constexpr int tableSize = 65536;
-extern const char* names[tableSize];
-extern uint16_t depth;
+
+struct State {
+    // Slot 0 is the oldest location; slots at and above depth hold old names.
+    const char* names[tableSize];
+    uint16_t depth;
+};
+// Zero-initialised at load time, so reaching it costs no guard on the hot path.
+inline State& state() {
+    static State instance;
+    return instance;
+}
 
 // Zeroes the table and installs the six fatal signal handlers.
 void initialise();
 // The counter is 16 bits and the table has a slot for each value, so no bound test is needed.
 inline void push(const char* name) {
-    names[depth] = name;
-    ++depth;
+    State& trace = state();
+    trace.names[trace.depth] = name;
+    ++trace.depth;
 }
-inline void pop() { --depth; }
+inline void pop() { --state().depth; }
 // Appends the 16 newest locations, newest first.
 void appendBacktrace(std::string& text);
 
@@ -85,18 +96,43 @@ struct Vector2D {
 
 inline Vector2D operator*(float s, const Vector2D& v) { return v * s; }
 
-float length(const Vector2D& v);
-float lengthSquared(const Vector2D& v);
-float dot(const Vector2D& a, const Vector2D& b);
-float distance(const Vector2D& a, const Vector2D& b);
+// Single-precision operands with double-precision intermediates. Inline and
+// traced, since the particle loops call them for every pair of neighbours.
+inline float dot(const Vector2D& a, const Vector2D& b) {
+    TRACE_LOCATION("dot");
+    return static_cast<float>(static_cast<double>(a.x) * b.x + static_cast<double>(a.y) * b.y);
+}
+inline float lengthSquared(const Vector2D& v) {
+    TRACE_LOCATION("lengthSquared");
+    return static_cast<float>(static_cast<double>(v.x) * v.x + static_cast<double>(v.y) * v.y);
+}
+inline float length(const Vector2D& v) {
+    TRACE_LOCATION("length");
+    return static_cast<float>(std::sqrt(static_cast<double>(v.x) * v.x + static_cast<double>(v.y) * v.y));
+}
+inline float distance(const Vector2D& a, const Vector2D& b) {
+    TRACE_LOCATION("distance");
+    return length(a - b);
+}
 // The exact zero vector becomes (1, 0).
-void normalise(Vector2D& v);
+inline void normalise(Vector2D& v) {
+    TRACE_LOCATION("normalise");
+    if (v.x == 0.0f && v.y == 0.0f) {
+        v = Vector2D(1.0f, 0.0f);
+        return;
+    }
+    const double size = std::sqrt(static_cast<double>(v.x) * v.x + static_cast<double>(v.y) * v.y);
+    v.x = static_cast<float>(v.x / size);
+    v.y = static_cast<float>(v.y / size);
+}
 // Counter-clockwise in a y-up frame.
 void rotate(Vector2D& v, float angleRadians);
 
 uint32_t randomBits();
 // 0 to 1 inclusive.
 double randomUnit();
+// A unit direction from two uniform draws, x first; it crowds towards the diagonals.
+Vector2D randomDirection();
 // The generator's one word of state; tests read and set it to replay sequences.
 uint32_t getRandomSeed();
 void setRandomSeed(uint32_t seed);

@@ -9,8 +9,6 @@
 
 namespace LocationTrace {
 
-const char* names[tableSize];
-uint16_t depth = 0;
 
 namespace {
 
@@ -48,8 +46,8 @@ void fatalSignal(int signalNumber) {
 }  // namespace
 
 void initialise() {
-    std::memset(names, 0, sizeof(names));
-    depth = 0;
+    // The table is too large for a temporary, so it is zeroed in place.
+    std::memset(&state(), 0, sizeof(State));
     for (int signalNumber : {SIGABRT, SIGFPE, SIGILL, SIGINT, SIGSEGV, SIGTERM})
         std::signal(signalNumber, fatalSignal);
 }
@@ -57,12 +55,12 @@ void initialise() {
 void appendBacktrace(std::string& text) {
     text += "\nBacktrace of locations visited by program: \n";
     int lineNumber = 1;
-    for (int slot = depth - 1; slot >= 0 && lineNumber <= listedLocations; --slot, ++lineNumber) {
+    for (int slot = state().depth - 1; slot >= 0 && lineNumber <= listedLocations; --slot, ++lineNumber) {
         std::snprintf(lineNumberText, sizeof(lineNumberText), "%d", lineNumber);
         text += "\n";
         text += lineNumberText;
         text += " - ";
-        text += names[slot] ? names[slot] : "Unknown location.";
+        text += state().names[slot] ? state().names[slot] : "Unknown location.";
     }
 }
 

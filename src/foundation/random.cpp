@@ -4,8 +4,16 @@
 
 namespace {
 
-// Nothing seeds the generator: a run's numbers are the same from start to start.
-uint32_t randomSeed = 0;
+// The generator's one word. Nothing seeds it: a run's numbers are the same
+// from start to start.
+struct State {
+    uint32_t seed = 0;
+};
+
+State& state() {
+    static State instance;
+    return instance;
+}
 
 // Both stages are worked in extended precision, as the products pass 2^53.
 void advanceSeed() {
@@ -13,14 +21,14 @@ void advanceSeed() {
     constexpr double b = 275604541.11;
     constexpr float c = 0.31830987f;
 
-    long double s = randomSeed;
+    long double s = state().seed;
     const unsigned long long whole = static_cast<unsigned long long>(s * static_cast<long double>(a) + static_cast<long double>(b));
-    randomSeed = static_cast<uint32_t>(whole);
+    state().seed = static_cast<uint32_t>(whole);
 
-    s = randomSeed;
+    s = state().seed;
     const float mixed = static_cast<float>(s * static_cast<long double>(a) + static_cast<long double>(b) +
                                              s * static_cast<long double>(c));
-    std::memcpy(&randomSeed, &mixed, sizeof(randomSeed));
+    std::memcpy(&state().seed, &mixed, sizeof(state().seed));
 }
 
 }  // namespace
@@ -28,14 +36,29 @@ void advanceSeed() {
 uint32_t randomBits() {
     TRACE_LOCATION("randomBits");
     advanceSeed();
-    return randomSeed;
+    return state().seed;
 }
 
 double randomUnit() {
     TRACE_LOCATION("randomUnit");
     advanceSeed();
-    return static_cast<double>(randomSeed & 0xFFFFFFu) / 16777215.0;
+    return static_cast<double>(state().seed & 0xFFFFFFu) / 16777215.0;
 }
 
-uint32_t getRandomSeed() { return randomSeed; }
-void setRandomSeed(uint32_t seed) { randomSeed = seed; }
+uint32_t getRandomSeed() {
+    TRACE_LOCATION("getRandomSeed");
+    return state().seed;
+}
+void setRandomSeed(uint32_t seed) {
+    TRACE_LOCATION("setRandomSeed");
+    state().seed = seed;
+}
+
+Vector2D randomDirection() {
+    TRACE_LOCATION("randomDirection");
+    const float x = static_cast<float>(randomUnit() - 0.5);
+    const float y = static_cast<float>(randomUnit() - 0.5);
+    Vector2D direction(x, y);
+    normalise(direction);
+    return direction;
+}

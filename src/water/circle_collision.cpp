@@ -20,87 +20,93 @@ struct PointContact {
 
 constexpr int maximumPasses = 3;
 
-uint32_t contactCount = 0;
-Vector2D collisionNormal;
-float collisionFriction = 1.0f;
-float radius = 0.0f;
-Vector2D* circle = nullptr;
-// Kept in the order found; a pass walks them newest first.
-std::vector<PointContact> points;
-std::vector<const BspNode*> nodes;
-std::vector<BspNode> collideableNodes;
+struct State {
+    uint32_t contactCount = 0;
+    Vector2D collisionNormal;
+    float collisionFriction = 1.0f;
+    // Candidates of the test under way, kept in the order found (a pass walks
+    // them newest first); their storage is reused from test to test.
+    std::vector<PointContact> points;
+    std::vector<const BspNode*> nodes;
+    std::vector<BspNode> collideableNodes;
+};
 
-// Single precision throughout: this is the inner loop of the game.
-inline float dotOf(const Vector2D& a, const Vector2D& b) {
-    return a.x * b.x + a.y * b.y;
+State& state() {
+    static State instance;
+    return instance;
 }
-inline float lengthOf(const Vector2D& v) {
-    return std::sqrt(v.x * v.x + v.y * v.y);
-}
-inline float distanceToLine(const BspNode& node, const Vector2D& q) {
-    return dotOf(q - node.start, node.normal);
+
+// The circle of the test under way, changed in place.
+struct Circle {
+    Vector2D* centre;
+    float radius;
+};
+
+float distanceToLine(const BspNode& node, const Vector2D& q) {
+    return dot(q - node.start, node.normal);
 }
 
 // An edge whose line lies within the radius: a line contact where the centre's
 // foot falls on it, a point contact at the foot or at the nearer end.
-void gatherContacts(const BspNode& node) {
-    const Vector2D offset = *circle - node.start;
-    const float along = dotOf(offset, node.direction);
+void gatherContacts(State& s, const BspNode& node, const Circle& circle) {
+    const Vector2D offset = *circle.centre - node.start;
+    const float along = dot(offset, node.direction);
     if (along >= 0.0f && along <= node.length) {
-        nodes.push_back(&node);
-        points.push_back({node.start + node.direction * along, node.friction});
-    } else if (along >= -radius && along <= node.length + radius) {
+        s.nodes.push_back(&node);
+        s.points.push_back({node.start + node.direction * along, node.friction});
+    } else if (along >= -circle.radius && along <= node.length + circle.radius) {
         const Vector2D end = along < 0.0f ? node.start : node.start + node.direction * node.length;
-        points.push_back({end, node.friction});
+        s.points.push_back({end, node.friction});
     }
 }
 
-void buildDynamicPointsAndNodesList() {
+void buildDynamicPointsAndNodesList(State& s, const Circle& circle) {
     TRACE_LOCATION("CircleCollision::buildDynamicPointsAndNodesList");
-    for (const BspNode& node : collideableNodes) {
-        const float d = distanceToLine(node, *circle);
-        if (d >= -radius && d <= radius) gatherContacts(node);
+    for (const BspNode& node : s.collideableNodes) {
+        const float d = distanceToLine(node, *circle.centre);
+        if (d >= -circle.radius && d <= circle.radius) gatherContacts(s, node, circle);
     }
 }
 
 // Only edges whose line lies within the radius of the centre are looked at;
 // the walk goes down one side of every other edge.
-void descend(const BspNode* node, const Vector2D& centre, float r) {
+void descend(State& s, const BspNode* node, const Circle& circle) {
+    const float r = circle.radius;
     while (node) {
-        const float d = distanceToLine(*node, centre);
+        const float d = distanceToLine(*node, *circle.centre);
         if (d >= r) {
             node = node->positiveChild;
         } else if (d < -r) {
             node = node->negativeChild;
         } else {
-            if (node->collideable) gatherContacts(*node);
-            descend(node->negativeChild, centre, r);
+            if (node->collideable) gatherContacts(s, *node, circle);
+            descend(s, node->negativeChild, circle);
             node = node->positiveChild;
         }
     }
 }
 
-void buildPointsAndNodesListRecursive(const BspNode* node) {
+void buildPointsAndNodesListRecursive(State& s, const BspNode* node, const Circle& circle) {
     TRACE_LOCATION("CircleCollision::buildPointsAndNodesListRecursive");
-    descend(node, *circle, radius);
+    descend(s, node, circle);
 }
 
-void addContact(const Vector2D& normal, float friction) {
-    ++contactCount;
-    collisionNormal += normal;
-    collisionFriction += friction;
+void addContact(State& s, const Vector2D& normal, float friction) {
+    ++s.contactCount;
+    s.collisionNormal += normal;
+    s.collisionFriction += friction;
 }
 
-bool resolvePointCollisions() {
+bool resolvePointCollisions(State& s, const Circle& circle) {
     TRACE_LOCATION("CircleCollision::resolvePointCollisions");
     bool hit = false;
-    for (auto point = points.rbegin(); point != points.rend(); ++point) {
-        const Vector2D toPoint = point->position - *circle;
-        const float l = lengthOf(toPoint);
-        if (!(l > 0.0f && l < radius)) continue;
+    for (auto point = s.points.rbegin(); point != s.points.rend(); ++point) {
+        const Vector2D toPoint = point->position - *circle.centre;
+        const float l = length(toPoint);
+        if (!(l > 0.0f && l < circle.radius)) continue;
         const Vector2D unit = toPoint / l;
-        *circle -= unit * (radius - l);
-        addContact(unit, point->friction);
+        *circle.centre -= unit * (circle.radius - l);
+        addContact(s, unit, point->friction);
         hit = true;
     }
     return hit;
@@ -108,46 +114,45 @@ bool resolvePointCollisions() {
 
 // No upper bound on the distance: a centre that got behind a listed edge is
 // carried right through to its free side.
-bool resolveLineCollisions() {
+bool resolveLineCollisions(State& s, const Circle& circle) {
     TRACE_LOCATION("CircleCollision::resolveLineCollisions");
     bool hit = false;
-    for (auto node = nodes.rbegin(); node != nodes.rend(); ++node) {
-        const float d = distanceToLine(**node, *circle);
-        if (d < -radius) continue;
-        *circle -= (*node)->normal * (d + radius);
-        addContact((*node)->normal, (*node)->friction);
+    for (auto node = s.nodes.rbegin(); node != s.nodes.rend(); ++node) {
+        const float d = distanceToLine(**node, *circle.centre);
+        if (d < -circle.radius) continue;
+        *circle.centre -= (*node)->normal * (d + circle.radius);
+        addContact(s, (*node)->normal, (*node)->friction);
         hit = true;
     }
     return hit;
 }
 
-bool runTest(Vector2D* centre, float circleRadius, bool withMovingEdges) {
-    contactCount = 0;
-    collisionNormal = Vector2D();
-    collisionFriction = 0.0f;
-    radius = circleRadius;
-    circle = centre;
+bool runTest(const Circle& circle, bool withMovingEdges) {
+    State& s = state();
+    s.contactCount = 0;
+    s.collisionNormal = Vector2D();
+    s.collisionFriction = 0.0f;
     // A centre that is not a number would be compared with no edge at all,
     // after a walk through the whole tree; it has no contact either way.
-    const bool comparable = std::isfinite(centre->x) && std::isfinite(centre->y);
-    if (withMovingEdges && comparable) buildDynamicPointsAndNodesList();
-    if (comparable) buildPointsAndNodesListRecursive(LevelBspTree::getRoot());
+    const bool comparable = std::isfinite(circle.centre->x) && std::isfinite(circle.centre->y);
+    if (withMovingEdges && comparable) buildDynamicPointsAndNodesList(s, circle);
+    if (comparable) buildPointsAndNodesListRecursive(s, LevelBspTree::getRoot(), circle);
     bool anyHit = false;
     for (int pass = 0; pass < maximumPasses; ++pass) {
-        const bool pointHit = resolvePointCollisions();
-        const bool lineHit = resolveLineCollisions();
+        const bool pointHit = resolvePointCollisions(s, circle);
+        const bool lineHit = resolveLineCollisions(s, circle);
         if (!pointHit && !lineHit) break;
         anyHit = true;
     }
-    if (contactCount != 0) {
-        const float share = 1.0f / static_cast<float>(contactCount);
-        collisionNormal *= share;
-        collisionFriction *= share;
+    if (s.contactCount != 0) {
+        const float share = 1.0f / static_cast<float>(s.contactCount);
+        s.collisionNormal *= share;
+        s.collisionFriction *= share;
     } else {
-        collisionFriction = 1.0f;
+        s.collisionFriction = 1.0f;
     }
-    points.clear();
-    nodes.clear();
+    s.points.clear();
+    s.nodes.clear();
     return anyHit;
 }
 
@@ -155,32 +160,32 @@ bool runTest(Vector2D* centre, float circleRadius, bool withMovingEdges) {
 
 bool collisionTest(Vector2D* centre, float circleRadius) {
     TRACE_LOCATION("CircleCollision::collisionTest");
-    return runTest(centre, circleRadius, true);
+    return runTest({centre, circleRadius}, true);
 }
 
 bool collisionTestStatic(Vector2D* centre, float circleRadius) {
     TRACE_LOCATION("CircleCollision::collisionTestStatic");
-    return runTest(centre, circleRadius, false);
+    return runTest({centre, circleRadius}, false);
 }
 
 Vector2D getCollisionNormal() {
     TRACE_LOCATION("CircleCollision::getCollisionNormal");
-    return collisionNormal;
+    return state().collisionNormal;
 }
 
 float getCollisionFriction() {
     TRACE_LOCATION("CircleCollision::getCollisionFriction");
-    return collisionFriction;
+    return state().collisionFriction;
 }
 
 uint32_t getContactCount() {
     TRACE_LOCATION("CircleCollision::getContactCount");
-    return contactCount;
+    return state().contactCount;
 }
 
 std::vector<BspNode>& getCollideableNodes() {
     TRACE_LOCATION("CircleCollision::getCollideableNodes");
-    return collideableNodes;
+    return state().collideableNodes;
 }
 
 }  // namespace CircleCollision

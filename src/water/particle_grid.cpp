@@ -11,14 +11,22 @@
 namespace ParticleMover {
 
 namespace {
-std::vector<Particle*> cells(static_cast<size_t>(gridCells) * gridCells, nullptr);
+
+struct State {
+    std::vector<Particle*> cells = std::vector<Particle*>(static_cast<size_t>(gridCells) * gridCells, nullptr);
+};
+
+State& state() {
+    static State instance;
+    return instance;
+}
 
 // Further from the origin than this no cell can be in range, and the integer conversion stays defined.
 constexpr float farBeyondGrid = 4096.0f;
 
 Particle*& cellHead(uint32_t cellX, uint32_t cellY) {
     TRACE_LOCATION("ParticleMover::cellHead");
-    return cells[static_cast<size_t>(cellX) * gridCells + cellY];
+    return state().cells[static_cast<size_t>(cellX) * gridCells + cellY];
 }
 
 // The cell of one coordinate, or -1 outside the grid.
@@ -32,7 +40,7 @@ int cellCoordinate(float coordinate, float origin) {
 
 void clearCells() {
     TRACE_LOCATION("ParticleMover::clearCells");
-    std::fill(cells.begin(), cells.end(), nullptr);
+    std::fill(state().cells.begin(), state().cells.end(), nullptr);
 }
 }  // namespace
 

@@ -22,13 +22,20 @@ constexpr float viewMargin = 128.0f;
 constexpr float moveLimitShare = 0.75f;
 constexpr float mergeMargin = 2.0f;
 constexpr float pi = 3.1415927f;
-constexpr float particleRadius = 2.0f;
+using ParticleMover::particleRadius;
 
-std::list<ParticleGroup> groups;
-bool debugSwitch = false;
-float particleGroupInterpolation = 0.0f;
-float groupExpandSpeed = 0.0f;
-float iceGravityStrenght = 0.0f;
+struct State {
+    std::list<ParticleGroup> groups;
+    bool debugSwitch = false;
+    float particleGroupInterpolation = 0.0f;
+    float groupExpandSpeed = 0.0f;
+    float iceGravityStrenght = 0.0f;
+};
+
+State& state() {
+    static State instance;
+    return instance;
+}
 
 // The radius whose disc has the area of n particles.
 float targetRadiusFor(std::size_t memberCount) {
@@ -37,10 +44,7 @@ float targetRadiusFor(std::size_t memberCount) {
 
 // A random place on the disc, crowding towards the centre as new water does.
 void placeInBody(Particle& particle) {
-    const float x = static_cast<float>(randomUnit() - 0.5);
-    const float y = static_cast<float>(randomUnit() - 0.5);
-    particle.groupDirection = Vector2D(x, y);
-    normalise(particle.groupDirection);
+    particle.groupDirection = randomDirection();
     particle.groupDistance = static_cast<float>(randomUnit());
 }
 
@@ -60,8 +64,8 @@ void gatherFrom(std::list<Particle>& source, const Particle& seed, std::list<Par
 }
 
 void startBody(std::list<Particle>& freeIce, std::list<Particle>& particles) {
-    groups.emplace_front();
-    ParticleGroup& group = groups.front();
+    state().groups.emplace_front();
+    ParticleGroup& group = state().groups.front();
     group.particles.splice(group.particles.begin(), freeIce, freeIce.begin());
     Particle& seed = group.particles.front();
     group.radius = group.targetRadius = particleRadius;
@@ -121,14 +125,19 @@ void moveInto(ParticleGroup& from, ParticleGroup& to) {
 
 int conCmdParticleGroupCount() {
     TRACE_LOCATION("ParticleGroupMover::conCmdParticleGroupCount");
-    return static_cast<int>(groups.size());
+    return static_cast<int>(state().groups.size());
 }
 
 bool conCmdParticleGroupDraw(bool value, bool set) {
     TRACE_LOCATION("ParticleGroupMover::conCmdParticleGroupDraw");
-    if (set) debugSwitch = value;
-    return debugSwitch;
+    if (set) state().debugSwitch = value;
+    return state().debugSwitch;
 }
+
+const GLConsoleCommand commands[] = {
+    {"ParticleGroupCount", conCmdParticleGroupCount},
+    {"ParticleGroupDraw", conCmdParticleGroupDraw},
+};
 
 }  // namespace
 
@@ -136,22 +145,18 @@ void initialise() {
     TRACE_LOCATION("ParticleGroupMover::initialise");
     shutdown();
     GLConsole::print("\nInitialising grouped particle mover..");
-    debugSwitch = false;
-    GLConsole::addCommand("ParticleGroupCount", conCmdParticleGroupCount);
-    GLConsole::addCommand("ParticleGroupDraw", conCmdParticleGroupDraw);
+    GLConsole::addCommands(commands);
     ConfigFile config("cfg\\water.cfg");
-    particleGroupInterpolation = std::clamp(config.getVarAsFloat("particleGroupInterpolation"), 0.0f, 1.0f);
-    groupExpandSpeed = std::clamp(config.getVarAsFloat("groupExpandSpeed"), 0.0f, 1.0f);
-    iceGravityStrenght = config.getVarAsFloat("iceGravityStrenght");
+    state().particleGroupInterpolation = std::clamp(config.getVarAsFloat("particleGroupInterpolation"), 0.0f, 1.0f);
+    state().groupExpandSpeed = std::clamp(config.getVarAsFloat("groupExpandSpeed"), 0.0f, 1.0f);
+    state().iceGravityStrenght = config.getVarAsFloat("iceGravityStrenght");
 }
 
 void shutdown() {
     TRACE_LOCATION("ParticleGroupMover::shutdown");
     GLConsole::print("\nShutting down grouped particle mover..");
-    groups.clear();
-    debugSwitch = false;
-    GLConsole::removeCommand("ParticleGroupCount");
-    GLConsole::removeCommand("ParticleGroupDraw");
+    GLConsole::removeCommands(commands);
+    state() = State();
 }
 
 void doParticleGrouping(std::list<Particle>& particles) {
@@ -183,18 +188,18 @@ void runSimulation(float dt, std::list<Particle>& particles) {
     TRACE_LOCATION("ParticleGroupMover::runSimulation");
     const Vector2D gravityVelocity = ParticleManager::gravityStep(dt);
     const float heatShare = 1.0f - std::pow(1.0f - ParticleManager::getHeatTransferRate(), dt);
-    const float follow = std::pow(particleGroupInterpolation, dt);
-    const float expand = std::pow(groupExpandSpeed, dt);
+    const float follow = std::pow(state().particleGroupInterpolation, dt);
+    const float expand = std::pow(state().groupExpandSpeed, dt);
     const ParticleManager::ViewRectangle view = ParticleManager::viewRectangle();
-    for (auto it = groups.begin(); it != groups.end();) {
+    for (auto it = state().groups.begin(); it != state().groups.end();) {
         ParticleGroup& group = *it;
         group.previousVelocity = group.velocity;
         group.touching = 0;
         if (!survivesChecks(group, view, dt)) {
-            it = groups.erase(it);
+            it = state().groups.erase(it);
             continue;
         }
-        group.velocity += gravityVelocity * iceGravityStrenght;
+        group.velocity += gravityVelocity * state().iceGravityStrenght;
         group.temperature =
             (1.0f - heatShare) * group.temperature + heatShare * ParticleManager::getRoomTemperature();
         group.radius = expand * group.radius + (1.0f - expand) * group.targetRadius;
@@ -207,7 +212,7 @@ void runSimulation(float dt, std::list<Particle>& particles) {
             continue;
         }
         melt(group, particles);
-        it = groups.erase(it);
+        it = state().groups.erase(it);
     }
     doGroupMerging();
 }
@@ -244,8 +249,8 @@ void moveGroup(ParticleGroup& group, float dt) {
 // its members to the other and stays, empty, until the next step erases it.
 void doGroupMerging() {
     TRACE_LOCATION("ParticleGroupMover::doGroupMerging");
-    for (auto a = groups.begin(); a != groups.end(); ++a) {
-        for (auto b = std::next(a); b != groups.end(); ++b) {
+    for (auto a = state().groups.begin(); a != state().groups.end(); ++a) {
+        for (auto b = std::next(a); b != state().groups.end(); ++b) {
             if (distance(a->position, b->position) >= a->targetRadius + b->targetRadius + mergeMargin)
                 continue;
             if (a->targetRadius <= b->targetRadius)
@@ -265,19 +270,24 @@ void killGroup(ParticleGroup& group) {
 
 void debugDraw() {
     TRACE_LOCATION("ParticleGroupMover::debugDraw");
-    if (!debugSwitch || !GLWindow::contextAvailable()) return;
+    if (!state().debugSwitch || !GLWindow::contextAvailable()) return;
     GLWindow::glPushState();
     glDisable(GL_BLEND);
     glDisable(GL_TEXTURE_2D);
     glColor3f(1.0f, 0.0f, 0.0f);
-    for (const ParticleGroup& group : groups)
+    for (const ParticleGroup& group : state().groups)
         GLWindow::glCircle(group.position.x, group.position.y, group.radius, 64);
     GLWindow::glPopState();
 }
 
+void removeAllGroups() {
+    TRACE_LOCATION("ParticleGroupMover::removeAllGroups");
+    state().groups.clear();
+}
+
 std::list<ParticleGroup>& getGroups() {
     TRACE_LOCATION("ParticleGroupMover::getGroups");
-    return groups;
+    return state().groups;
 }
 
 }  // namespace ParticleGroupMover

@@ -11,51 +11,59 @@
 namespace ParticleManager {
 
 namespace {
-std::list<Particle> particles;
-float gravity = 0.0f;
-float roomTemperature = 0.0f;
-float heatTransferRate = 0.0f;
-float steamRiseRate = 0.0f;
-float steamScatterRate = 0.0f;
-float particleKillTime = 0.0001f;
 
 constexpr float shortestKillTime = 0.0001f;
 // More than this would take the machine's memory rather than make water.
 constexpr int mostParticlesToMake = 1000000;
 
+struct State {
+    std::list<Particle> particles;
+    float gravity = 0.0f;
+    float roomTemperature = 0.0f;
+    float heatTransferRate = 0.0f;
+    float steamRiseRate = 0.0f;
+    float steamScatterRate = 0.0f;
+    float particleKillTime = shortestKillTime;
+};
+
+State& state() {
+    static State instance;
+    return instance;
+}
+
 float clampUnit(float value) {
     TRACE_LOCATION("ParticleManager::clampUnit");
-    return std::min(std::max(value, 0.0f), 1.0f);
+    return std::clamp(value, 0.0f, 1.0f);
 }
 
 float conCmdGravity(float value, bool set) {
     TRACE_LOCATION("ParticleManager::conCmdGravity");
-    if (set) gravity = value;
-    return gravity;
+    if (set) state().gravity = value;
+    return state().gravity;
 }
 
 float conCmdRoomTemperature(float value, bool set) {
     TRACE_LOCATION("ParticleManager::conCmdRoomTemperature");
-    if (set) roomTemperature = value;
-    return roomTemperature;
+    if (set) state().roomTemperature = value;
+    return state().roomTemperature;
 }
 
 float conCmdHeatTransferRate(float value, bool set) {
     TRACE_LOCATION("ParticleManager::conCmdHeatTransferRate");
-    if (set) heatTransferRate = clampUnit(value);
-    return heatTransferRate;
+    if (set) state().heatTransferRate = clampUnit(value);
+    return state().heatTransferRate;
 }
 
 float conCmdSteamRiseRate(float value, bool set) {
     TRACE_LOCATION("ParticleManager::conCmdSteamRiseRate");
-    if (set) steamRiseRate = value;
-    return steamRiseRate;
+    if (set) state().steamRiseRate = value;
+    return state().steamRiseRate;
 }
 
 float conCmdSteamScatterRate(float value, bool set) {
     TRACE_LOCATION("ParticleManager::conCmdSteamScatterRate");
-    if (set) steamScatterRate = value;
-    return steamScatterRate;
+    if (set) state().steamScatterRate = value;
+    return state().steamScatterRate;
 }
 
 bool validCreateArguments(const std::vector<std::string>& args) {
@@ -87,47 +95,30 @@ void conCmdParticleCreate(std::string arguments) {
 
 int conCmdParticleCount() {
     TRACE_LOCATION("ParticleManager::conCmdParticleCount");
-    return static_cast<int>(particles.size());
+    return static_cast<int>(state().particles.size());
 }
 
-void addCommands() {
-    TRACE_LOCATION("ParticleManager::addCommands");
-    GLConsole::addCommand("Gravity", conCmdGravity);
-    GLConsole::addCommand("RoomTemperature", conCmdRoomTemperature);
-    GLConsole::addCommand("HeatTransferRate", conCmdHeatTransferRate);
-    GLConsole::addCommand("SteamRiseRate", conCmdSteamRiseRate);
-    GLConsole::addCommand("SteamScatterRate", conCmdSteamScatterRate);
-    GLConsole::addCommand("ParticleCreate", conCmdParticleCreate);
-    GLConsole::addCommand("ParticleCount", conCmdParticleCount);
-}
-
-void removeCommands() {
-    TRACE_LOCATION("ParticleManager::removeCommands");
-    for (const char* name : {"Gravity", "RoomTemperature", "HeatTransferRate", "SteamRiseRate",
-                             "SteamScatterRate", "ParticleCreate", "ParticleCount"})
-        GLConsole::removeCommand(name);
-}
+const GLConsoleCommand commands[] = {
+    {"Gravity", conCmdGravity},
+    {"RoomTemperature", conCmdRoomTemperature},
+    {"HeatTransferRate", conCmdHeatTransferRate},
+    {"SteamRiseRate", conCmdSteamRiseRate},
+    {"SteamScatterRate", conCmdSteamScatterRate},
+    {"ParticleCreate", conCmdParticleCreate},
+    {"ParticleCount", conCmdParticleCount},
+};
 
 void readSettings() {
     TRACE_LOCATION("ParticleManager::readSettings");
     const ConfigFile config("cfg\\water.cfg");
-    gravity = std::fabs(config.getVarAsFloat("gravity"));
-    roomTemperature = config.getVarAsFloat("roomTemperature");
-    heatTransferRate = clampUnit(config.getVarAsFloat("heatTransferRate"));
-    steamRiseRate = config.getVarAsFloat("steamRiseRate");
-    steamScatterRate = config.getVarAsFloat("steamScatterRate");
-    particleKillTime = std::max(config.getVarAsFloat("particleKillTime"), shortestKillTime);
+    state().gravity = std::fabs(config.getVarAsFloat("gravity"));
+    state().roomTemperature = config.getVarAsFloat("roomTemperature");
+    state().heatTransferRate = clampUnit(config.getVarAsFloat("heatTransferRate"));
+    state().steamRiseRate = config.getVarAsFloat("steamRiseRate");
+    state().steamScatterRate = config.getVarAsFloat("steamScatterRate");
+    state().particleKillTime = std::max(config.getVarAsFloat("particleKillTime"), shortestKillTime);
 }
 
-// A direction of two uniform randoms, which crowds new water towards the centre.
-Vector2D randomDirection() {
-    TRACE_LOCATION("ParticleManager::randomDirection");
-    const float x = static_cast<float>(randomUnit() - 0.5);
-    const float y = static_cast<float>(randomUnit() - 0.5);
-    Vector2D direction(x, y);
-    normalise(direction);
-    return direction;
-}
 }  // namespace
 
 void initialise() {
@@ -136,17 +127,17 @@ void initialise() {
     GLConsole::print("\nInitialising particle manager..");
     ParticleMover::initialise();
     ParticleGroupMover::initialise();
-    addCommands();
+    GLConsole::addCommands(commands);
     readSettings();
 }
 
 void shutdown() {
     TRACE_LOCATION("ParticleManager::shutdown");
     GLConsole::print("\nShutting down particle manager..");
-    particles.clear();
     ParticleMover::shutdown();
     ParticleGroupMover::shutdown();
-    removeCommands();
+    GLConsole::removeCommands(commands);
+    state() = State();
 }
 
 void createParticles(float x, float y, float radius, int amount) {
@@ -157,8 +148,8 @@ void createParticles(float x, float y, float radius, int amount) {
         Particle particle;
         particle.position = Vector2D(x, y) + direction * distanceFromCentre;
         for (Vector2D& previous : particle.previousPosition) previous = particle.position;
-        particle.temperature = roomTemperature;
-        particles.push_front(particle);
+        particle.temperature = state().roomTemperature;
+        state().particles.push_front(particle);
     }
 }
 
@@ -166,42 +157,47 @@ void killParticle(Particle& particle) {
     TRACE_LOCATION("ParticleManager::killParticle");
     if (particle.dying) return;
     particle.dying = 1;
-    particle.killTimer = particleKillTime;
+    particle.killTimer = state().particleKillTime;
+}
+
+void removeAllParticles() {
+    TRACE_LOCATION("ParticleManager::removeAllParticles");
+    state().particles.clear();
 }
 
 std::list<Particle>& getParticles() {
     TRACE_LOCATION("ParticleManager::getParticles");
-    return particles;
+    return state().particles;
 }
 
 float getGravity() {
     TRACE_LOCATION("ParticleManager::getGravity");
-    return gravity;
+    return state().gravity;
 }
 
 float getRoomTemperature() {
     TRACE_LOCATION("ParticleManager::getRoomTemperature");
-    return roomTemperature;
+    return state().roomTemperature;
 }
 
 float getHeatTransferRate() {
     TRACE_LOCATION("ParticleManager::getHeatTransferRate");
-    return heatTransferRate;
+    return state().heatTransferRate;
 }
 
 float getSteamRiseRate() {
     TRACE_LOCATION("ParticleManager::getSteamRiseRate");
-    return steamRiseRate;
+    return state().steamRiseRate;
 }
 
 float getSteamScatterRate() {
     TRACE_LOCATION("ParticleManager::getSteamScatterRate");
-    return steamScatterRate;
+    return state().steamScatterRate;
 }
 
 float getParticleKillTime() {
     TRACE_LOCATION("ParticleManager::getParticleKillTime");
-    return particleKillTime;
+    return state().particleKillTime;
 }
 
 }  // namespace ParticleManager

@@ -10,14 +10,6 @@
 namespace ParticleMover {
 
 namespace {
-// The length of the vector between a pair, worked exactly as length() does; this
-// runs for every pair of neighbours in every step, so it is kept inline.
-inline float pairDistance(const Vector2D& away) {
-    TRACE_LOCATION("ParticleMover::pairDistance");
-    return static_cast<float>(
-        std::sqrt(static_cast<double>(away.x) * away.x + static_cast<double>(away.y) * away.y));
-}
-
 // The seven cells searched around a particle's own: the cells straight above and below are not.
 constexpr int neighbourOffsets[7][2] = {{0, 0}, {-1, 0}, {-1, 1}, {-1, -1}, {1, 0}, {1, 1}, {1, -1}};
 
@@ -90,7 +82,7 @@ void particleRepulse(Particle& a, Particle& b, Vector2D& direction, float& stren
     TRACE_LOCATION("ParticleMover::particleRepulse");
     if (&a == &b) return;
     const Vector2D away = a.position - b.position;
-    const float distanceApart = pairDistance(away);
+    const float distanceApart = length(away);
     if (!(distanceApart < repulsionRange)) return;
     if (distanceApart > coincidenceLimit) {
         direction += away / distanceApart;

@@ -58,6 +58,7 @@ void shutdown();
 // Scatters amount particles over a disc of the given radius around (x, y).
 void createParticles(float x, float y, float radius, int amount);
 void killParticle(Particle& particle);
+void removeAllParticles();
 // One step of all water; dt in seconds.
 void runSimulation(float dt);
 
@@ -140,6 +141,7 @@ void moveGroup(ParticleGroup& group, float dt);
 void doGroupMerging();
 void killGroup(ParticleGroup& group);
 void debugDraw();
+void removeAllGroups();
 // The ice bodies, front to back.
 std::list<ParticleGroup>& getGroups();
 

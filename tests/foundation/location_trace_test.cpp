@@ -11,10 +11,10 @@ namespace {
 class TraceTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        savedDepth = LocationTrace::depth;
-        LocationTrace::depth = 0;
+        savedDepth = LocationTrace::state().depth;
+        LocationTrace::state().depth = 0;
     }
-    void TearDown() override { LocationTrace::depth = savedDepth; }
+    void TearDown() override { LocationTrace::state().depth = savedDepth; }
 
     static std::string listing() {
         std::string text;
@@ -39,7 +39,7 @@ TEST_F(TraceTest, ListingShowsNewestFirst) {
         EXPECT_EQ(listing(), heading + "\n1 - Unknown location.\n2 - Game::run\n3 - WinMain");
         LocationTrace::pop();
     }
-    EXPECT_EQ(LocationTrace::depth, 1);
+    EXPECT_EQ(LocationTrace::state().depth, 1);
 }
 
 TEST_F(TraceTest, ListingStopsAfterSixteenLines) {
@@ -49,16 +49,16 @@ TEST_F(TraceTest, ListingStopsAfterSixteenLines) {
     std::string expected = heading;
     for (int line = 1; line <= 16; ++line) expected += "\n" + std::to_string(line) + " - n" + std::to_string(20 - line);
     EXPECT_EQ(listing(), expected);
-    EXPECT_EQ(LocationTrace::depth, 20) << "listing does not change the depth";
+    EXPECT_EQ(LocationTrace::state().depth, 20) << "listing does not change the depth";
 }
 
 TEST_F(TraceTest, CounterWrapsInsideTheTable) {
-    LocationTrace::depth = 65535;
+    LocationTrace::state().depth = 65535;
     LocationTrace::push("last slot");
-    EXPECT_EQ(LocationTrace::depth, 0);
-    EXPECT_STREQ(LocationTrace::names[65535], "last slot");
+    EXPECT_EQ(LocationTrace::state().depth, 0);
+    EXPECT_STREQ(LocationTrace::state().names[65535], "last slot");
     LocationTrace::pop();
-    EXPECT_EQ(LocationTrace::depth, 65535);
+    EXPECT_EQ(LocationTrace::state().depth, 65535);
 }
 
 TEST(FatalReport, HeadIsElevenPaddedLinesThenTypeAndListing) {
