@@ -37,10 +37,8 @@ struct GLConsoleCommand {
     GLConsoleCommand(const char* commandName, bool (*f)(bool, bool));
     GLConsoleCommand(const char* commandName, float (*f)(float, bool));
     GLConsoleCommand(const char* commandName, std::string (*f)(std::string));
-
-private:
-    template <typename Function>
-    GLConsoleCommand(const char* commandName, Function f, int commandType, bool argument, bool result);
+    // Any shape, as the registry stores it.
+    GLConsoleCommand(const char* commandName, void (*f)(), int commandType, bool argument, bool result);
 };
 
 namespace GLConsole {

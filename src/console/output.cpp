@@ -7,7 +7,7 @@
 namespace GLConsole {
 
 State::State() {
-    std::memset(state().outputBuffer, '\n', sizeof(state().outputBuffer));
+    std::memset(outputBuffer, '\n', sizeof(outputBuffer));
 }
 
 State& state() {

@@ -1,37 +1,44 @@
 #include "console/console_state.h"
 #include "foundation/foundation.h"
 
-template <typename Function>
-GLConsoleCommand::GLConsoleCommand(const char* commandName, Function f, int commandType, bool argument,
+GLConsoleCommand::GLConsoleCommand(const char* commandName, void (*f)(), int commandType, bool argument,
                                    bool result)
     : name(commandName ? commandName : ""),
-      function(reinterpret_cast<void (*)()>(f)),
+      function(f),
       type(commandType),
       hasArgument(argument),
       hasResult(result) {}
 
+namespace {
+// The registry keeps every function as void(*)(); its shape fields say how to call it.
+template <typename Function>
+void (*stored(Function f))() {
+    return reinterpret_cast<void (*)()>(f);
+}
+}  // namespace
+
 using Type = GLConsoleCommand::Type;
 
-GLConsoleCommand::GLConsoleCommand(const char* n, void (*f)()) : GLConsoleCommand(n, f, Type::Void, false, false) {}
-GLConsoleCommand::GLConsoleCommand(const char* n, void (*f)(int)) : GLConsoleCommand(n, f, Type::Int, true, false) {}
-GLConsoleCommand::GLConsoleCommand(const char* n, void (*f)(bool)) : GLConsoleCommand(n, f, Type::Bool, true, false) {}
+GLConsoleCommand::GLConsoleCommand(const char* n, void (*f)()) : GLConsoleCommand(n, stored(f), Type::Void, false, false) {}
+GLConsoleCommand::GLConsoleCommand(const char* n, void (*f)(int)) : GLConsoleCommand(n, stored(f), Type::Int, true, false) {}
+GLConsoleCommand::GLConsoleCommand(const char* n, void (*f)(bool)) : GLConsoleCommand(n, stored(f), Type::Bool, true, false) {}
 GLConsoleCommand::GLConsoleCommand(const char* n, void (*f)(float))
-    : GLConsoleCommand(n, f, Type::Float, true, false) {}
+    : GLConsoleCommand(n, stored(f), Type::Float, true, false) {}
 GLConsoleCommand::GLConsoleCommand(const char* n, void (*f)(std::string))
-    : GLConsoleCommand(n, f, Type::String, true, false) {}
-GLConsoleCommand::GLConsoleCommand(const char* n, int (*f)()) : GLConsoleCommand(n, f, Type::Int, false, true) {}
-GLConsoleCommand::GLConsoleCommand(const char* n, bool (*f)()) : GLConsoleCommand(n, f, Type::Bool, false, true) {}
-GLConsoleCommand::GLConsoleCommand(const char* n, float (*f)()) : GLConsoleCommand(n, f, Type::Float, false, true) {}
+    : GLConsoleCommand(n, stored(f), Type::String, true, false) {}
+GLConsoleCommand::GLConsoleCommand(const char* n, int (*f)()) : GLConsoleCommand(n, stored(f), Type::Int, false, true) {}
+GLConsoleCommand::GLConsoleCommand(const char* n, bool (*f)()) : GLConsoleCommand(n, stored(f), Type::Bool, false, true) {}
+GLConsoleCommand::GLConsoleCommand(const char* n, float (*f)()) : GLConsoleCommand(n, stored(f), Type::Float, false, true) {}
 GLConsoleCommand::GLConsoleCommand(const char* n, std::string (*f)())
-    : GLConsoleCommand(n, f, Type::String, false, true) {}
+    : GLConsoleCommand(n, stored(f), Type::String, false, true) {}
 GLConsoleCommand::GLConsoleCommand(const char* n, int (*f)(int, bool))
-    : GLConsoleCommand(n, f, Type::Int, true, true) {}
+    : GLConsoleCommand(n, stored(f), Type::Int, true, true) {}
 GLConsoleCommand::GLConsoleCommand(const char* n, bool (*f)(bool, bool))
-    : GLConsoleCommand(n, f, Type::Bool, true, true) {}
+    : GLConsoleCommand(n, stored(f), Type::Bool, true, true) {}
 GLConsoleCommand::GLConsoleCommand(const char* n, float (*f)(float, bool))
-    : GLConsoleCommand(n, f, Type::Float, true, true) {}
+    : GLConsoleCommand(n, stored(f), Type::Float, true, true) {}
 GLConsoleCommand::GLConsoleCommand(const char* n, std::string (*f)(std::string))
-    : GLConsoleCommand(n, f, Type::String, true, true) {}
+    : GLConsoleCommand(n, stored(f), Type::String, true, true) {}
 
 namespace GLConsole {
 

@@ -225,8 +225,6 @@ void debugDraw();
 
 std::list<Mover>& getMovers();
 const std::list<DynamicPolygon>& getDynamicPolygons();
-const std::map<Mover*, std::vector<Polygon2D*>>& getMoverPolygons();
-const std::map<Mover*, std::vector<LevelObject*>>& getMoverObjects();
 
 int conCmdMoverCount();
 bool conCmdMoverDraw(bool value, bool set);

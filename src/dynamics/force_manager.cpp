@@ -24,10 +24,6 @@ bool validCreateArguments(const std::vector<std::string>& args) {
     return true;
 }
 
-void vertex(const Vector2D& p) {
-    glVertex2f(p.x, p.y);
-}
-
 void drawForce(const Force& force, const GLFont& font) {
     glPointSize(3.0f);
     glBegin(GL_POINTS);
@@ -35,18 +31,18 @@ void drawForce(const Force& force, const GLFont& font) {
         glColor3f(0.0f, 1.0f, 0.0f);
     else
         glColor3f(1.0f, 0.0f, 0.0f);
-    vertex(force.position);
+    GLWindow::glVertex(force.position);
     glEnd();
     const Vector2D tip = force.position + force.direction * arrowLength;
     const Vector2D side(-force.direction.y, force.direction.x);
     glColor3f(1.0f, 1.0f, 0.0f);
     glBegin(GL_LINES);
-    vertex(force.position);
-    vertex(tip);
-    vertex(tip);
-    vertex(tip - (force.direction - side * 0.5f) * arrowHead);
-    vertex(tip);
-    vertex(tip - (force.direction + side * 0.5f) * arrowHead);
+    GLWindow::glVertex(force.position);
+    GLWindow::glVertex(tip);
+    GLWindow::glVertex(tip);
+    GLWindow::glVertex(tip - (force.direction - side * 0.5f) * arrowHead);
+    GLWindow::glVertex(tip);
+    GLWindow::glVertex(tip - (force.direction + side * 0.5f) * arrowHead);
     glEnd();
     char text[128];
     std::snprintf(text, sizeof(text), "Id: %1i , Strenght: %1f", force.id, force.strength);

@@ -9,29 +9,25 @@
 #include "graphics/graphics.h"
 #include "graphics/window/window.h"
 
-using namespace MoverState;
+using MoverManager::state;
 
 namespace {
 
 constexpr float labelSize = 8.0f;
 constexpr float tickLength = 8.0f;
 
-void vertex(const Vector2D& p) {
-    glVertex2f(p.x, p.y);
-}
-
 void drawMover(const Mover& mover, const GLFont& font) {
     glDisable(GL_TEXTURE_2D);
     glColor3f(1.0f, 1.0f, 1.0f);
     glBegin(GL_LINES);
-    vertex(mover.start);
-    vertex(mover.end);
+    GLWindow::glVertex(mover.start);
+    GLWindow::glVertex(mover.end);
     glEnd();
     glPointSize(3.0f);
     glColor3f(0.0f, 1.0f, 0.0f);
     glBegin(GL_POINTS);
-    vertex(mover.start);
-    vertex(mover.end);
+    GLWindow::glVertex(mover.start);
+    GLWindow::glVertex(mover.end);
     glEnd();
     char text[128];
     std::snprintf(text, sizeof(text), "Id: %1i Speed: %2f", mover.id, mover.speed);
@@ -46,19 +42,19 @@ void drawEdges(const DynamicPolygon& entry) {
         const Vector2D from = edge.start + offset, to = edge.end + offset;
         const Vector2D middle = (from + to) * 0.5f;
         glColor3f(0.0f, 1.0f, 1.0f);
-        vertex(from);
-        vertex(to);
+        GLWindow::glVertex(from);
+        GLWindow::glVertex(to);
         glColor3f(0.0f, 0.0f, 1.0f);
-        vertex(middle);
-        vertex(middle + edge.normal * tickLength);
+        GLWindow::glVertex(middle);
+        GLWindow::glVertex(middle + edge.normal * tickLength);
     }
     glEnd();
     glPointSize(2.0f);
     glColor3f(1.0f, 1.0f, 1.0f);
     glBegin(GL_POINTS);
     for (const BspNode& edge : entry.edges) {
-        vertex(edge.start + offset);
-        vertex(edge.end + offset);
+        GLWindow::glVertex(edge.start + offset);
+        GLWindow::glVertex(edge.end + offset);
     }
     glEnd();
 }
@@ -69,18 +65,18 @@ namespace MoverManager {
 
 void debugDraw() {
     TRACE_LOCATION("MoverManager::debugDraw");
-    if ((!moverDraw && !dynamicNodeDraw) || !GLWindow::contextAvailable()) return;
+    if ((!state().moverDraw && !state().dynamicNodeDraw) || !GLWindow::contextAvailable()) return;
     GLWindow::glPushState();
     glDisable(GL_TEXTURE_2D);
     glDisable(GL_BLEND);
     glDisable(GL_DEPTH_TEST);
     const GLFont font(GLConsole::getFontTexture());
-    if (moverDraw)
-        for (const Mover& mover : movers) drawMover(mover, font);
+    if (state().moverDraw)
+        for (const Mover& mover : state().movers) drawMover(mover, font);
     glDisable(GL_TEXTURE_2D);
     glDisable(GL_BLEND);
-    if (dynamicNodeDraw)
-        for (const DynamicPolygon& entry : dynamicPolygons) drawEdges(entry);
+    if (state().dynamicNodeDraw)
+        for (const DynamicPolygon& entry : state().dynamicPolygons) drawEdges(entry);
     GLWindow::glPopState();
 }
 

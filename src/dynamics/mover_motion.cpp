@@ -9,7 +9,8 @@
 #include "graphics/graphics.h"
 #include "water/water.h"
 
-using namespace MoverState;
+using MoverManager::state;
+using MoverManager::nearView;
 
 namespace {
 
@@ -33,7 +34,7 @@ void updateCollideableNodes() {
     std::vector<BspNode>& nodes = CircleCollision::getCollideableNodes();
     nodes.clear();
     const float h = std::max(Game::getViewAreaX(), Game::getViewAreaY()) * collisionReach * Camera::getZoom();
-    for (const DynamicPolygon& entry : dynamicPolygons) {
+    for (const DynamicPolygon& entry : state().dynamicPolygons) {
         if (!entry.polygon->collideable || !nearView(entry, h)) continue;
         const Vector2D offset = entry.polygon->offset;
         for (const BspNode& edge : entry.edges) {
@@ -49,7 +50,7 @@ void updateCollideableNodes() {
 
 void runMovers(float dt) {
     TRACE_LOCATION("MoverManager::runMovers");
-    for (Mover& mover : movers) mover.run(dt);
+    for (Mover& mover : state().movers) mover.run(dt);
     moveMoverObjects();
     moveMoverPolygons();
     pushPolygonParticles(dt);
@@ -57,12 +58,12 @@ void runMovers(float dt) {
 
 void moveMoverObjects() {
     TRACE_LOCATION("MoverManager::moveMoverObjects");
-    moveRiders(moverObjects);
+    moveRiders(state().moverObjects);
 }
 
 void moveMoverPolygons() {
     TRACE_LOCATION("MoverManager::moveMoverPolygons");
-    moveRiders(moverPolygons);
+    moveRiders(state().moverPolygons);
 }
 
 }  // namespace MoverManager

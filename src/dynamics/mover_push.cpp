@@ -8,7 +8,8 @@
 #include "game/game.h"
 #include "water/water.h"
 
-using namespace MoverState;
+using MoverManager::state;
+using MoverManager::nearView;
 
 namespace {
 
@@ -142,7 +143,7 @@ void pushPolygonParticles(float dt) {
     GroupCandidates candidateGroups;
     for (ParticleGroup& group : ParticleGroupMover::getGroups()) candidateGroups.push_back(&group);
     const float h = pushReach * Camera::getZoom();
-    for (const DynamicPolygon& entry : dynamicPolygons) {
+    for (const DynamicPolygon& entry : state().dynamicPolygons) {
         if (entry.polygon->collideable && nearView(entry, h)) push(entry, dt, candidates, candidateGroups);
         entry.polygon->previousOffset = entry.polygon->offset;
     }

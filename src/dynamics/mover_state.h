@@ -7,17 +7,20 @@
 
 #include "dynamics/dynamics.h"
 
-namespace MoverState {
+namespace MoverManager {
 
-extern std::list<Mover> movers;
-extern std::map<Mover*, std::vector<LevelObject*>> moverObjects;
-extern std::map<Mover*, std::vector<Polygon2D*>> moverPolygons;
-extern std::list<DynamicPolygon> dynamicPolygons;
-extern bool moverDraw;
-extern bool dynamicNodeDraw;
+struct State {
+    std::list<Mover> movers;
+    std::map<Mover*, std::vector<LevelObject*>> moverObjects;
+    std::map<Mover*, std::vector<Polygon2D*>> moverPolygons;
+    std::list<DynamicPolygon> dynamicPolygons;
+    bool moverDraw = false;
+    bool dynamicNodeDraw = false;
+};
+State& state();
 
 // The entry's bounds moved by its polygon's offset overlap the square of the
 // given half-width about the view's centre.
 bool nearView(const DynamicPolygon& entry, float halfWidth);
 
-}  // namespace MoverState
+}  // namespace MoverManager

@@ -14,9 +14,18 @@
 
 namespace LevelBspTree::Build {
 
+constexpr float minimumLength = 0.01f;
+
+// Fresh direction, normal and length from the node's own ends.
+void orient(BspNode& node) {
+    node.direction = node.end - node.start;
+    node.length = length(node.direction);
+    normalise(node.direction);
+    node.normal = Vector2D(-node.direction.y, node.direction.x);
+}
+
 namespace {
 
-constexpr float minimumLength = 0.01f;
 constexpr float touching = 0.01f;
 
 BspNode* makeNode(const Vector2D& start, const Vector2D& end, const BspNode& like) {
@@ -25,14 +34,6 @@ BspNode* makeNode(const Vector2D& start, const Vector2D& end, const BspNode& lik
     node->end = end;
     node->parent = node->negativeChild = node->positiveChild = nullptr;
     return node;
-}
-
-// Fresh direction, normal and length from the node's own ends.
-void orient(BspNode& node) {
-    node.direction = node.end - node.start;
-    node.length = length(node.direction);
-    normalise(node.direction);
-    node.normal = Vector2D(-node.direction.y, node.direction.x);
 }
 
 bool near(const Vector2D& a, const Vector2D& b) {
@@ -312,18 +313,8 @@ void buildInitialNodeList(NodeList& list) {
         if (polygon.triangleCount == 0 || polygon.pointCount() < 2) continue;
         const bool caulk = !polygon.collideable && !polygon.visible;
         if (polygon.moveable || (!caulk && !polygon.collideable)) continue;
-        const std::size_t n = polygon.pointCount();
-        for (std::size_t i = 0; i < n; ++i) {
-            const Vector2D from = polygon.point(i), to = polygon.point((i + 1) % n);
-            BspNode node;
-            node.start = polygon.clockwise ? from : to;
-            node.end = polygon.clockwise ? to : from;
-            orient(node);
-            if (node.length <= minimumLength) continue;
-            node.collideable = true;
+        for (BspNode& node : polygonEdges(polygon)) {
             node.caulk = caulk;
-            node.friction = polygon.friction;
-            node.polygon = &polygon;
             list.push_front(new BspNode(node));
         }
     }
@@ -392,3 +383,26 @@ void bspPartition(BspNode* node, NodeList& list) {
 }
 
 }  // namespace LevelBspTree::Build
+
+namespace LevelBspTree {
+
+std::vector<BspNode> polygonEdges(Polygon2D& polygon) {
+    TRACE_LOCATION("LevelBspTree::polygonEdges");
+    std::vector<BspNode> edges;
+    const std::size_t n = polygon.pointCount();
+    for (std::size_t i = 0; i < n; ++i) {
+        const Vector2D from = polygon.point(i), to = polygon.point((i + 1) % n);
+        BspNode node;
+        node.start = polygon.clockwise ? from : to;
+        node.end = polygon.clockwise ? to : from;
+        Build::orient(node);
+        if (node.length <= Build::minimumLength) continue;
+        node.collideable = true;
+        node.friction = polygon.friction;
+        node.polygon = &polygon;
+        edges.push_back(node);
+    }
+    return edges;
+}
+
+}  // namespace LevelBspTree

@@ -7,7 +7,9 @@
 
 namespace {
 
-using namespace LevelBspTree::State;
+using LevelBspTree::state;
+using LevelBspTree::testRayCount;
+using LevelBspTree::testCastIterations;
 
 // Size and depth in one walk with a stack of its own: trees can be deep.
 void measure(const BspNode* root, int& size, int& depth) {
@@ -39,28 +41,28 @@ void printWalkUsage() {
 
 void moveCursor(BspNode* target, const char* impossible) {
     if (target)
-        cursor = target;
+        state().cursor = target;
     else
         GLConsole::print(impossible);
 }
 
 void printWalkOptions() {
     std::string options;
-    if (cursor != root) options += "ROOT ";
-    if (cursor->parent) options += "PARENT ";
-    if (cursor->negativeChild) options += "LEFT ";
-    if (cursor->positiveChild) options += "RIGHT ";
+    if (state().cursor != state().root) options += "ROOT ";
+    if (state().cursor->parent) options += "PARENT ";
+    if (state().cursor->negativeChild) options += "LEFT ";
+    if (state().cursor->positiveChild) options += "RIGHT ";
     GLConsole::print("\nWalk options for current node: " + options);
 }
 
 void castTestRays(const Vector2D& from) {
     for (int pass = 0; pass < testCastIterations; ++pass) {
         for (int ray = 0; ray < testRayCount; ++ray) {
-            testRayStart[ray] = from;
+            state().testRayStart[ray] = from;
             const float dx = static_cast<float>((randomUnit() - 0.5) * 100000.0);
             const float dy = static_cast<float>((randomUnit() - 0.5) * 100000.0);
-            testRayEnd[ray] = from + Vector2D(dx, dy);
-            LevelBspTree::raycast(testRayStart[ray], testRayEnd[ray]);
+            state().testRayEnd[ray] = from + Vector2D(dx, dy);
+            LevelBspTree::raycast(state().testRayStart[ray], state().testRayEnd[ray]);
         }
     }
 }
@@ -72,32 +74,32 @@ namespace LevelBspTree {
 int conCmdBspSize() {
     TRACE_LOCATION("LevelBspTree::conCmdBspSize");
     int size, depth;
-    measure(root, size, depth);
+    measure(state().root, size, depth);
     return size;
 }
 
 int conCmdBspDepth() {
     TRACE_LOCATION("LevelBspTree::conCmdBspDepth");
     int size, depth;
-    measure(root, size, depth);
+    measure(state().root, size, depth);
     return depth;
 }
 
 void conCmdBspWalk(std::string argument) {
     TRACE_LOCATION("LevelBspTree::conCmdBspWalk");
-    if (!root || !cursor) return;
+    if (!state().root || !state().cursor) return;
     std::vector<std::string> words;
     slSeparateArgs(argument, words);
     std::string word = words.size() == 1 ? words[0] : argument;
     slStringUpper(word);
     if (word == "PARENT")
-        moveCursor(cursor->parent, "\nNo parent node at current node.");
+        moveCursor(state().cursor->parent, "\nNo parent node at current node.");
     else if (word == "LEFT")
-        moveCursor(cursor->negativeChild, "\nNo left child node at current node.");
+        moveCursor(state().cursor->negativeChild, "\nNo left child node at current node.");
     else if (word == "RIGHT")
-        moveCursor(cursor->positiveChild, "\nNo right child node at current node.");
+        moveCursor(state().cursor->positiveChild, "\nNo right child node at current node.");
     else if (word == "ROOT")
-        moveCursor(cursor == root ? nullptr : root, "\nAlready at root node.");
+        moveCursor(state().cursor == state().root ? nullptr : state().root, "\nAlready at root node.");
     else
         printWalkUsage();
     printWalkOptions();
@@ -134,43 +136,44 @@ void conCmdBspCast(std::string arguments) {
 
 bool conCmdBspWalkDraw(bool value, bool set) {
     TRACE_LOCATION("LevelBspTree::conCmdBspWalkDraw");
-    return switchValue(walkDraw, value, set);
+    return switchValue(state().walkDraw, value, set);
 }
 
 bool conCmdBspCastDraw(bool value, bool set) {
     TRACE_LOCATION("LevelBspTree::conCmdBspCastDraw");
-    return switchValue(castDraw, value, set);
+    return switchValue(state().castDraw, value, set);
 }
 
 bool conCmdBspSplitDraw(bool value, bool set) {
     TRACE_LOCATION("LevelBspTree::conCmdBspSplitDraw");
-    return switchValue(splitDraw, value, set);
+    return switchValue(state().splitDraw, value, set);
 }
 
 bool conCmdBspNodeDraw(bool value, bool set) {
     TRACE_LOCATION("LevelBspTree::conCmdBspNodeDraw");
-    return switchValue(nodeDraw, value, set);
+    return switchValue(state().nodeDraw, value, set);
 }
 
 }  // namespace LevelBspTree
 
-namespace LevelBspTree::State {
+namespace LevelBspTree {
+
+namespace {
+const GLConsoleCommand commands[] = {
+    {"BspSize", conCmdBspSize},         {"BspDepth", conCmdBspDepth},       {"BspWalk", conCmdBspWalk},
+    {"BspWalkDraw", conCmdBspWalkDraw}, {"BspCast", conCmdBspCast},         {"BspCastDraw", conCmdBspCastDraw},
+    {"BspSplitDraw", conCmdBspSplitDraw}, {"BspNodeDraw", conCmdBspNodeDraw},
+};
+}  // namespace
 
 void registerCommands() {
-    GLConsole::addCommand("BspSize", conCmdBspSize);
-    GLConsole::addCommand("BspDepth", conCmdBspDepth);
-    GLConsole::addCommand("BspWalk", conCmdBspWalk);
-    GLConsole::addCommand("BspWalkDraw", conCmdBspWalkDraw);
-    GLConsole::addCommand("BspCast", conCmdBspCast);
-    GLConsole::addCommand("BspCastDraw", conCmdBspCastDraw);
-    GLConsole::addCommand("BspSplitDraw", conCmdBspSplitDraw);
-    GLConsole::addCommand("BspNodeDraw", conCmdBspNodeDraw);
+    TRACE_LOCATION("LevelBspTree::registerCommands");
+    GLConsole::addCommands(commands);
 }
 
 void removeCommands() {
-    for (const char* name : {"BspSize", "BspDepth", "BspWalk", "BspWalkDraw", "BspCast", "BspCastDraw",
-                             "BspSplitDraw", "BspNodeDraw"})
-        GLConsole::removeCommand(name);
+    TRACE_LOCATION("LevelBspTree::removeCommands");
+    GLConsole::removeCommands(commands);
 }
 
-}  // namespace LevelBspTree::State
+}  // namespace LevelBspTree

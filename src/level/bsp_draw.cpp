@@ -7,18 +7,15 @@
 
 namespace {
 
-using namespace LevelBspTree::State;
+using LevelBspTree::state;
+using LevelBspTree::testRayCount;
 
 constexpr float tickLength = 8.0f;
 constexpr float lineReach = 9999.0f;
 
-void vertex(const Vector2D& p) {
-    glVertex2f(p.x, p.y);
-}
-
 void segment(const Vector2D& from, const Vector2D& to) {
-    vertex(from);
-    vertex(to);
+    GLWindow::glVertex(from);
+    GLWindow::glVertex(to);
 }
 
 Vector2D midpoint(const BspNode& node) {
@@ -40,7 +37,7 @@ void positiveFirst(const BspNode* node, Visit&& visit) {
 }
 
 void drawSplits() {
-    positiveFirst(root, [](const BspNode& node) {
+    positiveFirst(state().root, [](const BspNode& node) {
         glLineWidth(2.0f);
         glBegin(GL_LINES);
         glColor3f(0.0f, 0.0f, 0.0f);
@@ -58,16 +55,16 @@ void drawSplits() {
 }
 
 void drawCursor() {
-    if (!cursor) return;
+    if (!state().cursor) return;
     glLineWidth(3.0f);
     glBegin(GL_LINES);
     glColor3f(1.0f, 1.0f, 0.0f);
-    segment(cursor->start, cursor->end);
+    segment(state().cursor->start, state().cursor->end);
     glEnd();
     glLineWidth(4.0f);
     glBegin(GL_LINES);
     glColor3f(0.0f, 0.0f, 1.0f);
-    segment(midpoint(*cursor), midpoint(*cursor) + cursor->normal * tickLength);
+    segment(midpoint(*state().cursor), midpoint(*state().cursor) + state().cursor->normal * tickLength);
     glEnd();
 }
 
@@ -75,14 +72,14 @@ void drawTestRays() {
     glLineWidth(1.0f);
     glBegin(GL_LINES);
     glColor3f(1.0f, 1.0f, 0.0f);
-    for (int i = 0; i < testRayCount; ++i) segment(testRayStart[i], testRayEnd[i]);
+    for (int i = 0; i < testRayCount; ++i) segment(state().testRayStart[i], state().testRayEnd[i]);
     glEnd();
 }
 
 void drawNodes() {
     glLineWidth(1.0f);
     glPointSize(2.0f);
-    positiveFirst(root, [](const BspNode& node) {
+    positiveFirst(state().root, [](const BspNode& node) {
         glBegin(GL_LINES);
         if (node.collideable)
             glColor3f(0.0f, 1.0f, 0.0f);
@@ -115,10 +112,10 @@ namespace LevelBspTree {
 void debugDraw() {
     TRACE_LOCATION("LevelBspTree::debugDraw");
     if (!GLWindow::contextAvailable()) return;
-    drawLayer(splitDraw, drawSplits);
-    drawLayer(walkDraw, drawCursor);
-    drawLayer(castDraw, drawTestRays);
-    drawLayer(nodeDraw, drawNodes);
+    drawLayer(state().splitDraw, drawSplits);
+    drawLayer(state().walkDraw, drawCursor);
+    drawLayer(state().castDraw, drawTestRays);
+    drawLayer(state().nodeDraw, drawNodes);
 }
 
 }  // namespace LevelBspTree

@@ -74,10 +74,10 @@ namespace LevelBspTree {
 
 BspNode* raycast(const Vector2D& start, Vector2D& end) {
     TRACE_LOCATION("LevelBspTree::raycast");
-    if (!State::root || start == end) return nullptr;
+    if (!state().root || start == end) return nullptr;
     rayStart = start;
     rayEnd = end;
-    BspNode* hit = raycastRecursive(State::root);
+    BspNode* hit = raycastRecursive(state().root);
     end = rayEnd;
     return hit;
 }

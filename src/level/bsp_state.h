@@ -5,21 +5,25 @@
 
 #include "level/level.h"
 
-namespace LevelBspTree::State {
+namespace LevelBspTree {
 
 constexpr int testRayCount = 256;
 constexpr int testCastIterations = 2048;
 
-extern BspNode* root;
-extern BspNode* cursor;
-extern bool nodeDraw, splitDraw, castDraw, walkDraw;
-extern Vector2D testRayStart[testRayCount];
-extern Vector2D testRayEnd[testRayCount];
+struct State {
+    BspNode* root = nullptr;
+    BspNode* cursor = nullptr;
+    bool nodeDraw = false, splitDraw = false, castDraw = false, walkDraw = false;
+    Vector2D testRayStart[testRayCount];
+    Vector2D testRayEnd[testRayCount];
+};
+State& state();
 
+// The tree's commands come with the tree and go with it.
 void registerCommands();
 void removeCommands();
 
-}  // namespace LevelBspTree::State
+}  // namespace LevelBspTree
 
 namespace LevelBspTree::Build {
 

@@ -3,20 +3,20 @@
 #include "console/console.h"
 #include "level/bsp_state.h"
 
-namespace LevelBspTree::State {
-BspNode* root = nullptr;
-BspNode* cursor = nullptr;
-bool nodeDraw = false, splitDraw = false, castDraw = false, walkDraw = false;
-Vector2D testRayStart[testRayCount];
-Vector2D testRayEnd[testRayCount];
-}  // namespace LevelBspTree::State
+namespace LevelBspTree {
+State& state() {
+    static State instance;
+    return instance;
+}
+}  // namespace LevelBspTree
 
 namespace {
 
-using namespace LevelBspTree::State;
+using LevelBspTree::state;
 
 void clearDebugFlags() {
-    nodeDraw = splitDraw = castDraw = walkDraw = false;
+    LevelBspTree::State& s = state();
+    s.nodeDraw = s.splitDraw = s.castDraw = s.walkDraw = false;
 }
 
 // Children before their parent, without recursion: trees of long edge chains are deep.
@@ -68,39 +68,39 @@ void create() {
     Build::removeCaulkNodes(list);
     auto chosen = Build::choosePartitionNode(list);
     if (chosen != list.end()) {
-        root = *chosen;
+        state().root = *chosen;
         list.erase(chosen);
-        Build::bspPartition(root, list);
+        Build::bspPartition(state().root, list);
     }
     clock.update();
     GLConsole::print("\nBsp Tree created in ");
     GLConsole::print(clock.deltaSeconds);
     GLConsole::print(" seconds.");
-    cursor = root;
+    state().cursor = state().root;
 }
 
 void clear() {
     TRACE_LOCATION("LevelBspTree::clear");
-    deleteSubtree(root);
-    root = nullptr;
-    cursor = nullptr;
+    deleteSubtree(state().root);
+    state().root = nullptr;
+    state().cursor = nullptr;
     removeCommands();
 }
 
 void resetTree() {
     TRACE_LOCATION("LevelBspTree::resetTree");
     clearDebugFlags();
-    inOrder(root, [](BspNode* node) { node->collideable = true; });
+    inOrder(state().root, [](BspNode* node) { node->collideable = true; });
 }
 
 void getNodeList(std::vector<BspNode*>& nodes) {
     TRACE_LOCATION("LevelBspTree::getNodeList");
-    inOrder(root, [&nodes](BspNode* node) { nodes.push_back(node); });
+    inOrder(state().root, [&nodes](BspNode* node) { nodes.push_back(node); });
 }
 
 BspNode* getRoot() {
     TRACE_LOCATION("LevelBspTree::getRoot");
-    return root;
+    return state().root;
 }
 
 }  // namespace LevelBspTree

@@ -228,6 +228,10 @@ BspNode* raycast(const Vector2D& start, Vector2D& end);
 void getNodeList(std::vector<BspNode*>& nodes);
 void debugDraw();
 BspNode* getRoot();
+// The outline's edges as nodes in outline order, the closing edge last, each
+// with its normal into the solid; edges too short to have a direction are left
+// out. The tree and the moving polygons build their edges from it.
+std::vector<BspNode> polygonEdges(Polygon2D& polygon);
 
 // Console commands.
 int conCmdBspSize();
@@ -249,12 +253,10 @@ void debugDraw();
 
 // Polygons stay at one address while the level is loaded.
 std::list<Polygon2D>& getPolygons();
-const std::map<Polygon2D*, std::vector<BspNode*>>& getPolyNodeMap();
 Vector2D getWaterStart();
 Vector2D getCameraStart();
 // The records kept for their owners (objects, forces, sounds, movers, emitters, triggers).
 const LevelRecords& getRecords();
-bool getDrawTriangles();
 bool conCmdDrawTriangles(bool value, bool set);
 
 // Used by the level loader's hand-over.

@@ -5,18 +5,18 @@
 #include "console_fixture.h"
 #include "graphics/graphics.h"
 
-using namespace GLConsole::State;
+using GLConsole::state;
 
 using ConfigurationTest = ConsoleTest;
 
 TEST_F(ConfigurationTest, MissingFileIsReportedAndGivesBlackAndSizeOne) {
-    fontSize = 9;
-    outputText.r = 1.0f;
+    state().fontSize = 9;
+    state().outputText.r = 1.0f;
     GLConsole::loadConfiguration();
     EXPECT_EQ(printed(), "\nCould not open config file: cfg//console.cfg");
-    EXPECT_EQ(fontSize, 1);
-    EXPECT_EQ(outputText.r, 0.0f);
-    EXPECT_EQ(outputBackground.a, 0.0f);
+    EXPECT_EQ(state().fontSize, 1);
+    EXPECT_EQ(state().outputText.r, 0.0f);
+    EXPECT_EQ(state().outputBackground.a, 0.0f);
     EXPECT_FALSE(GLConsole::isLogging());
 }
 
@@ -36,27 +36,27 @@ TEST_F(ConfigurationTest, ValuesAreRead) {
                    "input_background_b = 0.5 input_border_g = 0.6 input_text_r = 0.7\n");
     GLConsole::loadConfiguration();
     EXPECT_EQ(printed(), "");
-    EXPECT_EQ(fontSize, 12);
-    EXPECT_FLOAT_EQ(outputBackground.r, 0.1f);
-    EXPECT_FLOAT_EQ(outputBackground.g, 0.2f);
-    EXPECT_FLOAT_EQ(outputBackground.b, 0.3f);
-    EXPECT_FLOAT_EQ(outputBackground.a, 0.75f);
-    EXPECT_FLOAT_EQ(outputText.r, 1.0f);
-    EXPECT_FLOAT_EQ(outputText.g, 0.5f);
-    EXPECT_FLOAT_EQ(outputText.b, 0.25f);
-    EXPECT_FLOAT_EQ(inputBackground.b, 0.5f);
-    EXPECT_FLOAT_EQ(inputBorder.g, 0.6f);
-    EXPECT_FLOAT_EQ(inputText.r, 0.7f);
-    EXPECT_FLOAT_EQ(inputText.g, 0.0f);
+    EXPECT_EQ(state().fontSize, 12);
+    EXPECT_FLOAT_EQ(state().outputBackground.r, 0.1f);
+    EXPECT_FLOAT_EQ(state().outputBackground.g, 0.2f);
+    EXPECT_FLOAT_EQ(state().outputBackground.b, 0.3f);
+    EXPECT_FLOAT_EQ(state().outputBackground.a, 0.75f);
+    EXPECT_FLOAT_EQ(state().outputText.r, 1.0f);
+    EXPECT_FLOAT_EQ(state().outputText.g, 0.5f);
+    EXPECT_FLOAT_EQ(state().outputText.b, 0.25f);
+    EXPECT_FLOAT_EQ(state().inputBackground.b, 0.5f);
+    EXPECT_FLOAT_EQ(state().inputBorder.g, 0.6f);
+    EXPECT_FLOAT_EQ(state().inputText.r, 0.7f);
+    EXPECT_FLOAT_EQ(state().inputText.g, 0.0f);
 }
 
 TEST_F(ConfigurationTest, FontSizeBelowOneGivesOne) {
     scratch->write("cfg/console.cfg", "fontSize = -4");
     GLConsole::loadConfiguration();
-    EXPECT_EQ(fontSize, 1);
+    EXPECT_EQ(state().fontSize, 1);
     scratch->write("cfg/console.cfg", "fontSize = big");
     GLConsole::loadConfiguration();
-    EXPECT_EQ(fontSize, 1);
+    EXPECT_EQ(state().fontSize, 1);
 }
 
 TEST_F(ConfigurationTest, EnableLoggingStartsTheLogAtOnce) {
@@ -87,20 +87,20 @@ TEST_F(ConfigurationTest, InitialiseRegistersTheBasicCommands) {
 
 TEST_F(ConfigurationTest, FontComesFromTheConfigurationAndGoesAtShutdown) {
     GLConsole::loadConfiguration();
-    EXPECT_EQ(font(), nullptr);
+    EXPECT_EQ(state().font, nullptr);
     EXPECT_EQ(GLConsole::getFontTexture().name, "GFX\\DEFAULT.TGA");
 
     scratch->write("cfg/console.cfg", "fontTextureName = gfx\\console_font.tga");
     GLConsole::loadConfiguration();
-    ASSERT_NE(font(), nullptr);
-    EXPECT_EQ(font()->name, "GFX\\CONSOLE_FONT.TGA");
+    ASSERT_NE(state().font, nullptr);
+    EXPECT_EQ(state().font->name, "GFX\\CONSOLE_FONT.TGA");
     EXPECT_EQ(GLConsole::getFontTexture().name, "GFX\\CONSOLE_FONT.TGA");
 
     scratch->write("cfg/console.cfg", "fontTextureName = gfx\\other_font.tga");
     GLConsole::loadConfiguration();
-    ASSERT_NE(font(), nullptr);
-    EXPECT_EQ(font()->name, "GFX\\OTHER_FONT.TGA");
+    ASSERT_NE(state().font, nullptr);
+    EXPECT_EQ(state().font->name, "GFX\\OTHER_FONT.TGA");
 
     GLConsole::shutdown();
-    EXPECT_EQ(font(), nullptr);
+    EXPECT_EQ(state().font, nullptr);
 }

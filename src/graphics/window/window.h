@@ -17,6 +17,8 @@
 #include <utility>
 #include <vector>
 
+#include "foundation/foundation.h"
+
 class GLWindowEventListener {
 public:
     virtual ~GLWindowEventListener() = default;
@@ -100,6 +102,8 @@ void glBeginDraw3d(float fieldOfView, float nearPlane, float farPlane);
 void glPushState();
 void glPopState();
 void glCircle(float x, float y, float radius, int segments);
+// One vertex of the primitive being drawn, at a world point.
+void glVertex(const Vector2D& point);
 // Writes the picture in the back buffer (a frame drawn but not yet presented)
 // to a PNG file; false without a window or on a write error.
 bool saveScreenshot(const std::string& fileName);

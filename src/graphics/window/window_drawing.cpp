@@ -71,6 +71,11 @@ void glPopState() {
     glPopAttrib();
 }
 
+void glVertex(const Vector2D& point) {
+    TRACE_LOCATION("GLWindow::glVertex");
+    glVertex2f(point.x, point.y);
+}
+
 void glCircle(float x, float y, float radius, int segments) {
     if (!drawingPossible() || segments < 1) return;
     const float step = 6.2831855f / static_cast<float>(segments);
