@@ -42,6 +42,9 @@ struct TriggerType {
     TriggerFunction function = nullptr;
     float refireDelay = 0.0f;
     uint32_t fireLimit = 0;  // 0: without limit
+    // Acts on the particle or ice body that fired it, which a delayed event
+    // doesn't have, so it always runs at once.
+    bool needsSubject = false;
 };
 
 // Half of a trigger's area, with the inward normals ready for the inside test.
@@ -90,10 +93,6 @@ bool pointInTrigger(const Vector2D& point, const Trigger& trigger);
 void resetTriggers();
 void debugDraw();
 
-// The triggers newest first, the queued events in firing order, the type table.
-std::list<Trigger>& getTriggers();
-const std::list<DelayedTriggerEvent>& getDelayedEvents();
-const std::map<int32_t, TriggerType>& getTriggerTypes();
 
 // Console commands.
 void conCmdTriggerTypeList();

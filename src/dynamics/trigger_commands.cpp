@@ -3,7 +3,7 @@
 #include "dynamics/dynamics.h"
 #include "dynamics/trigger_state.h"
 
-using namespace TriggerState;
+using TriggerManager::state;
 
 namespace {
 
@@ -22,7 +22,7 @@ namespace TriggerManager {
 void conCmdTriggerTypeList() {
     TRACE_LOCATION("TriggerManager::conCmdTriggerTypeList");
     GLConsole::printTitle("Trigger types");
-    for (const auto& [number, type] : types) {
+    for (const auto& [number, type] : state().types) {
         GLConsole::print("\nTrigger id: ");
         GLConsole::print(number);
         GLConsole::print("\t\t");
@@ -50,13 +50,13 @@ void conCmdTriggerCreate(std::string arguments) {
 
 bool conCmdTriggerDraw(bool value, bool set) {
     TRACE_LOCATION("TriggerManager::conCmdTriggerDraw");
-    if (set) drawTriggers = value;
-    return drawTriggers;
+    if (set) state().drawTriggers = value;
+    return state().drawTriggers;
 }
 
 int conCmdTriggerCount() {
     TRACE_LOCATION("TriggerManager::conCmdTriggerCount");
-    return static_cast<int>(triggers.size());
+    return static_cast<int>(state().triggers.size());
 }
 
 }  // namespace TriggerManager

@@ -10,7 +10,9 @@
 #include "graphics/graphics.h"
 #include "graphics/window/window.h"
 
-using namespace TriggerState;
+using TriggerManager::state;
+using TriggerManager::ActiveBox;
+using TriggerManager::activeBox;
 
 namespace {
 
@@ -66,13 +68,13 @@ namespace TriggerManager {
 
 void debugDraw() {
     TRACE_LOCATION("TriggerManager::debugDraw");
-    if (!drawTriggers || !GLWindow::contextAvailable()) return;
+    if (!state().drawTriggers || !GLWindow::contextAvailable()) return;
     GLWindow::glPushState();
     glDisable(GL_TEXTURE_2D);
     glDisable(GL_BLEND);
     const ActiveBox box = activeBox();
     const GLFont font(GLConsole::getFontTexture());
-    for (const Trigger& trigger : triggers) drawTrigger(trigger, box, font);
+    for (const Trigger& trigger : state().triggers) drawTrigger(trigger, box, font);
     GLWindow::glPopState();
 }
 

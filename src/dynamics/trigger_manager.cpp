@@ -8,29 +8,20 @@
 #include "dynamics/trigger_state.h"
 #include "graphics/graphics.h"
 
-namespace TriggerState {
-std::list<Trigger> triggers;
-std::list<DelayedTriggerEvent> delayedEvents;
-std::map<int32_t, TriggerType> types;
-bool drawTriggers = false;
+namespace TriggerManager {
+
+State& state() {
+    static State instance;
+    return instance;
+}
 
 bool limitReached(const Trigger& trigger) {
     return trigger.typeInfo->fireLimit != 0 && trigger.fireCount >= trigger.typeInfo->fireLimit;
 }
-}  // namespace TriggerState
-
-using namespace TriggerState;
 
 namespace {
 
 constexpr int32_t nullType = -1;
-
-// The functions of these types act on the subject that fired them, which a
-// delayed event doesn't have, so they always run at once.
-bool needsSubject(int32_t type) {
-    static const std::set<int32_t> subjectTypes = {0, 1, 2, 200, 201, 202, 203, 701, 702};
-    return subjectTypes.count(type) != 0;
-}
 
 void prepareTriangle(TriggerTriangle& triangle, Vector2D a, Vector2D b, Vector2D c) {
     fixTriangleWinding(a, b, c);
@@ -47,11 +38,11 @@ void prepareTriangle(TriggerTriangle& triangle, Vector2D a, Vector2D b, Vector2D
 }
 
 const TriggerType* typeFor(int32_t type) {
-    auto found = types.find(type);
-    if (found != types.end()) return &found->second;
-    found = types.find(nullType);
-    if (found != types.end()) return &found->second;
-    TriggerType& fallback = types[nullType];
+    auto found = state().types.find(type);
+    if (found != state().types.end()) return &found->second;
+    found = state().types.find(nullType);
+    if (found != state().types.end()) return &found->second;
+    TriggerType& fallback = state().types[nullType];
     fallback.name = "Null Trigger";
     fallback.function = trigFuncNull;
     return &fallback;
@@ -62,38 +53,35 @@ void addTargets(Trigger& trigger, std::list<LevelObject>& objects) {
         if (object.id == trigger.targetId) trigger.targets.push_back({&object, targetObject});
 }
 
-}  // namespace
+const GLConsoleCommand commands[] = {
+    {"TriggerTypeList", conCmdTriggerTypeList},
+    {"TriggerCreate", conCmdTriggerCreate},
+    {"TriggerDraw", conCmdTriggerDraw},
+    {"TriggerCount", conCmdTriggerCount},
+};
 
-namespace TriggerManager {
+}  // namespace
 
 void initialise() {
     TRACE_LOCATION("TriggerManager::initialise");
     shutdown();
     GLConsole::print("\nInitialising down trigger manager..");
-    GLConsole::addCommand("TriggerTypeList", conCmdTriggerTypeList);
-    GLConsole::addCommand("TriggerCreate", conCmdTriggerCreate);
-    GLConsole::addCommand("TriggerDraw", conCmdTriggerDraw);
-    GLConsole::addCommand("TriggerCount", conCmdTriggerCount);
-    drawTriggers = false;
+    GLConsole::addCommands(commands);
     createTriggerTypeMap();
 }
 
 void shutdown() {
     TRACE_LOCATION("TriggerManager::shutdown");
     GLConsole::print("\nShutting down trigger manager..");
-    for (const char* name : {"TriggerTypeList", "TriggerCreate", "TriggerDraw", "TriggerCount"})
-        GLConsole::removeCommand(name);
-    delayedEvents.clear();
-    triggers.clear();
-    types.clear();
-    drawTriggers = false;
+    GLConsole::removeCommands(commands);
+    state() = State();
 }
 
 void addTrigger(int32_t type, int32_t targetId, float delay, const Vector2D& a, const Vector2D& b,
                 const Vector2D& c, const Vector2D& d) {
     TRACE_LOCATION("TriggerManager::addTrigger");
-    triggers.emplace_front();
-    Trigger& trigger = triggers.front();
+    state().triggers.emplace_front();
+    Trigger& trigger = state().triggers.front();
     prepareTriangle(trigger.first, a, b, c);
     prepareTriangle(trigger.second, c, d, a);
     trigger.minX = std::min({a.x, b.x, c.x, d.x});
@@ -102,8 +90,8 @@ void addTrigger(int32_t type, int32_t targetId, float delay, const Vector2D& a, 
     trigger.maxY = std::max({a.y, b.y, c.y, d.y});
     trigger.targetId = targetId;
     trigger.type = type;
-    trigger.delay = needsSubject(type) ? 0.0f : delay;
     trigger.typeInfo = typeFor(type);
+    trigger.delay = trigger.typeInfo->needsSubject ? 0.0f : delay;
     trigger.cooldown = 0.0f;
     trigger.fireCount = 0;
     findTargets(trigger);
@@ -129,26 +117,11 @@ bool pointInTrigger(const Vector2D& point, const Trigger& trigger) {
 
 void resetTriggers() {
     TRACE_LOCATION("TriggerManager::resetTriggers");
-    delayedEvents.clear();
-    for (Trigger& trigger : triggers) {
+    state().delayedEvents.clear();
+    for (Trigger& trigger : state().triggers) {
         trigger.cooldown = 0.0f;
         trigger.fireCount = 0;
     }
-}
-
-std::list<Trigger>& getTriggers() {
-    TRACE_LOCATION("TriggerManager::getTriggers");
-    return triggers;
-}
-
-const std::list<DelayedTriggerEvent>& getDelayedEvents() {
-    TRACE_LOCATION("TriggerManager::getDelayedEvents");
-    return delayedEvents;
-}
-
-const std::map<int32_t, TriggerType>& getTriggerTypes() {
-    TRACE_LOCATION("TriggerManager::getTriggerTypes");
-    return types;
 }
 
 }  // namespace TriggerManager

@@ -8,9 +8,10 @@
 #include "game/game.h"
 #include "water/water.h"
 
-namespace TriggerState {
+namespace TriggerManager {
 
 ActiveBox activeBox() {
+    TRACE_LOCATION("TriggerManager::activeBox");
     ActiveBox box;
     box.halfWidth = 0.55f * std::max(Game::getViewAreaX(), Game::getViewAreaY());
     const Vector2D centre = Camera::getViewCentre();
@@ -19,9 +20,13 @@ ActiveBox activeBox() {
     return box;
 }
 
-}  // namespace TriggerState
+}  // namespace TriggerManager
 
-using namespace TriggerState;
+using TriggerManager::state;
+using TriggerManager::ActiveBox;
+using TriggerManager::activeBox;
+using TriggerManager::limitReached;
+using TriggerManager::insideTrigger;
 
 namespace {
 
@@ -29,7 +34,7 @@ std::vector<Trigger*> collectActiveTriggers(float dt) {
     TRACE_LOCATION("TriggerManager::collectActiveTriggers");
     const ActiveBox box = activeBox();
     std::vector<Trigger*> active;
-    for (Trigger& trigger : triggers) {
+    for (Trigger& trigger : state().triggers) {
         if (limitReached(trigger) || !box.touches(trigger)) continue;
         if (trigger.cooldown <= 0.0f)
             active.push_back(&trigger);
@@ -46,7 +51,7 @@ void fire(Trigger& trigger, const Vector2D& point, void* subject, TriggerSubject
     ++trigger.fireCount;
     trigger.cooldown = trigger.typeInfo->refireDelay;
     if (trigger.delay > 0.0f)
-        delayedEvents.push_back({trigger.typeInfo->function, &trigger, dt, trigger.delay});
+        state().delayedEvents.push_back({trigger.typeInfo->function, &trigger, dt, trigger.delay});
     else
         trigger.typeInfo->function(trigger, subject, kind, dt);
 }
@@ -68,14 +73,14 @@ void runTriggers(float dt) {
 
 void checkDelayedTriggerEvents(float dt) {
     TRACE_LOCATION("TriggerManager::checkDelayedTriggerEvents");
-    for (auto event = delayedEvents.begin(); event != delayedEvents.end();) {
+    for (auto event = state().delayedEvents.begin(); event != state().delayedEvents.end();) {
         event->remaining -= dt;
         if (event->remaining > 0.0f) {
             ++event;
             continue;
         }
         const DelayedTriggerEvent due = *event;
-        event = delayedEvents.erase(event);
+        event = state().delayedEvents.erase(event);
         due.function(*due.trigger, nullptr, subjectParticle, due.elapsed);
     }
 }

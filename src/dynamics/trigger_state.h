@@ -6,12 +6,15 @@
 
 #include "dynamics/dynamics.h"
 
-namespace TriggerState {
+namespace TriggerManager {
 
-extern std::list<Trigger> triggers;
-extern std::list<DelayedTriggerEvent> delayedEvents;
-extern std::map<int32_t, TriggerType> types;
-extern bool drawTriggers;
+struct State {
+    std::list<Trigger> triggers;
+    std::list<DelayedTriggerEvent> delayedEvents;
+    std::map<int32_t, TriggerType> types;
+    bool drawTriggers = false;
+};
+State& state();
 
 // The square about the view inside which triggers are tested.
 struct ActiveBox {
@@ -25,19 +28,14 @@ ActiveBox activeBox();
 
 bool limitReached(const Trigger& trigger);
 
-// The inside test without the location trace, for the per-particle loop; the
-// same arithmetic as dot(p - corner, normal), so that points on an edge count.
+// Points on an edge count as inside.
 inline bool insideTriangle(const Vector2D& p, const TriggerTriangle& t) {
-    for (int i = 0; i < 3; ++i) {
-        const Vector2D q = p - t.corners[i];
-        const double d =
-            static_cast<double>(q.x) * t.normals[i].x + static_cast<double>(q.y) * t.normals[i].y;
-        if (static_cast<float>(d) < 0.0f) return false;
-    }
+    for (int i = 0; i < 3; ++i)
+        if (dot(p - t.corners[i], t.normals[i]) < 0.0f) return false;
     return true;
 }
 inline bool insideTrigger(const Vector2D& p, const Trigger& trigger) {
     return insideTriangle(p, trigger.first) || insideTriangle(p, trigger.second);
 }
 
-}  // namespace TriggerState
+}  // namespace TriggerManager
