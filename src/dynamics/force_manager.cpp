@@ -11,8 +11,15 @@
 
 namespace {
 
-std::list<Force> forces;
-bool drawForces = false;
+struct State {
+    std::list<Force> forces;
+    bool drawForces = false;
+};
+
+State& state() {
+    static State instance;
+    return instance;
+}
 
 constexpr float arrowLength = 32.0f;
 constexpr float arrowHead = 8.0f;
@@ -53,21 +60,26 @@ void drawForce(const Force& force, const GLFont& font) {
 
 namespace ForceManager {
 
+namespace {
+const GLConsoleCommand commands[] = {
+    {"ForceCount", conCmdForceCount},
+    {"ForceCreate", conCmdForceCreate},
+    {"ForceDraw", conCmdForceDraw},
+};
+}  // namespace
+
 void initialise() {
     TRACE_LOCATION("ForceManager::initialise");
     shutdown();
-    drawForces = false;
     GLConsole::print("\nInitialising force manager.");
-    GLConsole::addCommand("ForceCount", conCmdForceCount);
-    GLConsole::addCommand("ForceCreate", conCmdForceCreate);
-    GLConsole::addCommand("ForceDraw", conCmdForceDraw);
+    GLConsole::addCommands(commands);
 }
 
 void shutdown() {
     TRACE_LOCATION("ForceManager::shutdown");
     GLConsole::print("\nShutting down force manager.");
-    forces.clear();
-    for (const char* name : {"ForceCount", "ForceCreate", "ForceDraw"}) GLConsole::removeCommand(name);
+    GLConsole::removeCommands(commands);
+    state() = State();
 }
 
 void addForce(int32_t id, float x, float y, float directionX, float directionY, float strength) {
@@ -78,15 +90,15 @@ void addForce(int32_t id, float x, float y, float directionX, float directionY, 
     force.direction = Vector2D(directionX, directionY);
     normalise(force.direction);
     force.strength = strength;
-    forces.push_back(force);
+    state().forces.push_back(force);
 }
 
 void debugDraw() {
     TRACE_LOCATION("ForceManager::debugDraw");
-    if (!drawForces || !GLWindow::contextAvailable()) return;
+    if (!state().drawForces || !GLWindow::contextAvailable()) return;
     GLWindow::glPushState();
     const GLFont font(GLConsole::getFontTexture());
-    for (const Force& force : forces) {
+    for (const Force& force : state().forces) {
         glDisable(GL_TEXTURE_2D);
         glDisable(GL_BLEND);
         drawForce(force, font);
@@ -96,12 +108,12 @@ void debugDraw() {
 
 std::list<Force>& getForces() {
     TRACE_LOCATION("ForceManager::getForces");
-    return forces;
+    return state().forces;
 }
 
 int conCmdForceCount() {
     TRACE_LOCATION("ForceManager::conCmdForceCount");
-    return static_cast<int>(forces.size());
+    return static_cast<int>(state().forces.size());
 }
 
 void conCmdForceCreate(std::string arguments) {
@@ -121,8 +133,8 @@ void conCmdForceCreate(std::string arguments) {
 
 bool conCmdForceDraw(bool value, bool set) {
     TRACE_LOCATION("ForceManager::conCmdForceDraw");
-    if (set) drawForces = value;
-    return drawForces;
+    if (set) state().drawForces = value;
+    return state().drawForces;
 }
 
 }  // namespace ForceManager

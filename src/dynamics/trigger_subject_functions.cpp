@@ -8,10 +8,17 @@
 
 namespace {
 
-// Values in force until "cfg\water.cfg" is read.
-float temperatureChangeSpeed = 1000.0f;
-float temperatureChangeAmountIce = 100.0f;
-float temperatureChangeAmountSteam = 200.0f;
+// The heat sources' settings; these values are in force until "cfg\water.cfg" is read.
+struct State {
+    float temperatureChangeSpeed = 1000.0f;
+    float temperatureChangeAmountIce = 100.0f;
+    float temperatureChangeAmountSteam = 200.0f;
+};
+
+State& state() {
+    static State instance;
+    return instance;
+}
 
 constexpr float waterTemperature = 50.0f;
 constexpr float killChancePerSecond = 0.5f;
@@ -66,19 +73,19 @@ void kill(void* subject, TriggerSubjectKind kind) {
 void Triggers_HeatSources_LoadSettings() {
     TRACE_LOCATION("Triggers_HeatSources_LoadSettings");
     const ConfigFile config("cfg\\water.cfg");
-    temperatureChangeSpeed = std::fabs(config.getVarAsFloat("triggerTemperatureChangeSpeed"));
-    temperatureChangeAmountIce = std::fabs(config.getVarAsFloat("triggerTemperatureChangeAmountIce"));
-    temperatureChangeAmountSteam = std::fabs(config.getVarAsFloat("triggerTemperatureChangeAmountSteam"));
+    state().temperatureChangeSpeed = std::fabs(config.getVarAsFloat("triggerTemperatureChangeSpeed"));
+    state().temperatureChangeAmountIce = std::fabs(config.getVarAsFloat("triggerTemperatureChangeAmountIce"));
+    state().temperatureChangeAmountSteam = std::fabs(config.getVarAsFloat("triggerTemperatureChangeAmountSteam"));
 }
 
 float Triggers_getTemperatureChangeSpeed() {
-    return temperatureChangeSpeed;
+    return state().temperatureChangeSpeed;
 }
 float Triggers_getTemperatureChangeAmountIce() {
-    return temperatureChangeAmountIce;
+    return state().temperatureChangeAmountIce;
 }
 float Triggers_getTemperatureChangeAmountSteam() {
-    return temperatureChangeAmountSteam;
+    return state().temperatureChangeAmountSteam;
 }
 
 void trigFuncNull(Trigger&, void*, TriggerSubjectKind, float) {
@@ -89,8 +96,8 @@ void trigFuncToIce(Trigger&, void* subject, TriggerSubjectKind kind, float dt) {
     TRACE_LOCATION("trigFuncToIce");
     const SubjectView s = view(subject, kind);
     if (!s.temperature) return;
-    *s.temperature -= temperatureChangeSpeed * dt;
-    if (*s.temperature < -temperatureChangeAmountIce) *s.temperature = -temperatureChangeAmountIce;
+    *s.temperature -= state().temperatureChangeSpeed * dt;
+    if (*s.temperature < -state().temperatureChangeAmountIce) *s.temperature = -state().temperatureChangeAmountIce;
 }
 
 // Water is led to 50 from either side; ice warms for as long as it stays.
@@ -98,7 +105,7 @@ void trigFuncToWater(Trigger&, void* subject, TriggerSubjectKind kind, float dt)
     TRACE_LOCATION("trigFuncToWater");
     const SubjectView s = view(subject, kind);
     if (!s.temperature) return;
-    const float rate = temperatureChangeSpeed * dt;
+    const float rate = state().temperatureChangeSpeed * dt;
     float& t = *s.temperature;
     if (kind == subjectGroup)
         t += rate;
@@ -112,9 +119,9 @@ void trigFuncToSteam(Trigger&, void* subject, TriggerSubjectKind kind, float dt)
     TRACE_LOCATION("trigFuncToSteam");
     const SubjectView s = view(subject, kind);
     if (!s.temperature) return;
-    *s.temperature += temperatureChangeSpeed * dt;
-    if (kind == subjectParticle && *s.temperature > temperatureChangeAmountSteam)
-        *s.temperature = temperatureChangeAmountSteam;
+    *s.temperature += state().temperatureChangeSpeed * dt;
+    if (kind == subjectParticle && *s.temperature > state().temperatureChangeAmountSteam)
+        *s.temperature = state().temperatureChangeAmountSteam;
 }
 
 void trigFuncForceDirectional(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt) {

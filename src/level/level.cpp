@@ -2,35 +2,39 @@
 // the start points, and the order in which a level comes and goes.
 #include "level/level.h"
 
+#include "level/level_state.h"
+
 #include "console/console.h"
 #include "dynamics/dynamics.h"
 #include "graphics/graphics.h"
 
+namespace Level {
+State& state() {
+    static State instance;
+    return instance;
+}
+}  // namespace Level
+
 namespace {
 
-std::list<Polygon2D> polygons;
-std::map<Polygon2D*, std::vector<BspNode*>> polyNodeMap;
-Vector2D waterStart;
-Vector2D cameraStart;
-bool drawTriangles = false;
-LevelRecords records;
+using Level::state;
 
 constexpr int32_t triggerEntityRemove = 300;
 constexpr int32_t triggerEntityAdd = 301;
 
 void findDestructablePolygons() {
     TRACE_LOCATION("Level::findDestructablePolygons");
-    for (const TriggerRecord& trigger : records.triggers) {
+    for (const TriggerRecord& trigger : state().records.triggers) {
         if (trigger.type != triggerEntityRemove && trigger.type != triggerEntityAdd) continue;
-        for (Polygon2D& polygon : polygons)
+        for (Polygon2D& polygon : state().polygons)
             if (polygon.id == trigger.targetId) polygon.destructable = true;
     }
 }
 
 void findMoveablePolygons() {
     TRACE_LOCATION("Level::findMoveablePolygons");
-    for (const MoverRecord& mover : records.movers)
-        for (Polygon2D& polygon : polygons)
+    for (const MoverRecord& mover : state().records.movers)
+        for (Polygon2D& polygon : state().polygons)
             if (polygon.id == mover.id) polygon.moveable = true;
 }
 
@@ -41,11 +45,11 @@ void buildPolyNodeMap() {
     LevelBspTree::getNodeList(nodes);
     std::map<Polygon2D*, std::vector<BspNode*>> byPolygon;
     for (BspNode* node : nodes) byPolygon[node->polygon].push_back(node);
-    polyNodeMap.clear();
-    for (Polygon2D& polygon : polygons) {
+    state().polyNodeMap.clear();
+    for (Polygon2D& polygon : state().polygons) {
         auto found = byPolygon.find(&polygon);
         if (found == byPolygon.end()) continue;
-        polyNodeMap[&polygon] = std::move(found->second);
+        state().polyNodeMap[&polygon] = std::move(found->second);
         byPolygon.erase(found);
     }
 }
@@ -54,12 +58,18 @@ void buildPolyNodeMap() {
 
 namespace Level {
 
+namespace {
+const GLConsoleCommand commands[] = {
+    {"DrawTriangles", conCmdDrawTriangles},
+};
+}  // namespace
+
 bool load(const std::string& fileName) {
     TRACE_LOCATION("Level::load");
     GLConsole::printTitle("Level loading");
     GLConsole::print("\nLoading level data...");
     if (!LevelLoader::loadLevel(fileName)) return false;
-    drawTriangles = false;
+    state().drawTriangles = false;
     findDestructablePolygons();
     findMoveablePolygons();
     // Moveable polygons stay out of the tree and destructable edges in it, so
@@ -68,14 +78,14 @@ bool load(const std::string& fileName) {
     LevelGeometryRenderer::initialise();
     DynamicPolygonRenderer::initialise();
     buildPolyNodeMap();
-    GLConsole::addCommand("DrawTriangles", conCmdDrawTriangles);
+    GLConsole::addCommands(commands);
     return true;
 }
 
 void clear() {
     TRACE_LOCATION("Level::clear");
     GLConsole::print("\nClearing level data...");
-    GLConsole::removeCommand("DrawTriangles");
+    GLConsole::removeCommands(commands);
     TriggerManager::shutdown();
     MoverManager::shutdown();
     ForceManager::shutdown();
@@ -83,16 +93,14 @@ void clear() {
     LevelBspTree::clear();
     LevelObjectsManager::shutdown();
     DynamicPolygonRenderer::shutdown();
-    records = LevelRecords();
     // Polygons go last: everything cleared before them points at them.
-    polyNodeMap.clear();
-    polygons.clear();
+    state() = State();
 }
 
 void reset() {
     TRACE_LOCATION("Level::reset");
-    drawTriangles = false;
-    for (Polygon2D& polygon : polygons) {
+    state().drawTriangles = false;
+    for (Polygon2D& polygon : state().polygons) {
         polygon.present = true;
         polygon.offset = Vector2D();
         polygon.previousOffset = Vector2D();
@@ -107,8 +115,8 @@ void reset() {
 void setPolygonCollideable(Polygon2D* polygon, bool value) {
     TRACE_LOCATION("Level::setPolygonCollideable");
     if (!polygon) return;
-    auto found = polyNodeMap.find(polygon);
-    if (found != polyNodeMap.end())
+    auto found = state().polyNodeMap.find(polygon);
+    if (found != state().polyNodeMap.end())
         for (BspNode* node : found->second) node->collideable = value;
     polygon->collideable = value;
 }
@@ -116,60 +124,34 @@ void setPolygonCollideable(Polygon2D* polygon, bool value) {
 void debugDraw() {
     TRACE_LOCATION("Level::debugDraw");
     LevelBspTree::debugDraw();
-    if (!drawTriangles) return;
-    for (const Polygon2D& polygon : polygons) polygon.drawTrianglesOutline();
+    if (!state().drawTriangles) return;
+    for (const Polygon2D& polygon : state().polygons) polygon.drawTrianglesOutline();
 }
 
 std::list<Polygon2D>& getPolygons() {
     TRACE_LOCATION("Level::getPolygons");
-    return polygons;
-}
-
-const std::map<Polygon2D*, std::vector<BspNode*>>& getPolyNodeMap() {
-    TRACE_LOCATION("Level::getPolyNodeMap");
-    return polyNodeMap;
+    return state().polygons;
 }
 
 Vector2D getWaterStart() {
     TRACE_LOCATION("Level::getWaterStart");
-    return waterStart;
+    return state().waterStart;
 }
 
 Vector2D getCameraStart() {
     TRACE_LOCATION("Level::getCameraStart");
-    return cameraStart;
-}
-
-const LevelRecords& getRecords() {
-    TRACE_LOCATION("Level::getRecords");
-    return records;
-}
-
-bool getDrawTriangles() {
-    TRACE_LOCATION("Level::getDrawTriangles");
-    return drawTriangles;
+    return state().cameraStart;
 }
 
 bool conCmdDrawTriangles(bool value, bool set) {
     TRACE_LOCATION("Level::conCmdDrawTriangles");
-    if (set) drawTriangles = value;
-    return drawTriangles;
+    if (set) state().drawTriangles = value;
+    return state().drawTriangles;
 }
 
 void addPolygon(const Polygon2D& polygon) {
     TRACE_LOCATION("Level::addPolygon");
-    polygons.push_back(polygon);
-}
-
-void setStartPoints(const Vector2D& water, const Vector2D& camera) {
-    TRACE_LOCATION("Level::setStartPoints");
-    waterStart = water;
-    cameraStart = camera;
-}
-
-LevelRecords& recordsForHandOver() {
-    TRACE_LOCATION("Level::recordsForHandOver");
-    return records;
+    state().polygons.push_back(polygon);
 }
 
 }  // namespace Level

@@ -104,6 +104,8 @@ struct BspNode {
 struct LevelPoint {
     int32_t x = 0;
     int32_t y = 0;
+
+    Vector2D toVector() const { return {static_cast<float>(x), static_cast<float>(y)}; }
 };
 
 struct PolygonRecord {
@@ -255,12 +257,8 @@ void debugDraw();
 std::list<Polygon2D>& getPolygons();
 Vector2D getWaterStart();
 Vector2D getCameraStart();
-// The records kept for their owners (objects, forces, sounds, movers, emitters, triggers).
-const LevelRecords& getRecords();
 bool conCmdDrawTriangles(bool value, bool set);
 
 // Used by the level loader's hand-over.
 void addPolygon(const Polygon2D& polygon);
-void setStartPoints(const Vector2D& water, const Vector2D& camera);
-LevelRecords& recordsForHandOver();
 }  // namespace Level

@@ -4,6 +4,7 @@
 // Each slot below belongs to one owner. Until that owner's subsystem exists its
 // records are kept by the level, where Level::getRecords shows them.
 #include "level/level_handover.h"
+#include "level/level_state.h"
 
 #include "dynamics/dynamics.h"
 #include "graphics/graphics.h"
@@ -12,14 +13,14 @@ namespace {
 
 void handOverObjects(const std::vector<ObjectRecord>& objects) {
     TRACE_LOCATION("LevelLoader::handOverObjects");
-    Level::recordsForHandOver().objects = objects;
+    Level::state().records.objects = objects;
     LevelObjectsManager::initialise();
     for (const ObjectRecord& record : objects) {
         LevelObject object;
         object.id = record.id;
         object.layer = record.layer;
         object.position =
-            Vector2D(static_cast<float>(record.position.x), static_cast<float>(record.position.y));
+            record.position.toVector();
         object.mirrored = record.mirrored != 0;
         object.setTexture(record.textureName);
         LevelObjectsManager::addObject(object);
@@ -28,7 +29,7 @@ void handOverObjects(const std::vector<ObjectRecord>& objects) {
 
 void handOverForces(const std::vector<ForceRecord>& forces) {
     TRACE_LOCATION("LevelLoader::handOverForces");
-    std::vector<ForceRecord>& kept = Level::recordsForHandOver().forces;
+    std::vector<ForceRecord>& kept = Level::state().records.forces;
     kept = forces;
     for (ForceRecord& force : kept) {
         Vector2D direction(force.directionX, force.directionY);
@@ -45,36 +46,35 @@ void handOverForces(const std::vector<ForceRecord>& forces) {
 
 void handOverSoundSources(const std::vector<SoundSourceRecord>& sounds) {
     TRACE_LOCATION("LevelLoader::handOverSoundSources");
-    Level::recordsForHandOver().sounds = sounds;
+    Level::state().records.sounds = sounds;
 }
 
 void handOverMovers(const std::vector<MoverRecord>& movers) {
     TRACE_LOCATION("LevelLoader::handOverMovers");
-    Level::recordsForHandOver().movers = movers;
+    Level::state().records.movers = movers;
     MoverManager::initialise();
     for (const MoverRecord& record : movers) {
         Mover mover;
         mover.id = record.id;
         mover.speed = record.speed;
-        mover.setStartPoint(Vector2D(static_cast<float>(record.start.x), static_cast<float>(record.start.y)));
-        mover.setEndPoint(Vector2D(static_cast<float>(record.end.x), static_cast<float>(record.end.y)));
+        mover.setStartPoint(record.start.toVector());
+        mover.setEndPoint(record.end.toVector());
         MoverManager::addMover(mover);
     }
 }
 
 void handOverEmitters(const std::vector<EmitterRecord>& emitters) {
     TRACE_LOCATION("LevelLoader::handOverEmitters");
-    Level::recordsForHandOver().emitters = emitters;
+    Level::state().records.emitters = emitters;
 }
 
 void handOverTriggers(const std::vector<TriggerRecord>& triggers) {
     TRACE_LOCATION("LevelLoader::handOverTriggers");
-    Level::recordsForHandOver().triggers = triggers;
+    Level::state().records.triggers = triggers;
     TriggerManager::initialise();
-    auto corner = [](const LevelPoint& p) { return Vector2D(static_cast<float>(p.x), static_cast<float>(p.y)); };
     for (const TriggerRecord& record : triggers)
-        TriggerManager::addTrigger(record.type, record.targetId, record.delay, corner(record.corners[0]),
-                                   corner(record.corners[1]), corner(record.corners[2]), corner(record.corners[3]));
+        TriggerManager::addTrigger(record.type, record.targetId, record.delay, record.corners[0].toVector(),
+                                   record.corners[1].toVector(), record.corners[2].toVector(), record.corners[3].toVector());
 }
 
 }  // namespace
@@ -85,10 +85,8 @@ void handOver(const LevelFile& level, const std::vector<Polygon2D>& polygons) {
     TRACE_LOCATION("LevelLoader::handOver");
     Level::clear();
     for (const Polygon2D& polygon : polygons) Level::addPolygon(polygon);
-    auto toVector = [](const LevelPoint& p) {
-        return Vector2D(static_cast<float>(p.x), static_cast<float>(p.y));
-    };
-    Level::setStartPoints(toVector(level.waterStart), toVector(level.cameraStart));
+    Level::state().waterStart = level.waterStart.toVector();
+    Level::state().cameraStart = level.cameraStart.toVector();
     handOverObjects(level.objects);
     handOverForces(level.forces);
     handOverSoundSources(level.sounds);

@@ -25,7 +25,7 @@ Polygon2D buildPolygon(const PolygonRecord& record) {
     std::vector<Vector2D> points;
     points.reserve(record.points.size());
     for (const LevelPoint& p : record.points)
-        points.emplace_back(static_cast<float>(p.x), static_cast<float>(p.y));
+        points.push_back(p.toVector());
     polygon.addPoints(points);
     return polygon;
 }

@@ -9,7 +9,15 @@ constexpr int surfaceCount = 5;
 const char* const frictionKeys[surfaceCount] = {"surfaceFriction_metal", "surfaceFriction_wood",
                                                 "surfaceFriction_stone", "surfaceFriction_cloth",
                                                 "surfaceFriction_sand"};
-float frictions[surfaceCount] = {1.0f, 1.0f, 1.0f, 1.0f, 1.0f};
+
+struct State {
+    float frictions[surfaceCount] = {1.0f, 1.0f, 1.0f, 1.0f, 1.0f};
+};
+
+State& state() {
+    static State instance;
+    return instance;
+}
 
 }  // namespace
 
@@ -19,7 +27,7 @@ void initialise() {
     TRACE_LOCATION("SurfaceTypeManager::initialise");
     ConfigFile config("cfg\\surfaces.cfg");
     for (int i = 0; i < surfaceCount; ++i)
-        frictions[i] = std::clamp(config.getVarAsFloat(frictionKeys[i]), 0.0f, 1.0f);
+        state().frictions[i] = std::clamp(config.getVarAsFloat(frictionKeys[i]), 0.0f, 1.0f);
 }
 
 bool validSurfaceType(int type) {
@@ -30,7 +38,7 @@ bool validSurfaceType(int type) {
 float getSurfaceTypeFriction(int type) {
     TRACE_LOCATION("SurfaceTypeManager::getSurfaceTypeFriction");
     if (!validSurfaceType(type)) return 1.0f;
-    return frictions[type - 1];
+    return state().frictions[type - 1];
 }
 
 }  // namespace SurfaceTypeManager
