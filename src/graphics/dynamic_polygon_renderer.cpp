@@ -17,8 +17,15 @@ struct Entry {
     GLTexture texture;
 };
 
-std::list<Entry> entries;
-std::vector<TexturedPolygon> queues[drawLayerCount];
+struct State {
+    std::list<Entry> entries;
+    std::vector<TexturedPolygon> queues[drawLayerCount];
+};
+
+State& state() {
+    static State instance;
+    return instance;
+}
 
 bool isDynamic(const Polygon2D& polygon) {
     return !polygon.isDegenerate() && polygon.triangleCount > 0 && polygon.visible &&
@@ -34,6 +41,7 @@ bool overlaps(const Entry& entry, const Vector2D& centre, float half) {
 }  // namespace
 
 void findPolygonBounds(const Polygon2D& polygon, float& minX, float& maxX, float& minY, float& maxY) {
+    TRACE_LOCATION("DynamicPolygonRenderer::findPolygonBounds");
     minX = maxX = minY = maxY = 0.0f;
     if (polygon.pointsX.empty()) return;
     const auto [lowX, highX] = std::minmax_element(polygon.pointsX.begin(), polygon.pointsX.end());
@@ -50,7 +58,7 @@ void initialise() {
     GLConsole::print("\nIntialising dynamic polygon renderer..");
     for (Polygon2D& polygon : Level::getPolygons()) {
         if (!isDynamic(polygon)) continue;
-        Entry& entry = entries.emplace_back();
+        Entry& entry = state().entries.emplace_back();
         entry.polygon = &polygon;
         entry.texture = polygon.textureName;
         findPolygonBounds(polygon, entry.minX, entry.maxX, entry.minY, entry.maxY);
@@ -60,32 +68,32 @@ void initialise() {
 void shutdown() {
     TRACE_LOCATION("DynamicPolygonRenderer::shutdown");
     GLConsole::print("\nShuttrng down dynamic polygon renderer..");
-    for (auto& queue : queues) queue.clear();
-    entries.clear();
+    state() = State();
 }
 
 void prepareDraw() {
     TRACE_LOCATION("DynamicPolygonRenderer::prepareDraw");
     const Vector2D centre = Camera::getViewCentre();
     const float half = 0.65f * std::max(Game::getViewAreaX(), Game::getViewAreaY()) * Camera::getZoom();
-    for (const Entry& entry : entries) {
+    for (const Entry& entry : state().entries) {
         if (!entry.polygon->present || !overlaps(entry, centre, half)) continue;
         const uint32_t layer = entry.polygon->layer < drawLayerCount ? entry.polygon->layer : 0;
-        queues[layer].push_back({entry.polygon, &entry.texture});
+        state().queues[layer].push_back({entry.polygon, &entry.texture});
     }
 }
 
 void drawLayer(int layer) {
+    TRACE_LOCATION("DynamicPolygonRenderer::drawLayer");
     if (layer < 0 || layer >= drawLayerCount) return;
-    if (GLWindow::contextAvailable()) drawPolygonBatches(queues[layer], true);
-    queues[layer].clear();
+    if (GLWindow::contextAvailable()) drawPolygonBatches(state().queues[layer], true);
+    state().queues[layer].clear();
 }
 
 std::size_t entryCount() {
-    return entries.size();
+    return state().entries.size();
 }
 std::size_t queuedCount(int layer) {
-    return layer >= 0 && layer < drawLayerCount ? queues[layer].size() : 0;
+    return layer >= 0 && layer < drawLayerCount ? state().queues[layer].size() : 0;
 }
 
 }  // namespace DynamicPolygonRenderer

@@ -10,10 +10,18 @@
 namespace LevelGeometryRenderer {
 
 namespace {
-GLuint firstList = 0;
-bool drawLevelGeometry = false;
-// The textures the lists were compiled with stay held as long as the lists.
-std::vector<GLTexture> listTextures;
+
+struct State {
+    GLuint firstList = 0;
+    bool drawLevelGeometry = false;
+    // The textures the lists were compiled with stay held as long as the lists.
+    std::vector<GLTexture> listTextures;
+};
+
+State& state() {
+    static State instance;
+    return instance;
+}
 
 bool isStatic(const Polygon2D& polygon) {
     return polygon.visible && !polygon.moveable && !polygon.destructable && !polygon.isDegenerate() &&
@@ -22,30 +30,34 @@ bool isStatic(const Polygon2D& polygon) {
 
 void compileLayers() {
     std::vector<TexturedPolygon> layers[drawLayerCount];
-    listTextures.clear();
-    listTextures.reserve(Level::getPolygons().size());
+    state().listTextures.clear();
+    state().listTextures.reserve(Level::getPolygons().size());
     for (const Polygon2D& polygon : Level::getPolygons()) {
         if (!isStatic(polygon)) continue;
         // Reserved above, so the handles never move.
-        listTextures.emplace_back(polygon.textureName);
+        state().listTextures.emplace_back(polygon.textureName);
         const uint32_t layer = polygon.layer < drawLayerCount ? polygon.layer : 0;
-        layers[layer].push_back({&polygon, &listTextures.back()});
+        layers[layer].push_back({&polygon, &state().listTextures.back()});
     }
-    firstList = glGenLists(drawLayerCount);
+    state().firstList = glGenLists(drawLayerCount);
     for (int layer = 0; layer < drawLayerCount; ++layer) {
-        glNewList(firstList + layer, GL_COMPILE);
+        glNewList(state().firstList + layer, GL_COMPILE);
         drawPolygonBatches(layers[layer], false);
         glEndList();
     }
 }
+
+const GLConsoleCommand commands[] = {
+    {"DrawLevelGeometry", conCmdDrawLevelGeometry},
+};
 }  // namespace
 
 void initialise() {
     TRACE_LOCATION("LevelGeometryRenderer::initialise");
     shutdown();
     GLConsole::print("\nInitialising level geometry renderer...");
-    drawLevelGeometry = true;
-    GLConsole::addCommand("DrawLevelGeometry", conCmdDrawLevelGeometry);
+    state().drawLevelGeometry = true;
+    GLConsole::addCommands(commands);
     FrameClock clock;
     if (GLWindow::contextAvailable()) compileLayers();
     clock.update();
@@ -57,20 +69,21 @@ void initialise() {
 void shutdown() {
     TRACE_LOCATION("LevelGeometryRenderer::shutdown");
     GLConsole::print("\nShutting down level geometry renderer...");
-    GLConsole::removeCommand("DrawLevelGeometry");
-    if (firstList != 0 && GLWindow::contextAvailable()) glDeleteLists(firstList, drawLayerCount);
-    firstList = 0;
-    listTextures.clear();
+    GLConsole::removeCommands(commands);
+    if (state().firstList != 0 && GLWindow::contextAvailable()) glDeleteLists(state().firstList, drawLayerCount);
+    state() = State();
 }
 
 void drawLayer(int layer) {
-    if (firstList == 0 || !drawLevelGeometry || layer < 0 || layer >= drawLayerCount) return;
-    glCallList(firstList + layer);
+    TRACE_LOCATION("LevelGeometryRenderer::drawLayer");
+    if (state().firstList == 0 || !state().drawLevelGeometry || layer < 0 || layer >= drawLayerCount) return;
+    glCallList(state().firstList + layer);
 }
 
 bool conCmdDrawLevelGeometry(bool value, bool set) {
-    if (set) drawLevelGeometry = value;
-    return drawLevelGeometry;
+    TRACE_LOCATION("LevelGeometryRenderer::conCmdDrawLevelGeometry");
+    if (set) state().drawLevelGeometry = value;
+    return state().drawLevelGeometry;
 }
 
 }  // namespace LevelGeometryRenderer

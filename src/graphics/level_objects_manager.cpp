@@ -14,13 +14,21 @@
 namespace LevelObjectsManager {
 
 namespace {
-std::list<LevelObject> staticObjects;
-std::list<LevelObject> animatedObjects;
-std::vector<const LevelObject*> drawQueues[drawLayerCount];
-bool objectsDraw = true;
-bool objectsCull = true;
-bool objectsDrawIds = false;
-float animationSpeed = 15.0f;
+
+struct State {
+    std::list<LevelObject> staticObjects;
+    std::list<LevelObject> animatedObjects;
+    std::vector<const LevelObject*> drawQueues[drawLayerCount];
+    bool objectsDraw = true;
+    bool objectsCull = true;
+    bool objectsDrawIds = false;
+    float animationSpeed = 15.0f;
+};
+
+State& state() {
+    static State instance;
+    return instance;
+}
 
 struct HalfSize {
     float x = 0.0f, y = 0.0f;
@@ -31,7 +39,7 @@ HalfSize halfSize(const GLTexture& frame) {
 }
 
 void queue(const LevelObject& object) {
-    drawQueues[object.layer < drawLayerCount ? object.layer : 0].push_back(&object);
+    state().drawQueues[object.layer < drawLayerCount ? object.layer : 0].push_back(&object);
 }
 
 bool inView(const LevelObject& object, const Vector2D& centre, float half) {
@@ -57,19 +65,23 @@ void quad(const LevelObject& object, const HalfSize& size) {
 }
 
 bool conCmdObjectsDraw(bool value, bool set) {
-    if (set) objectsDraw = value;
-    return objectsDraw;
+    TRACE_LOCATION("LevelObjectsManager::conCmdObjectsDraw");
+    if (set) state().objectsDraw = value;
+    return state().objectsDraw;
 }
 bool conCmdObjectsCull(bool value, bool set) {
-    if (set) objectsCull = value;
-    return objectsCull;
+    TRACE_LOCATION("LevelObjectsManager::conCmdObjectsCull");
+    if (set) state().objectsCull = value;
+    return state().objectsCull;
 }
 int conCmdObjectsCount() {
-    return static_cast<int>(staticObjects.size() + animatedObjects.size());
+    TRACE_LOCATION("LevelObjectsManager::conCmdObjectsCount");
+    return static_cast<int>(state().staticObjects.size() + state().animatedObjects.size());
 }
 bool conCmdObjectsDrawIds(bool value, bool set) {
-    if (set) objectsDrawIds = value;
-    return objectsDrawIds;
+    TRACE_LOCATION("LevelObjectsManager::conCmdObjectsDrawIds");
+    if (set) state().objectsDrawIds = value;
+    return state().objectsDrawIds;
 }
 
 void conCmdObjectsCreate(std::string line) {
@@ -90,52 +102,43 @@ void conCmdObjectsCreate(std::string line) {
     addObject(object);
 }
 
-void clearQueues() {
-    for (auto& drawQueue : drawQueues) drawQueue.clear();
-}
+const GLConsoleCommand commands[] = {
+    {"ObjectsDraw", conCmdObjectsDraw},     {"ObjectsCull", conCmdObjectsCull},
+    {"ObjectsCount", conCmdObjectsCount},   {"ObjectsDrawIds", conCmdObjectsDrawIds},
+    {"ObjectsCreate", conCmdObjectsCreate},
+};
 }  // namespace
 
 void initialise() {
     TRACE_LOCATION("LevelObjectsManager::initialise");
     shutdown();
     GLConsole::print("\nInitialising level objects manager..");
-    clearQueues();
-    objectsDraw = true;
-    objectsCull = true;
-    objectsDrawIds = false;
-    GLConsole::addCommand("ObjectsDraw", conCmdObjectsDraw);
-    GLConsole::addCommand("ObjectsCull", conCmdObjectsCull);
-    GLConsole::addCommand("ObjectsCount", conCmdObjectsCount);
-    GLConsole::addCommand("ObjectsDrawIds", conCmdObjectsDrawIds);
-    GLConsole::addCommand("ObjectsCreate", conCmdObjectsCreate);
+    GLConsole::addCommands(commands);
     ConfigFile config("cfg\\animation.cfg");
-    animationSpeed = std::fabs(config.getVarAsFloat("animationSpeeds"));
+    state().animationSpeed = std::fabs(config.getVarAsFloat("animationSpeeds"));
 }
 
 void shutdown() {
     TRACE_LOCATION("LevelObjectsManager::shutdown");
     GLConsole::print("\nShutting down level objects manager..");
-    clearQueues();
-    staticObjects.clear();
-    animatedObjects.clear();
-    for (const char* name : {"ObjectsDraw", "ObjectsCull", "ObjectsCount", "ObjectsDrawIds", "ObjectsCreate"})
-        GLConsole::removeCommand(name);
+    GLConsole::removeCommands(commands);
+    state() = State();
 }
 
 void addObject(const LevelObject& object) {
     TRACE_LOCATION("LevelObjectsManager::addObject");
     // Objects of one frame never animate, so they sit apart from those that do.
     if (object.frameCount == 1)
-        staticObjects.push_front(object);
+        state().staticObjects.push_front(object);
     else if (object.frameCount > 1)
-        animatedObjects.push_front(object);
+        state().animatedObjects.push_front(object);
 }
 
 void resetObjects() {
     TRACE_LOCATION("LevelObjectsManager::resetObjects");
-    objectsDraw = objectsCull = true;
-    objectsDrawIds = false;
-    for (auto* objects : {&staticObjects, &animatedObjects})
+    state().objectsDraw = state().objectsCull = true;
+    state().objectsDrawIds = false;
+    for (auto* objects : {&state().staticObjects, &state().animatedObjects})
         for (LevelObject& object : *objects) {
             object.resetAnimation();
             object.visible = true;
@@ -145,22 +148,22 @@ void resetObjects() {
 }
 
 void runAnimations(float seconds) {
-    for (LevelObject& object : animatedObjects) object.runAnimation(seconds, animationSpeed);
+    for (LevelObject& object : state().animatedObjects) object.runAnimation(seconds, state().animationSpeed);
 }
 
 void prepareDraw() {
     TRACE_LOCATION("LevelObjectsManager::prepareDraw");
-    if (!objectsDraw) return;
+    if (!state().objectsDraw) return;
     const Vector2D centre = Camera::getViewCentre();
     const float half = std::max(Game::getViewAreaX(), Game::getViewAreaY()) * 0.65f * Camera::getZoom();
-    for (const auto* objects : {&staticObjects, &animatedObjects})
+    for (const auto* objects : {&state().staticObjects, &state().animatedObjects})
         for (const LevelObject& object : *objects)
-            if (!objectsCull || inView(object, centre, half)) queue(object);
+            if (!state().objectsCull || inView(object, centre, half)) queue(object);
 }
 
 void drawLayer(int layer) {
     if (layer < 0 || layer >= drawLayerCount) return;
-    std::vector<const LevelObject*>& drawQueue = drawQueues[layer];
+    std::vector<const LevelObject*>& drawQueue = state().drawQueues[layer];
     drawQueue.erase(std::remove_if(drawQueue.begin(), drawQueue.end(),
                                    [](const LevelObject* object) { return !object->currentTexture(); }),
                     drawQueue.end());
@@ -186,10 +189,10 @@ void drawLayer(int layer) {
 
 void debugDraw() {
     TRACE_LOCATION("LevelObjectsManager::debugDraw");
-    if (!objectsDrawIds || !GLWindow::contextAvailable()) return;
+    if (!state().objectsDrawIds || !GLWindow::contextAvailable()) return;
     const GLFont font(GLConsole::getFontTexture());
     char label[32];
-    for (const auto* objects : {&staticObjects, &animatedObjects})
+    for (const auto* objects : {&state().staticObjects, &state().animatedObjects})
         for (const LevelObject& object : *objects) {
             const GLTexture* frame = object.currentTexture();
             if (!frame) continue;
@@ -201,16 +204,16 @@ void debugDraw() {
 }
 
 std::list<LevelObject>& getStaticObjects() {
-    return staticObjects;
+    return state().staticObjects;
 }
 std::list<LevelObject>& getAnimatedObjects() {
-    return animatedObjects;
+    return state().animatedObjects;
 }
 std::size_t queuedCount(int layer) {
-    return layer >= 0 && layer < drawLayerCount ? drawQueues[layer].size() : 0;
+    return layer >= 0 && layer < drawLayerCount ? state().drawQueues[layer].size() : 0;
 }
 float getAnimationSpeed() {
-    return animationSpeed;
+    return state().animationSpeed;
 }
 
 }  // namespace LevelObjectsManager

@@ -33,11 +33,18 @@ struct Settings {
     float maxVelocityExpansion = 0.0f;
 };
 
-Settings settings;
-std::unique_ptr<GLTexture> waterTexture, steamTexture, iceTexture;
-bool particleDraw = false;
+struct State {
+    Settings settings;
+    std::unique_ptr<GLTexture> waterTexture, steamTexture, iceTexture;
+    bool particleDraw = false;
+};
 
-constexpr float radius = 2.0f;
+State& state() {
+    static State instance;
+    return instance;
+}
+
+constexpr float radius = ParticleMover::particleRadius;
 constexpr float trailGrowth = 1.0f;
 constexpr float waterTrail[3] = {0.5f, 0.25f, 0.125f};
 // Steam's last trail square is all but invisible, unlike water's.
@@ -59,14 +66,14 @@ Look readLook(const ConfigFile& config, const std::string& phase, const char* ex
 
 void readSettings() {
     ConfigFile config("cfg//water.cfg");
-    settings.water = readLook(config, "water", nullptr);
-    settings.steam = readLook(config, "steam", "steamExpansion");
-    settings.ice = readLook(config, "ice", "iceExpansion");
-    settings.velocityExpansion = std::fabs(config.getVarAsFloat("velocityExpansion"));
-    settings.maxVelocityExpansion = std::fabs(config.getVarAsFloat("maxVelocityExpansion"));
-    waterTexture = std::make_unique<GLTexture>(config.getVarAsString("waterTexture"));
-    steamTexture = std::make_unique<GLTexture>(config.getVarAsString("steamTexture"));
-    iceTexture = std::make_unique<GLTexture>(config.getVarAsString("iceTexture"));
+    state().settings.water = readLook(config, "water", nullptr);
+    state().settings.steam = readLook(config, "steam", "steamExpansion");
+    state().settings.ice = readLook(config, "ice", "iceExpansion");
+    state().settings.velocityExpansion = std::fabs(config.getVarAsFloat("velocityExpansion"));
+    state().settings.maxVelocityExpansion = std::fabs(config.getVarAsFloat("maxVelocityExpansion"));
+    state().waterTexture = std::make_unique<GLTexture>(config.getVarAsString("waterTexture"));
+    state().steamTexture = std::make_unique<GLTexture>(config.getVarAsString("steamTexture"));
+    state().iceTexture = std::make_unique<GLTexture>(config.getVarAsString("iceTexture"));
 }
 
 float fadeOf(const Particle& particle) {
@@ -76,7 +83,7 @@ float fadeOf(const Particle& particle) {
 }
 
 float speedTerm(const Particle& particle) {
-    return std::min(settings.velocityExpansion * particle.speed, settings.maxVelocityExpansion);
+    return std::min(state().settings.velocityExpansion * particle.speed, state().settings.maxVelocityExpansion);
 }
 
 void square(const Vector2D& at, float half, const Colour& colour, float alpha) {
@@ -114,29 +121,30 @@ void drawBodies(const std::vector<const Particle*>& particles, const Look& look,
     }
     glEnd();
 }
+const GLConsoleCommand commands[] = {
+    {"ParticleDraw", conCmdParticleDraw},
+};
 }  // namespace
 
 void initialise() {
     TRACE_LOCATION("ParticleRenderer::initialise");
     shutdown();
     GLConsole::print("\nInitialising particle renderer..");
-    particleDraw = true;
+    state().particleDraw = true;
     readSettings();
-    GLConsole::addCommand("ParticleDraw", conCmdParticleDraw);
+    GLConsole::addCommands(commands);
 }
 
 void shutdown() {
     TRACE_LOCATION("ParticleRenderer::shutdown");
     GLConsole::print("\nShutting down particle renderer..");
-    waterTexture.reset();
-    steamTexture.reset();
-    iceTexture.reset();
-    GLConsole::removeCommand("ParticleDraw");
+    GLConsole::removeCommands(commands);
+    state() = State();
 }
 
 void draw() {
     TRACE_LOCATION("ParticleRenderer::draw");
-    if (!particleDraw || !waterTexture || !GLWindow::contextAvailable()) return;
+    if (!state().particleDraw || !state().waterTexture || !GLWindow::contextAvailable()) return;
     glEnable(GL_TEXTURE_2D);
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
@@ -148,17 +156,18 @@ void draw() {
         for (const Particle& member : group.particles) ice.push_back(&member);
     for (auto* list : {&water, &steam, &ice}) std::reverse(list->begin(), list->end());
     // All outlines lie below all bodies, so an outline shows only round the whole mass.
-    drawOutlines(water, settings.water, *waterTexture);
-    drawOutlines(steam, settings.steam, *steamTexture);
-    drawOutlines(ice, settings.ice, *iceTexture);
-    drawBodies(water, settings.water, *waterTexture, waterTrail);
-    drawBodies(steam, settings.steam, *steamTexture, steamTrail);
-    drawBodies(ice, settings.ice, *iceTexture, nullptr);
+    drawOutlines(water, state().settings.water, *state().waterTexture);
+    drawOutlines(steam, state().settings.steam, *state().steamTexture);
+    drawOutlines(ice, state().settings.ice, *state().iceTexture);
+    drawBodies(water, state().settings.water, *state().waterTexture, waterTrail);
+    drawBodies(steam, state().settings.steam, *state().steamTexture, steamTrail);
+    drawBodies(ice, state().settings.ice, *state().iceTexture, nullptr);
 }
 
 bool conCmdParticleDraw(bool value, bool set) {
-    if (set) particleDraw = value;
-    return particleDraw;
+    TRACE_LOCATION("ParticleRenderer::conCmdParticleDraw");
+    if (set) state().particleDraw = value;
+    return state().particleDraw;
 }
 
 }  // namespace ParticleRenderer
