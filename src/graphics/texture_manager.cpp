@@ -12,12 +12,20 @@
 namespace GLTextureManager {
 
 namespace {
-std::map<std::string, GLTextureInternal> textures;
-int textureDetailLevel = 0;
-int anisotropicLevel = 1;
-int maxAnisotropicLevel = 1;
-bool anisotropicSupported = false;
-bool compressionSupported = false;
+
+struct State {
+    std::map<std::string, GLTextureInternal> textures;
+    int textureDetailLevel = 0;
+    int anisotropicLevel = 1;
+    int maxAnisotropicLevel = 1;
+    bool anisotropicSupported = false;
+    bool compressionSupported = false;
+};
+
+State& state() {
+    static State instance;
+    return instance;
+}
 
 std::string upperCase(const std::string& name) {
     std::string upper = name;
@@ -34,12 +42,12 @@ void deleteGLTexture(unsigned int id) {
 }
 
 void deleteAll() {
-    for (auto& [name, entry] : textures) deleteGLTexture(entry.id);
-    textures.clear();
+    for (auto& [name, entry] : state().textures) deleteGLTexture(entry.id);
+    state().textures.clear();
 }
 
 void setCompressionHint(int level) {
-    if (compressionSupported && GLWindow::contextAvailable())
+    if (state().compressionSupported && GLWindow::contextAvailable())
         glHint(GL_TEXTURE_COMPRESSION_HINT_ARB, level < 2 ? GL_NICEST : GL_FASTEST);
 }
 }  // namespace
@@ -47,31 +55,31 @@ void setCompressionHint(int level) {
 void initialise() {
     TRACE_LOCATION("GLTextureManager::initialise");
     deleteAll();
-    anisotropicLevel = 1;
-    textureDetailLevel = 0;
-    compressionSupported = GLWindow::extensionSupported("GL_ARB_texture_compression");
-    anisotropicSupported = GLWindow::extensionSupported("GL_EXT_texture_filter_anisotropic");
+    state().anisotropicLevel = 1;
+    state().textureDetailLevel = 0;
+    state().compressionSupported = GLWindow::extensionSupported("GL_ARB_texture_compression");
+    state().anisotropicSupported = GLWindow::extensionSupported("GL_EXT_texture_filter_anisotropic");
     setCompressionHint(0);
-    maxAnisotropicLevel = 1;
-    if (anisotropicSupported) glGetIntegerv(GL_MAX_TEXTURE_MAX_ANISOTROPY_EXT, &maxAnisotropicLevel);
-    maxAnisotropicLevel = std::max(1, maxAnisotropicLevel);
+    state().maxAnisotropicLevel = 1;
+    if (state().anisotropicSupported) glGetIntegerv(GL_MAX_TEXTURE_MAX_ANISOTROPY_EXT, &state().maxAnisotropicLevel);
+    state().maxAnisotropicLevel = std::max(1, state().maxAnisotropicLevel);
 }
 
 void shutdown() {
     TRACE_LOCATION("GLTextureManager::shutdown");
     deleteAll();
-    anisotropicLevel = 1;
+    state().anisotropicLevel = 1;
 }
 
 GLTextureInternal* loadTexture(const std::string& name) {
     TRACE_LOCATION("GLTextureManager::loadTexture");
     const std::string key = upperCase(name);
-    const auto found = textures.find(key);
-    if (found != textures.end()) {
+    const auto found = state().textures.find(key);
+    if (found != state().textures.end()) {
         if (ownedHere(found->second)) ++found->second.referenceCount;
         return &found->second;
     }
-    GLTextureInternal& entry = textures[key];
+    GLTextureInternal& entry = state().textures[key];
     entry.name = key;
     entry.ownerThread = std::this_thread::get_id();
     if (GLWindow::contextAvailable()) glGenTextures(1, &entry.id);
@@ -82,68 +90,68 @@ GLTextureInternal* loadTexture(const std::string& name) {
 
 void freeTexture(const std::string& name) {
     TRACE_LOCATION("GLTextureManager::freeTexture");
-    const auto found = textures.find(upperCase(name));
-    if (found == textures.end()) return;
+    const auto found = state().textures.find(upperCase(name));
+    if (found == state().textures.end()) return;
     GLTextureInternal& entry = found->second;
     // Another thread's handles neither keep an entry alive nor free it.
     if (!ownedHere(entry)) return;
     if (--entry.referenceCount > 0) return;
     deleteGLTexture(entry.id);
-    textures.erase(found);
+    state().textures.erase(found);
 }
 
 void reloadAllTextures() {
     TRACE_LOCATION("GLTextureManager::reloadAllTextures");
-    for (auto& [name, entry] : textures)
+    for (auto& [name, entry] : state().textures)
         if (ownedHere(entry)) entry.load();
 }
 
 void setTextureDetailLevel(int level) {
     TRACE_LOCATION("GLTextureManager::setTextureDetailLevel");
-    if (level == textureDetailLevel || level < 0 || level >= 3) return;
-    textureDetailLevel = level;
+    if (level == state().textureDetailLevel || level < 0 || level >= 3) return;
+    state().textureDetailLevel = level;
     setCompressionHint(level);
     reloadAllTextures();
 }
 
 int getTextureDetailLevel() {
-    return textureDetailLevel;
+    return state().textureDetailLevel;
 }
 
 void setAnisotropicFilteringLevel(int level) {
     TRACE_LOCATION("GLTextureManager::setAnisotropicFilteringLevel");
-    if (!anisotropicSupported) return;
-    anisotropicLevel = std::clamp(level, 1, maxAnisotropicLevel);
+    if (!state().anisotropicSupported) return;
+    state().anisotropicLevel = std::clamp(level, 1, state().maxAnisotropicLevel);
     if (!GLWindow::contextAvailable()) return;
     // A parameter of each texture, no reload.
-    for (auto& [name, entry] : textures) {
+    for (auto& [name, entry] : state().textures) {
         glBindTexture(GL_TEXTURE_2D, entry.id);
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAX_ANISOTROPY_EXT, anisotropicLevel);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAX_ANISOTROPY_EXT, state().anisotropicLevel);
     }
 }
 
 int getAnisotropicFilteringLevel() {
-    return anisotropicLevel;
+    return state().anisotropicLevel;
 }
 int getMaxAnisotropicLevel() {
-    return maxAnisotropicLevel;
+    return state().maxAnisotropicLevel;
 }
 bool supportsAnisotropic() {
-    return anisotropicSupported;
+    return state().anisotropicSupported;
 }
 bool supportsCompression() {
-    return compressionSupported;
+    return state().compressionSupported;
 }
 
 unsigned int getTextureBytesUsed() {
     unsigned int bytes = 0;
-    for (const auto& [name, entry] : textures)
+    for (const auto& [name, entry] : state().textures)
         bytes += static_cast<unsigned int>(entry.width * entry.height * 4);
     return bytes;
 }
 
 void getTextureList(std::vector<std::string>& list) {
-    for (const auto& [name, entry] : textures) {
+    for (const auto& [name, entry] : state().textures) {
         std::string line = name;
         if (!entry.loaded) line += " (loading failed) ";
         line += " : " + std::to_string(entry.bytesPerPixel * 8) + " BIT";
@@ -152,8 +160,8 @@ void getTextureList(std::vector<std::string>& list) {
 }
 
 const GLTextureInternal* findTexture(const std::string& name) {
-    const auto found = textures.find(upperCase(name));
-    return found == textures.end() ? nullptr : &found->second;
+    const auto found = state().textures.find(upperCase(name));
+    return found == state().textures.end() ? nullptr : &found->second;
 }
 
 }  // namespace GLTextureManager
