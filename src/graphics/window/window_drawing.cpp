@@ -10,8 +10,6 @@
 
 namespace GLWindow {
 
-using namespace State;
-
 bool contextAvailable() {
     return drawingPossible();
 }
@@ -111,12 +109,12 @@ bool extensionSupported(const char* name) {
 }
 
 void enableVsync(bool enabled) {
-    headless.vsync = enabled;
+    state().headless.vsync = enabled;
     WindowBackend::setSwapInterval(enabled ? 1 : 0);
 }
 
 bool vsyncEnabled() {
-    if (!realWindow()) return headless.vsync;
+    if (!realWindow()) return state().headless.vsync;
     // A driver that cannot tell counts as synchronised.
     const int interval = WindowBackend::getSwapInterval();
     return interval < 0 || interval != 0;

@@ -5,8 +5,6 @@
 
 namespace GLWindow {
 
-using namespace State;
-
 namespace {
 struct Borders {
     int left = 0, top = 0, right = 0, bottom = 0;
@@ -25,14 +23,14 @@ void clientOrigin(int& x, int& y) {
 }  // namespace
 
 int getClientWidth() {
-    if (!realWindow()) return headless.clientWidth;
+    if (!realWindow()) return state().headless.clientWidth;
     int width = 0, height = 0;
     WindowBackend::getClientSize(width, height);
     return isMinimised() ? 0 : width;
 }
 
 int getClientHeight() {
-    if (!realWindow()) return headless.clientHeight;
+    if (!realWindow()) return state().headless.clientHeight;
     int width = 0, height = 0;
     WindowBackend::getClientSize(width, height);
     return isMinimised() ? 0 : height;
@@ -51,7 +49,7 @@ int getY() {
 }
 
 int getWidth() {
-    if (!realWindow()) return headless.clientWidth;
+    if (!realWindow()) return state().headless.clientWidth;
     int width = 0, height = 0;
     WindowBackend::getClientSize(width, height);
     const Borders frame = borders();
@@ -59,7 +57,7 @@ int getWidth() {
 }
 
 int getHeight() {
-    if (!realWindow()) return headless.clientHeight;
+    if (!realWindow()) return state().headless.clientHeight;
     int width = 0, height = 0;
     WindowBackend::getClientSize(width, height);
     const Borders frame = borders();
@@ -110,8 +108,8 @@ void setClientSize(int width, int height) {
     TRACE_LOCATION("GLWindow::setClientSize");
     if (width < 1 || height < 1) return;
     if (!realWindow()) {
-        headless.clientWidth = width;
-        headless.clientHeight = height;
+        state().headless.clientWidth = width;
+        state().headless.clientHeight = height;
         return;
     }
     WindowBackend::setClientSize(width, height);
@@ -125,21 +123,21 @@ void center() {
 }
 
 void setTitle(const char* newTitle) {
-    title = newTitle ? newTitle : "";
-    WindowBackend::setTitle(title.c_str());
+    state().title = newTitle ? newTitle : "";
+    WindowBackend::setTitle(state().title.c_str());
 }
 
 std::string getTitle() {
-    return title;
+    return state().title;
 }
 
 void setResizeable(bool resizeable) {
-    headless.resizeable = resizeable;
+    state().headless.resizeable = resizeable;
     WindowBackend::setResizeable(resizeable);
 }
 
 bool isResizeable() {
-    return realWindow() ? WindowBackend::isResizeable() : headless.resizeable;
+    return realWindow() ? WindowBackend::isResizeable() : state().headless.resizeable;
 }
 bool isMinimised() {
     return WindowBackend::isMinimised();
@@ -148,7 +146,7 @@ bool isMaximised() {
     return WindowBackend::isMaximised();
 }
 bool hasFocus() {
-    return realWindow() ? WindowBackend::hasFocus() : headless.exists;
+    return realWindow() ? WindowBackend::hasFocus() : state().headless.exists;
 }
 void minimize() {
     WindowBackend::minimize();
@@ -163,28 +161,28 @@ void giveFocous() {
     WindowBackend::raise();
 }
 bool isFullscreen() {
-    return fullscreen;
+    return state().fullscreen;
 }
 
 void setFullscreen(bool value, int width, int height) {
     TRACE_LOCATION("GLWindow::setFullscreen");
     if (!realWindow()) {
         setClientSize(width, height);
-        fullscreen = value;
+        state().fullscreen = value;
         return;
     }
     if (value) {
         setClientSize(width, height);
         // A mode that the display refuses leaves the window as it was.
         if (!WindowBackend::setFullscreen(true, width, height)) return;
-        fullscreen = true;
+        state().fullscreen = true;
         resetViewport();
         return;
     }
     if (!WindowBackend::setFullscreen(false, width, height)) return;
     setClientSize(width, height);
     center();
-    fullscreen = false;
+    state().fullscreen = false;
 }
 
 }  // namespace GLWindow

@@ -10,8 +10,6 @@
 
 namespace GLWindow {
 
-using namespace State;
-
 namespace {
 constexpr int shiftKey = 16;
 constexpr int capsLockKey = 20;
@@ -77,11 +75,11 @@ void clientOrigin(int& x, int& y) {
 }  // namespace
 
 bool keyboardKeyPressed(int key) {
-    return headless.keysDown.count(key) != 0 || WindowBackend::keyDown(key);
+    return state().headless.keysDown.count(key) != 0 || WindowBackend::keyDown(key);
 }
 
 bool keyboardKeyToggled(int key) {
-    return headless.keysToggled.count(key) != 0 || WindowBackend::keyToggled(key);
+    return state().headless.keysToggled.count(key) != 0 || WindowBackend::keyToggled(key);
 }
 
 char keyboardKeyToAscii(int key) {
@@ -101,28 +99,28 @@ char keyboardKeyToAscii(int key) {
 
 bool mouseButtonPressed(int button) {
     if (button != 1 && button != 2 && button != 4) return false;
-    return headless.buttonsDown.count(button) != 0 || WindowBackend::mouseButtonDown(button);
+    return state().headless.buttonsDown.count(button) != 0 || WindowBackend::mouseButtonDown(button);
 }
 
 int getLastKeyPressed() {
-    return std::exchange(lastKey, 0);
+    return std::exchange(state().lastKey, 0);
 }
 int getMouseX() {
-    return mouseX;
+    return state().mouseX;
 }
 int getMouseY() {
-    return mouseY;
+    return state().mouseY;
 }
 
 int getMouseScreenX() {
-    if (!realWindow()) return mouseX;
+    if (!realWindow()) return state().mouseX;
     int x = 0, y = 0;
     WindowBackend::getGlobalMouse(x, y);
     return x;
 }
 
 int getMouseScreenY() {
-    if (!realWindow()) return mouseY;
+    if (!realWindow()) return state().mouseY;
     int x = 0, y = 0;
     WindowBackend::getGlobalMouse(x, y);
     return y;
@@ -130,7 +128,7 @@ int getMouseScreenY() {
 
 bool mouseInClientArea() {
     if (!realWindow())
-        return mouseX >= 0 && mouseY >= 0 && mouseX < headless.clientWidth && mouseY < headless.clientHeight;
+        return state().mouseX >= 0 && state().mouseY >= 0 && state().mouseX < state().headless.clientWidth && state().mouseY < state().headless.clientHeight;
     int left = 0, top = 0;
     clientOrigin(left, top);
     const int x = getMouseScreenX() - left;
@@ -139,12 +137,12 @@ bool mouseInClientArea() {
 }
 
 int getCursor() {
-    return cursorMode;
+    return state().cursorMode;
 }
 
 void setCursor(int mode) {
     if (mode < 0 || mode > 2) return;
-    cursorMode = mode;
+    state().cursorMode = mode;
     WindowBackend::setCursor(mode);
 }
 
@@ -154,8 +152,8 @@ void centerMouse() {
     // turning measures the pointer against that centre every step, so a pointer
     // put one pixel off would turn the view by itself.
     if (!realWindow()) {
-        mouseX = headless.clientWidth / 2 - 1;
-        mouseY = headless.clientHeight / 2 - 1;
+        state().mouseX = state().headless.clientWidth / 2 - 1;
+        state().mouseY = state().headless.clientHeight / 2 - 1;
         return;
     }
     WindowBackend::warpMouse(getClientWidth() / 2 - 1, getClientHeight() / 2 - 1);
@@ -164,8 +162,8 @@ void centerMouse() {
 void moveMouse(int dx, int dy) {
     TRACE_LOCATION("GLWindow::moveMouse");
     if (!realWindow()) {
-        mouseX += dx;
-        mouseY += dy;
+        state().mouseX += dx;
+        state().mouseY += dy;
         return;
     }
     int left = 0, top = 0;
@@ -182,32 +180,32 @@ void unRestrictMouse() {
 
 namespace Headless {
 void setEnabled(bool enabled) {
-    headless.enabled = enabled;
+    state().headless.enabled = enabled;
 }
 bool isEnabled() {
-    return headless.enabled;
+    return state().headless.enabled;
 }
 void setKeyDown(int key, bool down) {
-    setMember(headless.keysDown, key, down);
+    setMember(state().headless.keysDown, key, down);
 }
 void setKeyToggled(int key, bool toggled) {
-    setMember(headless.keysToggled, key, toggled);
+    setMember(state().headless.keysToggled, key, toggled);
 }
 void setMouse(int x, int y) {
-    mouseX = x;
-    mouseY = y;
+    state().mouseX = x;
+    state().mouseY = y;
 }
 void setMouseButtonDown(int button, bool down) {
-    setMember(headless.buttonsDown, button, down);
+    setMember(state().headless.buttonsDown, button, down);
 }
 void setClientSize(int width, int height) {
     if (width < 1 || height < 1) return;
-    headless.clientWidth = width;
-    headless.clientHeight = height;
+    state().headless.clientWidth = width;
+    state().headless.clientHeight = height;
 }
 void pressKey(int key) {
-    lastKey = key;
-    if (eventListener) eventListener->keyboardPressed(key);
+    state().lastKey = key;
+    if (state().eventListener) state().eventListener->keyboardPressed(key);
 }
 }  // namespace Headless
 

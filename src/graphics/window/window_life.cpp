@@ -11,17 +11,10 @@
 
 namespace GLWindow {
 
-namespace State {
-GLWindowEventListener* eventListener = nullptr;
-bool fullscreen = false;
-int lastKey = 0;
-int mouseX = 0;
-int mouseY = 0;
-int antiAliasingMode = 1;
-int cursorMode = 1;
-std::string title = "Untitled window";
-bool repaintRequested = false;
-HeadlessWindow headless;
+State& state() {
+    static State instance;
+    return instance;
+}
 
 bool realWindow() {
     return WindowBackend::exists();
@@ -33,32 +26,28 @@ bool drawingPossible() {
 void resetViewport() {
     if (drawingPossible()) glViewport(0, 0, getClientWidth(), getClientHeight());
 }
-}  // namespace State
-
-using namespace State;
-
 namespace {
 
 void createHeadless(const char* newTitle, int width, int height) {
-    headless.exists = true;
-    title = newTitle ? newTitle : "";
+    state().headless.exists = true;
+    state().title = newTitle ? newTitle : "";
     setClientSize(width, height);
 }
 
 void paint() {
-    setCursor(mouseInClientArea() ? cursorMode : 1);
-    if (eventListener) eventListener->windowRedrawing();
+    setCursor(mouseInClientArea() ? state().cursorMode : 1);
+    if (state().eventListener) state().eventListener->windowRedrawing();
 }
 
 void storeMouse(const WindowBackend::Event& event) {
-    mouseX = event.x & 0xFFFF;
-    mouseY = event.y & 0xFFFF;
+    state().mouseX = event.x & 0xFFFF;
+    state().mouseY = event.y & 0xFFFF;
 }
 
 void loseFocus() {
     if (isMinimised()) return;
     WindowBackend::minimize();
-    if (eventListener) eventListener->windowFocusLost();
+    if (state().eventListener) state().eventListener->windowFocusLost();
 }
 
 void deliver(const WindowBackend::Event& event) {
@@ -66,35 +55,35 @@ void deliver(const WindowBackend::Event& event) {
     switch (event.type) {
         case Event::MouseMoved:
             storeMouse(event);
-            if (eventListener) eventListener->mouseMoved(mouseX, mouseY);
+            if (state().eventListener) state().eventListener->mouseMoved(state().mouseX, state().mouseY);
             break;
         case Event::MousePressed:
             storeMouse(event);
-            if (eventListener) eventListener->mousePressed(mouseX, mouseY, event.button);
+            if (state().eventListener) state().eventListener->mousePressed(state().mouseX, state().mouseY, event.button);
             break;
         case Event::MouseReleased:
             storeMouse(event);
-            if (eventListener) eventListener->mouseReleased(mouseX, mouseY, event.button);
+            if (state().eventListener) state().eventListener->mouseReleased(state().mouseX, state().mouseY, event.button);
             break;
         case Event::KeyPressed:
-            lastKey = event.key;
-            if (eventListener) eventListener->keyboardPressed(event.key);
+            state().lastKey = event.key;
+            if (state().eventListener) state().eventListener->keyboardPressed(event.key);
             break;
         case Event::KeyReleased:
-            if (eventListener) eventListener->keyboardReleased(event.key);
+            if (state().eventListener) state().eventListener->keyboardReleased(event.key);
             break;
         case Event::Resized:
             // The listener still sees the old viewport.
-            if (eventListener) eventListener->windowResized();
+            if (state().eventListener) state().eventListener->windowResized();
             resetViewport();
             break;
         case Event::Closing:
             // Closing always goes on to destroy the window, whatever the listener does.
-            if (eventListener) eventListener->windowClosing();
+            if (state().eventListener) state().eventListener->windowClosing();
             close();
             break;
         case Event::Exposed:
-            repaintRequested = true;
+            state().repaintRequested = true;
             break;
         case Event::FocusLost:
             loseFocus();
@@ -109,19 +98,19 @@ void deliver(const WindowBackend::Event& event) {
 void createWindow(const char* newTitle, int width, int height) {
     TRACE_LOCATION("GLWindow::createWindow");
     if (exists()) return;
-    if (headless.enabled) return createHeadless(newTitle, width, height);
+    if (state().headless.enabled) return createHeadless(newTitle, width, height);
     std::string error;
-    if (!WindowBackend::create(title.c_str(), width, height, 1, error)) {
+    if (!WindowBackend::create(state().title.c_str(), width, height, 1, error)) {
         std::fprintf(stderr, "%s\n", error.c_str());
         showMessageBox("Unable to create window. Could not create an OpenGL rendering context.", "Error");
         std::exit(1);
     }
     setCursor(1);
-    mouseX = mouseY = 0;
-    antiAliasingMode = 1;
+    state().mouseX = state().mouseY = 0;
+    state().antiAliasingMode = 1;
     resetViewport();
     glBeginDraw2d();
-    lastKey = 0;
+    state().lastKey = 0;
     WindowBackend::show();
     WindowBackend::raise();
     center();
@@ -132,39 +121,39 @@ void createWindow(const char* newTitle, int width, int height) {
 void close() {
     TRACE_LOCATION("GLWindow::close");
     if (!exists()) return;
-    if (eventListener) eventListener->windowClosed();
-    if (fullscreen && realWindow()) WindowBackend::setFullscreen(false, 640, 480);
-    fullscreen = false;
+    if (state().eventListener) state().eventListener->windowClosed();
+    if (state().fullscreen && realWindow()) WindowBackend::setFullscreen(false, 640, 480);
+    state().fullscreen = false;
     WindowBackend::destroy();
-    headless.exists = false;
-    eventListener = nullptr;
-    cursorMode = 1;
-    repaintRequested = false;
+    state().headless.exists = false;
+    state().eventListener = nullptr;
+    state().cursorMode = 1;
+    state().repaintRequested = false;
 }
 
 bool exists() {
-    return realWindow() || headless.exists;
+    return realWindow() || state().headless.exists;
 }
 
 void run() {
     TRACE_LOCATION("GLWindow::run");
     WindowBackend::Event event;
     while (realWindow() && WindowBackend::pollEvent(event)) deliver(event);
-    if (repaintRequested && realWindow()) {
-        repaintRequested = false;
+    if (state().repaintRequested && realWindow()) {
+        state().repaintRequested = false;
         paint();
     }
 }
 
 GLWindowEventListener* getEventListener() {
-    return eventListener;
+    return state().eventListener;
 }
 void setEventListener(GLWindowEventListener* listener) {
-    eventListener = listener;
+    state().eventListener = listener;
 }
 
 void requestRepaint() {
-    if (realWindow()) repaintRequested = true;
+    if (realWindow()) state().repaintRequested = true;
 }
 
 void swapBuffers() {

@@ -15,8 +15,6 @@
 
 namespace GLWindow {
 
-using namespace State;
-
 namespace {
 
 struct SavedWindow {
@@ -33,15 +31,15 @@ struct SavedWindow {
 
 SavedWindow saveWindow() {
     SavedWindow saved;
-    saved.title = title;
-    saved.cursorMode = cursorMode;
-    saved.fullscreen = fullscreen;
+    saved.title = state().title;
+    saved.cursorMode = state().cursorMode;
+    saved.fullscreen = state().fullscreen;
     saved.resizeable = isResizeable();
     saved.clientWidth = getClientWidth();
     saved.clientHeight = getClientHeight();
     saved.x = getX();
     saved.y = getY();
-    saved.listener = eventListener;
+    saved.listener = state().eventListener;
     return saved;
 }
 
@@ -51,7 +49,7 @@ void restoreWindow(const SavedWindow& saved) {
     setClientSize(saved.clientWidth, saved.clientHeight);
     setTitle(saved.title.c_str());
     setCursor(saved.cursorMode);
-    eventListener = saved.listener;
+    state().eventListener = saved.listener;
     setResizeable(saved.resizeable);
     setFullscreen(saved.fullscreen, saved.clientWidth, saved.clientHeight);
 }
@@ -62,7 +60,7 @@ void restoreWindow(const SavedWindow& saved) {
 bool rebuildWindow(int samples) {
     TRACE_LOCATION("GLWindow::rebuildWindow");
     const SavedWindow saved = saveWindow();
-    eventListener = nullptr;  // nothing sees the teardown
+    state().eventListener = nullptr;  // nothing sees the teardown
     close();
     std::string error;
     bool granted =
@@ -74,8 +72,8 @@ bool rebuildWindow(int samples) {
                               "Error");
         std::exit(1);
     }
-    antiAliasingMode = granted ? samples : 1;
-    if (antiAliasingMode > 1)
+    state().antiAliasingMode = granted ? samples : 1;
+    if (state().antiAliasingMode > 1)
         glEnable(GL_MULTISAMPLE_ARB);
     else
         glDisable(GL_MULTISAMPLE_ARB);
@@ -85,25 +83,25 @@ bool rebuildWindow(int samples) {
 
 bool setHeadlessAntiAliasingMode(int samples) {
     if (!exists()) return false;
-    antiAliasingMode = samples == 0 ? 1 : samples;
+    state().antiAliasingMode = samples == 0 ? 1 : samples;
     return true;
 }
 
 }  // namespace
 
 int getAntiAliasingMode() {
-    return antiAliasingMode;
+    return state().antiAliasingMode;
 }
 
 bool setAntiAliasingMode(int samples) {
     TRACE_LOCATION("GLWindow::setAntiAliasingMode");
     if (!realWindow()) return setHeadlessAntiAliasingMode(samples);
     if (samples == 0) samples = 1;
-    if (samples == antiAliasingMode) return true;
+    if (samples == state().antiAliasingMode) return true;
     if (static_cast<unsigned>(samples) == 1) return rebuildWindow(1), true;
-    const int oldMode = antiAliasingMode;
+    const int oldMode = state().antiAliasingMode;
     if (samples > 0 && WindowBackend::samplesAvailable(samples) && rebuildWindow(samples)) return true;
-    if (oldMode != 1 && antiAliasingMode != oldMode) rebuildWindow(oldMode);
+    if (oldMode != 1 && state().antiAliasingMode != oldMode) rebuildWindow(oldMode);
     return false;
 }
 
@@ -125,8 +123,8 @@ void fadeScreen(float seconds) {
     TRACE_LOCATION("GLWindow::fadeScreen");
     if (seconds <= 0.0f || !drawingPossible()) return;
     const float duration = std::min(seconds, 10.0f);
-    GLWindowEventListener* const listener = eventListener;
-    eventListener = nullptr;
+    GLWindowEventListener* const listener = state().eventListener;
+    state().eventListener = nullptr;
     glMatrixMode(GL_PROJECTION);
     glPushMatrix();
     glMatrixMode(GL_MODELVIEW);
@@ -161,7 +159,7 @@ void fadeScreen(float seconds) {
         glMatrixMode(GL_MODELVIEW);
         glPopMatrix();
     }
-    eventListener = listener;
+    state().eventListener = listener;
 }
 
 bool saveScreenshot(const std::string& fileName) {

@@ -6,18 +6,7 @@
 
 #include "graphics/window/window.h"
 
-namespace GLWindow::State {
-
-// What the game keeps of the window whichever layer stands behind it.
-extern GLWindowEventListener* eventListener;
-extern bool fullscreen;
-extern int lastKey;
-extern int mouseX;
-extern int mouseY;
-extern int antiAliasingMode;
-extern int cursorMode;
-extern std::string title;
-extern bool repaintRequested;
+namespace GLWindow {
 
 // The stand-in without a real window.
 struct HeadlessWindow {
@@ -31,7 +20,21 @@ struct HeadlessWindow {
     std::set<int> keysToggled;
     std::set<int> buttonsDown;
 };
-extern HeadlessWindow headless;
+
+// What the game keeps of the window whichever layer stands behind it.
+struct State {
+    GLWindowEventListener* eventListener = nullptr;
+    bool fullscreen = false;
+    int lastKey = 0;
+    int mouseX = 0;
+    int mouseY = 0;
+    int antiAliasingMode = 1;
+    int cursorMode = 1;
+    std::string title = "Untitled window";
+    bool repaintRequested = false;
+    HeadlessWindow headless;
+};
+State& state();
 
 // A real SDL window with its OpenGL context stands.
 bool realWindow();
@@ -40,4 +43,4 @@ bool drawingPossible();
 // The viewport over the whole client area.
 void resetViewport();
 
-}  // namespace GLWindow::State
+}  // namespace GLWindow
