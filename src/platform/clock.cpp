@@ -7,30 +7,38 @@ namespace Platform {
 
 namespace {
 using SteadyClock = std::chrono::steady_clock;
-const SteadyClock::time_point startTime = SteadyClock::now();
-bool manualClock = false;
-uint64_t manualMicroseconds = 0;
+
+struct State {
+    SteadyClock::time_point startTime = SteadyClock::now();
+    bool manualClock = false;
+    uint64_t manualMicroseconds = 0;
+};
+
+State& state() {
+    static State instance;
+    return instance;
+}
 }  // namespace
 
 uint64_t clockMicroseconds() {
-    if (manualClock) return manualMicroseconds;
-    const auto since = SteadyClock::now() - startTime;
+    if (state().manualClock) return state().manualMicroseconds;
+    const auto since = SteadyClock::now() - state().startTime;
     return static_cast<uint64_t>(std::chrono::duration_cast<std::chrono::microseconds>(since).count());
 }
 
 uint32_t clockMilliseconds() { return static_cast<uint32_t>(clockMicroseconds() / 1000); }
 
 void setManualClock(bool manual) {
-    if (manual && !manualClock) manualMicroseconds = clockMicroseconds();
-    manualClock = manual;
+    if (manual && !state().manualClock) state().manualMicroseconds = clockMicroseconds();
+    state().manualClock = manual;
 }
 
-bool isManualClock() { return manualClock; }
+bool isManualClock() { return state().manualClock; }
 
-void advanceClock(uint64_t microseconds) { manualMicroseconds += microseconds; }
+void advanceClock(uint64_t microseconds) { state().manualMicroseconds += microseconds; }
 
 void sleepMilliseconds(uint32_t milliseconds) {
-    if (manualClock)
+    if (state().manualClock)
         advanceClock(uint64_t{milliseconds} * 1000);
     else
         std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));

@@ -9,12 +9,19 @@
 namespace WindowBackend {
 
 namespace {
-SDL_Window* window = nullptr;
-SDL_GLContext context = nullptr;
-SDL_Cursor* arrowCursor = nullptr;
-SDL_Cursor* crossCursor = nullptr;
-std::set<int> keysDown;
-bool insertToggled = false;
+struct State {
+    SDL_Window* window = nullptr;
+    SDL_GLContext context = nullptr;
+    SDL_Cursor* arrowCursor = nullptr;
+    SDL_Cursor* crossCursor = nullptr;
+    std::set<int> keysDown;
+    bool insertToggled = false;
+};
+
+State& state() {
+    static State instance;
+    return instance;
+}
 
 void setContextAttributes(int samples, bool accumulation) {
     SDL_GL_ResetAttributes();
@@ -70,11 +77,11 @@ bool translateKey(const SDL_KeyboardEvent& key, Event& event) {
     event.key = virtualKeyFor(key.keysym.sym, key.keysym.scancode);
     if (event.key == 0) return false;
     if (key.type == SDL_KEYDOWN) {
-        if (event.key == 45 && !key.repeat) insertToggled = !insertToggled;
-        keysDown.insert(event.key);
+        if (event.key == 45 && !key.repeat) state().insertToggled = !state().insertToggled;
+        state().keysDown.insert(event.key);
         event.type = Event::KeyPressed;
     } else {
-        keysDown.erase(event.key);
+        state().keysDown.erase(event.key);
         event.type = Event::KeyReleased;
     }
     return true;
@@ -92,7 +99,7 @@ bool translateWindowEvent(const SDL_WindowEvent& windowEvent, Event& event) {
             event.type = Event::Exposed;
             return true;
         case SDL_WINDOWEVENT_FOCUS_LOST:
-            keysDown.clear();
+            state().keysDown.clear();
             event.type = Event::FocusLost;
             return true;
         default:
@@ -127,40 +134,40 @@ bool translate(const SDL_Event& sdlEvent, Event& event) {
 }  // namespace
 
 bool create(const char* title, int clientWidth, int clientHeight, int samples, std::string& error) {
-    if (window) return true;
+    if (state().window) return true;
     if (!initialiseVideo(error)) return false;
-    window = openWindow(title, clientWidth, clientHeight, samples, true);
+    state().window = openWindow(title, clientWidth, clientHeight, samples, true);
     // A display without accumulation visuals still gets a window; only the fade needs it.
-    if (!window && samples <= 1) window = openWindow(title, clientWidth, clientHeight, samples, false);
-    if (window) context = SDL_GL_CreateContext(window);
-    if (!window || !context) {
+    if (!state().window && samples <= 1) state().window = openWindow(title, clientWidth, clientHeight, samples, false);
+    if (state().window) state().context = SDL_GL_CreateContext(state().window);
+    if (!state().window || !state().context) {
         error = SDL_GetError();
         destroy();
         return false;
     }
-    SDL_GL_MakeCurrent(window, context);
-    arrowCursor = SDL_CreateSystemCursor(SDL_SYSTEM_CURSOR_ARROW);
-    crossCursor = SDL_CreateSystemCursor(SDL_SYSTEM_CURSOR_CROSSHAIR);
-    keysDown.clear();
+    SDL_GL_MakeCurrent(state().window, state().context);
+    state().arrowCursor = SDL_CreateSystemCursor(SDL_SYSTEM_CURSOR_ARROW);
+    state().crossCursor = SDL_CreateSystemCursor(SDL_SYSTEM_CURSOR_CROSSHAIR);
+    state().keysDown.clear();
     return true;
 }
 
 void destroy() {
-    if (context) SDL_GL_DeleteContext(context);
-    if (window) SDL_DestroyWindow(window);
-    if (arrowCursor) SDL_FreeCursor(arrowCursor);
-    if (crossCursor) SDL_FreeCursor(crossCursor);
-    context = nullptr;
-    window = nullptr;
-    arrowCursor = crossCursor = nullptr;
-    keysDown.clear();
+    if (state().context) SDL_GL_DeleteContext(state().context);
+    if (state().window) SDL_DestroyWindow(state().window);
+    if (state().arrowCursor) SDL_FreeCursor(state().arrowCursor);
+    if (state().crossCursor) SDL_FreeCursor(state().crossCursor);
+    state().context = nullptr;
+    state().window = nullptr;
+    state().arrowCursor = state().crossCursor = nullptr;
+    state().keysDown.clear();
 }
 
 bool exists() {
-    return window != nullptr;
+    return state().window != nullptr;
 }
 bool hasContext() {
-    return window && SDL_GL_GetCurrentContext() != nullptr;
+    return state().window && SDL_GL_GetCurrentContext() != nullptr;
 }
 
 bool samplesAvailable(int samples) {
@@ -173,12 +180,12 @@ bool samplesAvailable(int samples) {
     if (probeContext) SDL_GL_GetAttribute(SDL_GL_MULTISAMPLESAMPLES, &granted);
     if (probeContext) SDL_GL_DeleteContext(probeContext);
     if (probe) SDL_DestroyWindow(probe);
-    if (window) SDL_GL_MakeCurrent(window, context);
+    if (state().window) SDL_GL_MakeCurrent(state().window, state().context);
     return granted >= samples;
 }
 
 bool pollEvent(Event& event) {
-    if (!window) return false;
+    if (!state().window) return false;
     SDL_Event sdlEvent;
     while (SDL_PollEvent(&sdlEvent))
         if (translate(sdlEvent, event)) return true;
@@ -186,35 +193,35 @@ bool pollEvent(Event& event) {
 }
 
 void swapBuffers() {
-    if (window) SDL_GL_SwapWindow(window);
+    if (state().window) SDL_GL_SwapWindow(state().window);
 }
 
 void getClientSize(int& width, int& height) {
     width = height = 0;
-    if (window) SDL_GetWindowSize(window, &width, &height);
+    if (state().window) SDL_GetWindowSize(state().window, &width, &height);
 }
 
 void getPosition(int& x, int& y) {
     x = y = 0;
-    if (window) SDL_GetWindowPosition(window, &x, &y);
+    if (state().window) SDL_GetWindowPosition(state().window, &x, &y);
 }
 
 void getBorders(int& left, int& top, int& right, int& bottom) {
     left = top = right = bottom = 0;
-    if (window) SDL_GetWindowBordersSize(window, &top, &left, &bottom, &right);
+    if (state().window) SDL_GetWindowBordersSize(state().window, &top, &left, &bottom, &right);
 }
 
 void setPosition(int x, int y) {
-    if (window) SDL_SetWindowPosition(window, x, y);
+    if (state().window) SDL_SetWindowPosition(state().window, x, y);
 }
 
 void setClientSize(int width, int height) {
-    if (window) SDL_SetWindowSize(window, width, height);
+    if (state().window) SDL_SetWindowSize(state().window, width, height);
 }
 
 void getDesktopSize(int& width, int& height) {
     SDL_DisplayMode mode{};
-    const int display = window ? SDL_GetWindowDisplayIndex(window) : 0;
+    const int display = state().window ? SDL_GetWindowDisplayIndex(state().window) : 0;
     if (SDL_WasInit(SDL_INIT_VIDEO) && SDL_GetDesktopDisplayMode(display < 0 ? 0 : display, &mode) == 0) {
         width = mode.w;
         height = mode.h;
@@ -225,72 +232,72 @@ void getDesktopSize(int& width, int& height) {
 }
 
 void setTitle(const char* title) {
-    if (window) SDL_SetWindowTitle(window, title);
+    if (state().window) SDL_SetWindowTitle(state().window, title);
 }
 
 std::string getTitle() {
-    return window ? SDL_GetWindowTitle(window) : "";
+    return state().window ? SDL_GetWindowTitle(state().window) : "";
 }
 
 void setResizeable(bool resizeable) {
-    if (window) SDL_SetWindowResizable(window, resizeable ? SDL_TRUE : SDL_FALSE);
+    if (state().window) SDL_SetWindowResizable(state().window, resizeable ? SDL_TRUE : SDL_FALSE);
 }
 
 bool isResizeable() {
-    return window && (SDL_GetWindowFlags(window) & SDL_WINDOW_RESIZABLE);
+    return state().window && (SDL_GetWindowFlags(state().window) & SDL_WINDOW_RESIZABLE);
 }
 bool isMinimised() {
-    return window && (SDL_GetWindowFlags(window) & SDL_WINDOW_MINIMIZED);
+    return state().window && (SDL_GetWindowFlags(state().window) & SDL_WINDOW_MINIMIZED);
 }
 bool isMaximised() {
-    return window && (SDL_GetWindowFlags(window) & SDL_WINDOW_MAXIMIZED);
+    return state().window && (SDL_GetWindowFlags(state().window) & SDL_WINDOW_MAXIMIZED);
 }
 bool hasFocus() {
-    return window && (SDL_GetWindowFlags(window) & SDL_WINDOW_INPUT_FOCUS);
+    return state().window && (SDL_GetWindowFlags(state().window) & SDL_WINDOW_INPUT_FOCUS);
 }
 
 void show() {
-    if (window) SDL_ShowWindow(window);
+    if (state().window) SDL_ShowWindow(state().window);
 }
 void minimize() {
-    if (window) SDL_MinimizeWindow(window);
+    if (state().window) SDL_MinimizeWindow(state().window);
 }
 void maximize() {
-    if (window) SDL_MaximizeWindow(window);
+    if (state().window) SDL_MaximizeWindow(state().window);
 }
 void restore() {
-    if (window) SDL_RestoreWindow(window);
+    if (state().window) SDL_RestoreWindow(state().window);
 }
 void raise() {
-    if (window) SDL_RaiseWindow(window);
+    if (state().window) SDL_RaiseWindow(state().window);
 }
 
 bool setFullscreen(bool fullscreen, int width, int height) {
-    if (!window) return false;
-    if (!fullscreen) return SDL_SetWindowFullscreen(window, 0) == 0;
+    if (!state().window) return false;
+    if (!fullscreen) return SDL_SetWindowFullscreen(state().window, 0) == 0;
     int desktopWidth = 0, desktopHeight = 0;
     getDesktopSize(desktopWidth, desktopHeight);
     if (width == desktopWidth && height == desktopHeight)
-        return SDL_SetWindowFullscreen(window, SDL_WINDOW_FULLSCREEN_DESKTOP) == 0;
+        return SDL_SetWindowFullscreen(state().window, SDL_WINDOW_FULLSCREEN_DESKTOP) == 0;
     SDL_DisplayMode wanted{SDL_PIXELFORMAT_UNKNOWN, width, height, 0, nullptr};
     SDL_DisplayMode closest{};
     if (!SDL_GetClosestDisplayMode(0, &wanted, &closest) || closest.w != width || closest.h != height)
         return false;
-    if (SDL_SetWindowDisplayMode(window, &closest) != 0) return false;
-    return SDL_SetWindowFullscreen(window, SDL_WINDOW_FULLSCREEN) == 0;
+    if (SDL_SetWindowDisplayMode(state().window, &closest) != 0) return false;
+    return SDL_SetWindowFullscreen(state().window, SDL_WINDOW_FULLSCREEN) == 0;
 }
 
 bool keyDown(int virtualKey) {
-    return keysDown.count(virtualKey) != 0;
+    return state().keysDown.count(virtualKey) != 0;
 }
 
 bool keyToggled(int virtualKey) {
-    if (!window) return false;
+    if (!state().window) return false;
     switch (virtualKey) {
         case 20:
             return (SDL_GetModState() & KMOD_CAPS) != 0;
         case 45:
-            return insertToggled;
+            return state().insertToggled;
         case 144:
             return (SDL_GetModState() & KMOD_NUM) != 0;
         default:
@@ -299,7 +306,7 @@ bool keyToggled(int virtualKey) {
 }
 
 bool mouseButtonDown(int button) {
-    if (!window) return false;
+    if (!state().window) return false;
     const Uint32 state = SDL_GetMouseState(nullptr, nullptr);
     switch (button) {
         case 1:
@@ -315,30 +322,30 @@ bool mouseButtonDown(int button) {
 
 void getGlobalMouse(int& x, int& y) {
     x = y = 0;
-    if (window) SDL_GetGlobalMouseState(&x, &y);
+    if (state().window) SDL_GetGlobalMouseState(&x, &y);
 }
 
 void warpMouse(int clientX, int clientY) {
-    if (window) SDL_WarpMouseInWindow(window, clientX, clientY);
+    if (state().window) SDL_WarpMouseInWindow(state().window, clientX, clientY);
 }
 
 void restrictMouse(int x, int y, int width, int height) {
-    if (!window) return;
+    if (!state().window) return;
     int windowX = 0, windowY = 0;
     getPosition(windowX, windowY);
     const SDL_Rect rect{x - windowX, y - windowY, width, height};
-    SDL_SetWindowMouseRect(window, &rect);
+    SDL_SetWindowMouseRect(state().window, &rect);
 }
 
 void unRestrictMouse() {
-    if (window) SDL_SetWindowMouseRect(window, nullptr);
+    if (state().window) SDL_SetWindowMouseRect(state().window, nullptr);
 }
 
 void setCursor(int mode) {
-    if (!window) return;
+    if (!state().window) return;
     SDL_ShowCursor(mode == 0 ? SDL_DISABLE : SDL_ENABLE);
-    if (mode == 1 && arrowCursor) SDL_SetCursor(arrowCursor);
-    if (mode == 2 && crossCursor) SDL_SetCursor(crossCursor);
+    if (mode == 1 && state().arrowCursor) SDL_SetCursor(state().arrowCursor);
+    if (mode == 2 && state().crossCursor) SDL_SetCursor(state().crossCursor);
 }
 
 bool setSwapInterval(int interval) {
@@ -350,11 +357,11 @@ int getSwapInterval() {
 }
 
 void setGammaRamp(const unsigned short* ramp256) {
-    if (window) SDL_SetWindowGammaRamp(window, ramp256, ramp256, ramp256);
+    if (state().window) SDL_SetWindowGammaRamp(state().window, ramp256, ramp256, ramp256);
 }
 
 void showMessage(const char* text, const char* title) {
-    if (!window || SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_INFORMATION, title, text, window) != 0)
+    if (!state().window || SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_INFORMATION, title, text, state().window) != 0)
         Platform::showMessage(text, title);
 }
 
@@ -363,16 +370,16 @@ bool askQuestion(const char* text, const char* title) {
         {SDL_MESSAGEBOX_BUTTON_ESCAPEKEY_DEFAULT, 0, "No"},
         {SDL_MESSAGEBOX_BUTTON_RETURNKEY_DEFAULT, 1, "Yes"},
     };
-    const SDL_MessageBoxData box{SDL_MESSAGEBOX_INFORMATION, window, title, text, 2, buttons, nullptr};
+    const SDL_MessageBoxData box{SDL_MESSAGEBOX_INFORMATION, state().window, title, text, 2, buttons, nullptr};
     int answer = 0;
     return SDL_ShowMessageBox(&box, &answer) == 0 && answer == 1;
 }
 
 void queueKey(const char* keyName, bool down) {
-    if (!window) return;
+    if (!state().window) return;
     SDL_Event event{};
     event.type = down ? SDL_KEYDOWN : SDL_KEYUP;
-    event.key.windowID = SDL_GetWindowID(window);
+    event.key.windowID = SDL_GetWindowID(state().window);
     event.key.state = down ? SDL_PRESSED : SDL_RELEASED;
     event.key.keysym.sym = SDL_GetKeyFromName(keyName);
     event.key.keysym.scancode = SDL_GetScancodeFromKey(event.key.keysym.sym);
@@ -380,20 +387,20 @@ void queueKey(const char* keyName, bool down) {
 }
 
 void queueMouseMotion(int x, int y) {
-    if (!window) return;
+    if (!state().window) return;
     SDL_Event event{};
     event.type = SDL_MOUSEMOTION;
-    event.motion.windowID = SDL_GetWindowID(window);
+    event.motion.windowID = SDL_GetWindowID(state().window);
     event.motion.x = x;
     event.motion.y = y;
     SDL_PushEvent(&event);
 }
 
 void queueMouseButton(int x, int y, int button, bool down) {
-    if (!window) return;
+    if (!state().window) return;
     SDL_Event event{};
     event.type = down ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP;
-    event.button.windowID = SDL_GetWindowID(window);
+    event.button.windowID = SDL_GetWindowID(state().window);
     event.button.button = button == 2 ? SDL_BUTTON_RIGHT : button == 4 ? SDL_BUTTON_MIDDLE : SDL_BUTTON_LEFT;
     event.button.state = down ? SDL_PRESSED : SDL_RELEASED;
     event.button.x = x;
@@ -402,10 +409,10 @@ void queueMouseButton(int x, int y, int button, bool down) {
 }
 
 void queueClose() {
-    if (!window) return;
+    if (!state().window) return;
     SDL_Event event{};
     event.type = SDL_WINDOWEVENT;
-    event.window.windowID = SDL_GetWindowID(window);
+    event.window.windowID = SDL_GetWindowID(state().window);
     event.window.event = SDL_WINDOWEVENT_CLOSE;
     SDL_PushEvent(&event);
 }
