@@ -9,35 +9,32 @@
 
 namespace Camera {
 
-Settings settings;
-State camera;
+State& state() {
+    static State instance;
+    return instance;
+}
 
 namespace {
 constexpr float largestMaxAngle = 180.0f;
 constexpr float largestWaypointSpeed = 0.99f;
 
-float clamped(float value, float low, float high) {
-    TRACE_LOCATION("Camera::clamped");
-    return std::min(std::max(value, low), high);
-}
-
 void readSettings() {
     TRACE_LOCATION("Camera::readSettings");
     const ConfigFile config("cfg\\camera.cfg");
     const auto positive = [&config](const char* key) { return std::fabs(config.getVarAsFloat(key)); };
-    settings.rotationSmooth = clamped(config.getVarAsFloat("rotationSmooth"), 0.0f, 1.0f);
-    settings.movementInterpolateSpeed = clamped(config.getVarAsFloat("movementInterpolateSpeed"), 0.0f, 1.0f);
-    settings.maxAngle = std::min(positive("maxAngle"), largestMaxAngle);
-    settings.keyboardTurnSpeed = positive("keyboardTurnSpeed");
-    settings.mouseTurnSpeed = positive("mouseTurnSpeed");
-    settings.zoomSpeed = positive("zoomSpeed");
-    settings.zoomWait = positive("zoomWait");
-    settings.waypointInterpolateSpeed =
-        clamped(positive("waypointInterpolateSpeed"), 0.0f, largestWaypointSpeed);
-    settings.waypointInterpolateDistance = positive("waypointInterpolateDistance");
-    settings.shakeTime = positive("shakeTime");
-    settings.shakeStrenght = positive("shakeStrenght");
-    settings.shakeSpeed = positive("shakeSpeed");
+    state().settings.rotationSmooth = std::clamp(config.getVarAsFloat("rotationSmooth"), 0.0f, 1.0f);
+    state().settings.movementInterpolateSpeed = std::clamp(config.getVarAsFloat("movementInterpolateSpeed"), 0.0f, 1.0f);
+    state().settings.maxAngle = std::min(positive("maxAngle"), largestMaxAngle);
+    state().settings.keyboardTurnSpeed = positive("keyboardTurnSpeed");
+    state().settings.mouseTurnSpeed = positive("mouseTurnSpeed");
+    state().settings.zoomSpeed = positive("zoomSpeed");
+    state().settings.zoomWait = positive("zoomWait");
+    state().settings.waypointInterpolateSpeed =
+        std::clamp(positive("waypointInterpolateSpeed"), 0.0f, largestWaypointSpeed);
+    state().settings.waypointInterpolateDistance = positive("waypointInterpolateDistance");
+    state().settings.shakeTime = positive("shakeTime");
+    state().settings.shakeStrenght = positive("shakeStrenght");
+    state().settings.shakeSpeed = positive("shakeSpeed");
 }
 }  // namespace
 
@@ -47,105 +44,105 @@ Vector2D drawShakeTarget() {
     const float y = static_cast<float>(randomUnit() - 0.5);
     Vector2D target(x, y);
     normalise(target);
-    return target * settings.shakeStrenght;
+    return target * state().settings.shakeStrenght;
 }
 
 void initialise() {
     TRACE_LOCATION("Camera::initialise");
+    state() = State();
     readSettings();
-    camera = State();
 }
 
-void setState(int state) {
+void setState(int newState) {
     TRACE_LOCATION("Camera::setState");
-    if (state >= movingToWaypoint && state <= zoomingIn) camera.state = state;
+    if (newState >= movingToWaypoint && newState <= zoomingIn) state().state = newState;
 }
 
 bool movingTowardsWaypoint() {
     TRACE_LOCATION("Camera::movingTowardsWaypoint");
-    return camera.state == movingToWaypoint;
+    return state().state == movingToWaypoint;
 }
 
 void zoomOut() {
     TRACE_LOCATION("Camera::zoomOut");
-    if (camera.state == following || camera.state == zoomingIn)
-        camera.state = zoomingOut;
-    else if (camera.state == holdingZoom)
-        camera.zoomTimer = settings.zoomWait;
+    if (state().state == following || state().state == zoomingIn)
+        state().state = zoomingOut;
+    else if (state().state == holdingZoom)
+        state().zoomTimer = state().settings.zoomWait;
 }
 
 void shake() {
     TRACE_LOCATION("Camera::shake");
-    camera.shakeTimer = settings.shakeTime;
-    if (camera.shaking) return;
-    camera.shaking = true;
-    camera.shakeTarget = drawShakeTarget();
+    state().shakeTimer = state().settings.shakeTime;
+    if (state().shaking) return;
+    state().shaking = true;
+    state().shakeTarget = drawShakeTarget();
 }
 
 Vector2D getPosition() {
     TRACE_LOCATION("Camera::getPosition");
-    return camera.position;
+    return state().position;
 }
 
 void setPosition(const Vector2D& position) {
     TRACE_LOCATION("Camera::setPosition");
-    camera.position = position;
+    state().position = position;
 }
 
 Vector2D getShakeOffset() {
     TRACE_LOCATION("Camera::getShakeOffset");
-    return camera.shakeOffset;
+    return state().shakeOffset;
 }
 
 Vector2D getViewCentre() {
     TRACE_LOCATION("Camera::getViewCentre");
-    return camera.position + camera.shakeOffset;
+    return state().position + state().shakeOffset;
 }
 
 void setTilt(float degrees) {
     TRACE_LOCATION("Camera::setTilt");
-    camera.tilt = degrees;
-    camera.turnSpeed = 0.0f;
+    state().tilt = degrees;
+    state().turnSpeed = 0.0f;
 }
 
 float getTilt() {
     TRACE_LOCATION("Camera::getTilt");
-    return camera.tilt;
+    return state().tilt;
 }
 
 float getTurnSpeed() {
     TRACE_LOCATION("Camera::getTurnSpeed");
-    return camera.turnSpeed;
+    return state().turnSpeed;
 }
 
 float getZoom() {
     TRACE_LOCATION("Camera::getZoom");
-    return camera.zoom;
+    return state().zoom;
 }
 
 float getZoomTimer() {
     TRACE_LOCATION("Camera::getZoomTimer");
-    return camera.zoomTimer;
+    return state().zoomTimer;
 }
 
 int getState() {
     TRACE_LOCATION("Camera::getState");
-    return camera.state;
+    return state().state;
 }
 
 bool isShaking() {
     TRACE_LOCATION("Camera::isShaking");
-    return camera.shaking;
+    return state().shaking;
 }
 
 float getShakeTimer() {
     TRACE_LOCATION("Camera::getShakeTimer");
-    return camera.shakeTimer;
+    return state().shakeTimer;
 }
 
 Vector2D getShakeTarget() {
     TRACE_LOCATION("Camera::getShakeTarget");
-    return camera.shakeTarget;
+    return state().shakeTarget;
 }
 
 }  // namespace Camera

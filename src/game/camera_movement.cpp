@@ -20,13 +20,13 @@ Vector2D waterTarget() {
     float totalWeight = 0.0f;
     Vector2D sum;
     for (const Particle& particle : ParticleManager::getParticles()) {
-        const float weight = 1.0f / (distance(particle.position, camera.position) + 1.0f);
+        const float weight = 1.0f / (distance(particle.position, state().position) + 1.0f);
         totalWeight += weight;
         sum += particle.position * weight;
     }
     for (const ParticleGroup& group : ParticleGroupMover::getGroups()) {
         const float members = static_cast<float>(group.particles.size());
-        const float weight = members / (distance(group.position, camera.position) + 1.0f);
+        const float weight = members / (distance(group.position, state().position) + 1.0f);
         totalWeight += weight;
         sum += group.position * weight;
     }
@@ -36,11 +36,11 @@ Vector2D waterTarget() {
 float turnInput() {
     TRACE_LOCATION("Camera::turnInput");
     float input = 0.0f;
-    if (GLWindow::keyboardKeyPressed(leftArrow)) input += settings.keyboardTurnSpeed;
-    if (GLWindow::keyboardKeyPressed(rightArrow)) input -= settings.keyboardTurnSpeed;
+    if (GLWindow::keyboardKeyPressed(leftArrow)) input += state().settings.keyboardTurnSpeed;
+    if (GLWindow::keyboardKeyPressed(rightArrow)) input -= state().settings.keyboardTurnSpeed;
     if (GLWindow::hasFocus() && GLWindow::mouseInClientArea()) {
         input -= static_cast<float>(GLWindow::getMouseScreenX() - GLWindow::getClientCenterX()) *
-                 settings.mouseTurnSpeed;
+                 state().settings.mouseTurnSpeed;
         GLWindow::centerMouse();
     }
     return input;
@@ -48,25 +48,25 @@ float turnInput() {
 
 void runShakeToTarget(float travel) {
     TRACE_LOCATION("Camera::runShakeToTarget");
-    Vector2D toTarget = camera.shakeOffset - camera.shakeTarget;
+    Vector2D toTarget = state().shakeOffset - state().shakeTarget;
     if (travel >= length(toTarget)) {
-        camera.shakeOffset = camera.shakeTarget;
-        camera.shakeTarget = drawShakeTarget();
+        state().shakeOffset = state().shakeTarget;
+        state().shakeTarget = drawShakeTarget();
         return;
     }
     normalise(toTarget);
-    camera.shakeOffset -= toTarget * travel;
+    state().shakeOffset -= toTarget * travel;
 }
 
 void runShakeToRest(float travel) {
     TRACE_LOCATION("Camera::runShakeToRest");
-    if (travel > length(camera.shakeOffset)) {
-        camera.shakeOffset = Vector2D();
+    if (travel > length(state().shakeOffset)) {
+        state().shakeOffset = Vector2D();
         return;
     }
-    Vector2D direction = camera.shakeOffset;
+    Vector2D direction = state().shakeOffset;
     normalise(direction);
-    camera.shakeOffset -= direction * travel;
+    state().shakeOffset -= direction * travel;
 }
 }  // namespace
 
@@ -81,64 +81,64 @@ void doMovements(bool turningAllowed, float dt) {
 void doMovement(float dt) {
     TRACE_LOCATION("Camera::doMovement");
     const Vector2D target = waterTarget();
-    if (camera.state != movingToWaypoint) {
-        const float k = std::pow(settings.movementInterpolateSpeed, dt);
-        camera.position = target * (1.0f - k) + camera.position * k;
+    if (state().state != movingToWaypoint) {
+        const float k = std::pow(state().settings.movementInterpolateSpeed, dt);
+        state().position = target * (1.0f - k) + state().position * k;
         return;
     }
-    const float k = std::pow(settings.waypointInterpolateSpeed, dt);
-    const float distanceToTarget = distance(camera.position, target);
-    camera.position = target * (1.0f - k) + camera.position * k;
-    if (distanceToTarget <= settings.waypointInterpolateDistance) camera.state = following;
+    const float k = std::pow(state().settings.waypointInterpolateSpeed, dt);
+    const float distanceToTarget = distance(state().position, target);
+    state().position = target * (1.0f - k) + state().position * k;
+    if (distanceToTarget <= state().settings.waypointInterpolateDistance) state().state = following;
 }
 
 void doZooming(float dt) {
     TRACE_LOCATION("Camera::doZooming");
-    if (camera.state == zoomingOut) {
-        camera.zoom += dt * settings.zoomSpeed;
-        if (camera.zoom >= largestZoom) {
-            camera.zoom = largestZoom;
-            camera.state = holdingZoom;
-            camera.zoomTimer = settings.zoomWait;
+    if (state().state == zoomingOut) {
+        state().zoom += dt * state().settings.zoomSpeed;
+        if (state().zoom >= largestZoom) {
+            state().zoom = largestZoom;
+            state().state = holdingZoom;
+            state().zoomTimer = state().settings.zoomWait;
         }
-    } else if (camera.state == holdingZoom) {
-        camera.zoomTimer -= dt;
-        if (camera.zoomTimer <= 0.0f) {
-            camera.zoomTimer = 0.0f;
-            camera.state = zoomingIn;
+    } else if (state().state == holdingZoom) {
+        state().zoomTimer -= dt;
+        if (state().zoomTimer <= 0.0f) {
+            state().zoomTimer = 0.0f;
+            state().state = zoomingIn;
         }
-    } else if (camera.state == zoomingIn) {
-        camera.zoom -= dt * settings.zoomSpeed;
-        if (camera.zoom <= 1.0f) {
-            camera.zoom = 1.0f;
-            camera.state = following;
+    } else if (state().state == zoomingIn) {
+        state().zoom -= dt * state().settings.zoomSpeed;
+        if (state().zoom <= 1.0f) {
+            state().zoom = 1.0f;
+            state().state = following;
         }
     }
 }
 
 void doShaking(float dt) {
     TRACE_LOCATION("Camera::doShaking");
-    const float travel = dt * settings.shakeSpeed;
-    if (!camera.shaking) {
+    const float travel = dt * state().settings.shakeSpeed;
+    if (!state().shaking) {
         runShakeToRest(travel);
         return;
     }
-    camera.shakeTimer -= dt;
-    if (camera.shakeTimer <= 0.0f) {
-        camera.shakeTimer = 0.0f;
-        camera.shaking = false;
+    state().shakeTimer -= dt;
+    if (state().shakeTimer <= 0.0f) {
+        state().shakeTimer = 0.0f;
+        state().shaking = false;
     }
     runShakeToTarget(travel);
 }
 
 void doTurning(float dt) {
     TRACE_LOCATION("Camera::doTurning");
-    const float k = std::pow(settings.rotationSmooth, dt);
-    camera.turnSpeed = (1.0f - k) * turnInput() + k * camera.turnSpeed;
-    camera.tilt += dt * camera.turnSpeed;
-    if (camera.tilt < -settings.maxAngle || camera.tilt > settings.maxAngle) {
-        camera.tilt = camera.tilt < 0.0f ? -settings.maxAngle : settings.maxAngle;
-        camera.turnSpeed = 0.0f;
+    const float k = std::pow(state().settings.rotationSmooth, dt);
+    state().turnSpeed = (1.0f - k) * turnInput() + k * state().turnSpeed;
+    state().tilt += dt * state().turnSpeed;
+    if (state().tilt < -state().settings.maxAngle || state().tilt > state().settings.maxAngle) {
+        state().tilt = state().tilt < 0.0f ? -state().settings.maxAngle : state().settings.maxAngle;
+        state().turnSpeed = 0.0f;
     }
 }
 

@@ -22,6 +22,7 @@ struct Settings {
 };
 
 struct State {
+    Settings settings;
     Vector2D position{-1000.0f, 0.0f};
     Vector2D shakeOffset;
     Vector2D shakeTarget;
@@ -34,8 +35,7 @@ struct State {
     int state = movingToWaypoint;
 };
 
-extern Settings settings;
-extern State camera;
+State& state();
 
 // A new point for the shake offset to run to.
 Vector2D drawShakeTarget();

@@ -16,7 +16,7 @@
 #include "platform/platform.h"
 #include "water/water.h"
 
-using GameState::game;
+using GameState::state;
 
 namespace {
 constexpr int pageUp = 33;
@@ -32,23 +32,21 @@ constexpr float widestFreeZoom = 100.0f;
 
 void GameState::checkFreeCameraInput() {
     TRACE_LOCATION("Game::checkFreeCameraInput");
-    if (game.consoleVisible) return;
-    const float travel = freeCameraSpeed / game.freeCameraZoom * game.frameTime;
-    if (GLWindow::keyboardKeyPressed(upArrow)) game.freeCameraPosition.y -= travel;
-    if (GLWindow::keyboardKeyPressed(downArrow)) game.freeCameraPosition.y += travel;
-    if (GLWindow::keyboardKeyPressed(leftArrow)) game.freeCameraPosition.x -= travel;
-    if (GLWindow::keyboardKeyPressed(rightArrow)) game.freeCameraPosition.x += travel;
-    const float zoomFactor = 5.0f * game.frameTime + 1.0f;
+    if (state().consoleVisible) return;
+    const float travel = freeCameraSpeed / state().freeCameraZoom * state().frameTime;
+    if (GLWindow::keyboardKeyPressed(upArrow)) state().freeCameraPosition.y -= travel;
+    if (GLWindow::keyboardKeyPressed(downArrow)) state().freeCameraPosition.y += travel;
+    if (GLWindow::keyboardKeyPressed(leftArrow)) state().freeCameraPosition.x -= travel;
+    if (GLWindow::keyboardKeyPressed(rightArrow)) state().freeCameraPosition.x += travel;
+    const float zoomFactor = 5.0f * state().frameTime + 1.0f;
     if (GLWindow::keyboardKeyPressed(pageUp))
-        game.freeCameraZoom = std::max(game.freeCameraZoom * zoomFactor, closestFreeZoom);
+        state().freeCameraZoom = std::max(state().freeCameraZoom * zoomFactor, closestFreeZoom);
     if (GLWindow::keyboardKeyPressed(pageDown))
-        game.freeCameraZoom = std::min(game.freeCameraZoom / zoomFactor, widestFreeZoom);
+        state().freeCameraZoom = std::min(state().freeCameraZoom / zoomFactor, widestFreeZoom);
 }
 
 namespace {
 constexpr int drawTimingBatch = 32;
-uint64_t drawTicsSum = 0;
-int drawTimings = 0;
 
 void freeCameraView() {
     const float areaX = Game::getViewAreaX();
@@ -56,8 +54,8 @@ void freeCameraView() {
     glScalef(static_cast<float>(GLWindow::getClientWidth()) / areaX,
              static_cast<float>(GLWindow::getClientHeight()) / areaY, 1.0f);
     glTranslatef(areaX * 0.5f, areaY * 0.5f, 0.0f);
-    glScalef(game.freeCameraZoom, game.freeCameraZoom, 1.0f);
-    glTranslatef(-game.freeCameraPosition.x, -game.freeCameraPosition.y, 0.0f);
+    glScalef(state().freeCameraZoom, state().freeCameraZoom, 1.0f);
+    glTranslatef(-state().freeCameraPosition.x, -state().freeCameraPosition.y, 0.0f);
 }
 
 void drawLayer(int layer) {
@@ -100,8 +98,8 @@ void lineLoop(const Vector2D* corners, int count) {
 void drawFreeCameraOverlay() {
     glDisable(GL_TEXTURE_2D);
     glDisable(GL_BLEND);
-    const Vector2D at = game.freeCameraPosition;
-    const float arm = 4.0f / game.freeCameraZoom;
+    const Vector2D at = state().freeCameraPosition;
+    const float arm = 4.0f / state().freeCameraZoom;
     glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
     glBegin(GL_LINES);
     glVertex2f(at.x - arm, at.y);
@@ -121,7 +119,7 @@ void drawFreeCameraOverlay() {
     char text[64];
     std::snprintf(text, sizeof(text), "%1f , %2f", at.x, at.y);
     const GLFont font(GLConsole::getFontTexture());
-    font.drawString(text, at.x, at.y + 16.0f / game.freeCameraZoom, 8.0f / game.freeCameraZoom, 1.0f, 1.0f, 1.0f,
+    font.drawString(text, at.x, at.y + 16.0f / state().freeCameraZoom, 8.0f / state().freeCameraZoom, 1.0f, 1.0f, 1.0f,
                     1.0f);
 }
 
@@ -140,12 +138,12 @@ void drawPaused() {
 }
 
 void recordDrawTime(uint64_t tics) {
-    drawTicsSum += tics;
-    if (++drawTimings < drawTimingBatch) return;
-    const uint64_t mean = static_cast<uint64_t>(static_cast<double>(drawTicsSum) * 0.03125);
-    drawTicsSum = 0;
-    drawTimings = 0;
-    if (!game.showDrawSpeeds) return;
+    state().drawTicsSum += tics;
+    if (++state().drawTimings < drawTimingBatch) return;
+    const uint64_t mean = static_cast<uint64_t>(static_cast<double>(state().drawTicsSum) * 0.03125);
+    state().drawTicsSum = 0;
+    state().drawTimings = 0;
+    if (!state().showDrawSpeeds) return;
     GLConsole::print("\nDrawing - clock tics: ");
     GLConsole::print(static_cast<unsigned int>(mean));
 }
@@ -163,19 +161,19 @@ void Game::drawFrame() {
     if (!GLWindow::contextAvailable()) return;
     const uint64_t start = Platform::clockMicroseconds();
     GLWindow::glBeginDraw2d();
-    glClearColor(game.background[0], game.background[1], game.background[2], 1.0f);
+    glClearColor(state().background[0], state().background[1], state().background[2], 1.0f);
     glClear(GL_COLOR_BUFFER_BIT);
     glEnable(GL_TEXTURE_2D);
     glDisable(GL_DEPTH_TEST);
-    if (game.freeCamera)
+    if (state().freeCamera)
         freeCameraView();
     else
         Camera::viewFrom();
     const bool finished = GameLinks::gameIsFinished();
     if (!finished) drawLevel();
-    if (game.freeCamera && !finished) drawFreeCameraOverlay();
+    if (state().freeCamera && !finished) drawFreeCameraOverlay();
     GameRules::draw();
-    if (game.paused && !game.freeCamera) drawPaused();
+    if (state().paused && !state().freeCamera) drawPaused();
     recordDrawTime(Platform::clockMicroseconds() - start);
-    if (game.consoleVisible) GLConsole::draw();
+    if (state().consoleVisible) GLConsole::draw();
 }

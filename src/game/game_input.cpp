@@ -8,7 +8,7 @@
 #include "game/game_state.h"
 #include "graphics/window/window.h"
 
-using GameState::game;
+using GameState::state;
 
 namespace {
 constexpr int consoleKey = 223;
@@ -25,7 +25,7 @@ bool isPauseKey(int key) {
 
 void GameState::setPaused(bool paused) {
     TRACE_LOCATION("Game::setPaused");
-    game.paused = paused;
+    state().paused = paused;
     if (paused)
         GameLinks::pauseMusic();
     else
@@ -34,21 +34,21 @@ void GameState::setPaused(bool paused) {
 
 void Game::keyboardPressed(int key) {
     TRACE_LOCATION("Game::keyboardPressed");
-    if (game.consoleVisible) {
+    if (state().consoleVisible) {
         if (key == consoleKey)
-            game.consoleVisible = false;
+            state().consoleVisible = false;
         else
             GLConsole::keyPressed(key);
         return;
     }
     if (key == consoleKey) {
-        game.consoleVisible = true;
+        state().consoleVisible = true;
     } else if (GameLinks::menuIsOpen()) {
         GameLinks::sendKeyToMenu(key);
     } else if (key == escapeKey) {
         GameLinks::openInGameMenu();
     } else if (isPauseKey(key)) {
-        GameState::setPaused(!game.paused);
+        GameState::setPaused(!state().paused);
     }
 }
 
@@ -82,5 +82,5 @@ void Game::windowClosing() {
 
 void Game::windowFocusLost() {
     TRACE_LOCATION("Game::windowFocusLost");
-    if (!game.paused && !GameLinks::menuIsOpen()) GameState::setPaused(true);
+    if (!state().paused && !GameLinks::menuIsOpen()) GameState::setPaused(true);
 }

@@ -9,35 +9,38 @@
 #include "water/water.h"
 
 namespace GameState {
-State game;
+State& state() {
+    static State instance;
+    return instance;
+}
 }  // namespace GameState
 
-using GameState::game;
+using GameState::state;
 
 namespace {
 
 bool conCmdShowGameSpeeds(bool value, bool set) {
     TRACE_LOCATION("Game::conCmdShowGameSpeeds");
-    if (set) game.showGameSpeeds = value;
-    return game.showGameSpeeds;
+    if (set) state().showGameSpeeds = value;
+    return state().showGameSpeeds;
 }
 
 bool conCmdShowDrawSpeeds(bool value, bool set) {
     TRACE_LOCATION("Game::conCmdShowDrawSpeeds");
-    if (set) game.showDrawSpeeds = value;
-    return game.showDrawSpeeds;
+    if (set) state().showDrawSpeeds = value;
+    return state().showDrawSpeeds;
 }
 
 bool conCmdShowSimSpeeds(bool value, bool set) {
     TRACE_LOCATION("Game::conCmdShowSimSpeeds");
-    if (set) game.showSimSpeeds = value;
-    return game.showSimSpeeds;
+    if (set) state().showSimSpeeds = value;
+    return state().showSimSpeeds;
 }
 
 bool conCmdFreeCamera(bool value, bool set) {
     TRACE_LOCATION("Game::conCmdFreeCamera");
-    if (set) game.freeCamera = value;
-    return game.freeCamera;
+    if (set) state().freeCamera = value;
+    return state().freeCamera;
 }
 
 void conCmdZoomCamera() {
@@ -52,13 +55,13 @@ void conCmdShakeCamera() {
 
 void conCmdRestart() {
     TRACE_LOCATION("Game::conCmdRestart");
-    game.restartRequested = true;
+    state().restartRequested = true;
 }
 
 bool conCmdPause(bool value, bool set) {
     TRACE_LOCATION("Game::conCmdPause");
-    if (set && value != game.paused) GameState::setPaused(value);
-    return game.paused;
+    if (set && value != state().paused) GameState::setPaused(value);
+    return state().paused;
 }
 
 const char* const commandNames[] = {"ShowGameSpeeds", "ShowDrawSpeeds", "ShowSimSpeeds", "FreeCamera",
@@ -84,16 +87,16 @@ void removeCommands() {
 // The switches that every start and restart of a level puts back.
 void resetSwitches() {
     TRACE_LOCATION("Game::resetSwitches");
-    game.running = true;
-    game.stopRequested = false;
-    game.mapRequested = false;
-    game.restartRequested = false;
-    game.freeCameraZoom = 1.0f;
-    game.freeCameraPosition = Vector2D();
-    game.showGameSpeeds = false;
-    game.showDrawSpeeds = false;
-    game.showSimSpeeds = false;
-    game.freeCamera = false;
+    state().running = true;
+    state().stopRequested = false;
+    state().mapRequested = false;
+    state().restartRequested = false;
+    state().freeCameraZoom = 1.0f;
+    state().freeCameraPosition = Vector2D();
+    state().showGameSpeeds = false;
+    state().showDrawSpeeds = false;
+    state().showSimSpeeds = false;
+    state().freeCamera = false;
 }
 
 // A level's water is always 128 particles at its start point, and the camera glides to them.
@@ -108,20 +111,20 @@ void placeWaterAndCamera() {
 void readSettings() {
     TRACE_LOCATION("Game::readSettings");
     const ConfigFile config("cfg\\game.cfg");
-    game.background[0] = config.getVarAsFloat("background_r");
-    game.background[1] = config.getVarAsFloat("background_g");
-    game.background[2] = config.getVarAsFloat("background_b");
-    game.musicName = config.getVarAsString("music");
+    state().background[0] = config.getVarAsFloat("background_r");
+    state().background[1] = config.getVarAsFloat("background_g");
+    state().background[2] = config.getVarAsFloat("background_b");
+    state().musicName = config.getVarAsString("music");
 }
 
 void setUpLoadedLevel(const std::string& levelName) {
     TRACE_LOCATION("Game::setUpLoadedLevel");
-    game.currentMapName = levelName;
-    game.stepTime = Game::stepThreshold;
-    game.freeCameraZoom = 1.0f;
-    game.freeCameraPosition = Vector2D();
-    game.showGameSpeeds = game.showDrawSpeeds = game.showSimSpeeds = false;
-    game.freeCamera = false;
+    state().currentMapName = levelName;
+    state().stepTime = Game::stepThreshold;
+    state().freeCameraZoom = 1.0f;
+    state().freeCameraPosition = Vector2D();
+    state().showGameSpeeds = state().showDrawSpeeds = state().showSimSpeeds = false;
+    state().freeCamera = false;
     addCommands();
     GLConsole::printTitle("Game initialisation");
     ParticleManager::initialise();
@@ -131,15 +134,15 @@ void setUpLoadedLevel(const std::string& levelName) {
     readSettings();
     Triggers_HeatSources_LoadSettings();
     GameRules::initialise();
-    game.clock.reset();
+    state().clock.reset();
 }
 
 }  // namespace
 
 void Game::initialise(const std::string& levelName) {
     TRACE_LOCATION("Game::initialise");
-    game.running = true;
-    game.stopRequested = game.mapRequested = game.restartRequested = false;
+    state().running = true;
+    state().stopRequested = state().mapRequested = state().restartRequested = false;
     GameLinks::openMainMenu();
     if (GameLinks::loadLevel(levelName)) setUpLoadedLevel(levelName);
 }
@@ -164,5 +167,5 @@ void Game::shutdown() {
     ParticleManager::shutdown();
     ParticleRenderer::shutdown();
     // A game shut down is as one never started: the next run measures its frames afresh.
-    game = GameState::State();
+    state() = GameState::State();
 }

@@ -11,21 +11,21 @@
 #include "platform/platform.h"
 #include "water/water.h"
 
-using GameState::game;
+using GameState::state;
 
 namespace {
 
 void updateFrameSpeed() {
     TRACE_LOCATION("Game::updateFrameSpeed");
-    game.clock.update();
-    game.frameTimeSum += game.clock.deltaSeconds;
-    if (++game.frameCounter < Game::frameBatch) return;
-    game.frameTime = game.frameTimeSum * 0.0625f;
-    game.frameTimeSum = 0.0f;
-    game.frameCounter = 0;
-    if (game.showGameSpeeds && game.frameTime > 0.0f) {
+    state().clock.update();
+    state().frameTimeSum += state().clock.deltaSeconds;
+    if (++state().frameCounter < Game::frameBatch) return;
+    state().frameTime = state().frameTimeSum * 0.0625f;
+    state().frameTimeSum = 0.0f;
+    state().frameCounter = 0;
+    if (state().showGameSpeeds && state().frameTime > 0.0f) {
         GLConsole::print("\nGame - fps: ");
-        GLConsole::print(1.0f / game.frameTime);
+        GLConsole::print(1.0f / state().frameTime);
     }
 }
 
@@ -34,13 +34,13 @@ void updateFrameSpeed() {
 bool simulationRuns() {
     TRACE_LOCATION("Game::simulationRuns");
     return !GameLinks::menuIsOpen() && !Camera::movingTowardsWaypoint() && !GameLinks::gameIsFinished() &&
-           !game.paused;
+           !state().paused;
 }
 
 void moveCamera(float dt) {
     TRACE_LOCATION("Game::moveCamera");
-    if (!game.freeCamera) {
-        Camera::doMovements(!game.consoleVisible, dt);
+    if (!state().freeCamera) {
+        Camera::doMovements(!state().consoleVisible, dt);
         return;
     }
     Camera::doMovements(false, dt);
@@ -49,7 +49,7 @@ void moveCamera(float dt) {
 
 void gameStep(float dt) {
     TRACE_LOCATION("Game::gameStep");
-    ++game.gameSteps;
+    ++state().gameSteps;
     if (simulationRuns()) Game::runSimulation(dt);
     if (!GameLinks::gameIsFinished()) Game::soundUpdate(dt);
     if (!GameLinks::menuIsOpen()) moveCamera(dt);
@@ -57,16 +57,16 @@ void gameStep(float dt) {
         GameLinks::updateRules(dt);
     else
         GameLinks::unpauseLevelTimer();
-    game.stepTime = 0.0f;
+    state().stepTime = 0.0f;
 }
 
 void carryOutRequests() {
     TRACE_LOCATION("Game::carryOutRequests");
-    if (game.stopRequested)
-        game.running = false;
-    else if (game.mapRequested)
-        Game::initialise(game.mapName);
-    else if (game.restartRequested)
+    if (state().stopRequested)
+        state().running = false;
+    else if (state().mapRequested)
+        Game::initialise(state().mapName);
+    else if (state().restartRequested)
         Game::resetLevel();
 }
 
@@ -74,20 +74,20 @@ void frame(bool stepForced, float forcedStepTime) {
     TRACE_LOCATION("Game::frame");
     updateFrameSpeed();
     if (GLWindow::mouseInClientArea()) GLWindow::setCursor(0);
-    game.stepTime = stepForced ? forcedStepTime : game.stepTime + game.frameTime;
-    if (stepForced || game.stepTime >= Game::stepThreshold) gameStep(game.stepTime);
+    state().stepTime = stepForced ? forcedStepTime : state().stepTime + state().frameTime;
+    if (stepForced || state().stepTime >= Game::stepThreshold) gameStep(state().stepTime);
     if (!GLWindow::isMinimised()) Game::draw();
     carryOutRequests();
 }
 
 void recordSimulationTime(uint64_t tics) {
     TRACE_LOCATION("Game::recordSimulationTime");
-    game.simulationTicsSum += tics;
-    if (++game.simulationTimings < Game::simulationTimingBatch) return;
-    const uint64_t mean = static_cast<uint64_t>(static_cast<double>(game.simulationTicsSum) * 0.03125);
-    game.simulationTicsSum = 0;
-    game.simulationTimings = 0;
-    if (!game.showSimSpeeds) return;
+    state().simulationTicsSum += tics;
+    if (++state().simulationTimings < Game::simulationTimingBatch) return;
+    const uint64_t mean = static_cast<uint64_t>(static_cast<double>(state().simulationTicsSum) * 0.03125);
+    state().simulationTicsSum = 0;
+    state().simulationTimings = 0;
+    if (!state().showSimSpeeds) return;
     GLConsole::print("\nSimulation - clock tics: ");
     GLConsole::print(static_cast<unsigned int>(mean));
 }
@@ -108,12 +108,12 @@ void Game::runFrame(float stepSeconds) {
 void Game::runSimulation(float dt) {
     TRACE_LOCATION("Game::runSimulation");
     const uint64_t start = Platform::clockMicroseconds();
-    if (!game.paused && !GameLinks::menuIsOpen()) {
+    if (!state().paused && !GameLinks::menuIsOpen()) {
         const float step = std::min(dt, longestSimulationStep);
         GameLinks::stepLevelBeforeWater(step);
         ParticleManager::runSimulation(step);
         GameLinks::stepLevelAfterWater(step);
-        ++game.simulationSteps;
+        ++state().simulationSteps;
     }
     recordSimulationTime(Platform::clockMicroseconds() - start);
 }

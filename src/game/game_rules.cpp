@@ -13,89 +13,94 @@ namespace {
 
 constexpr float shortestFinish = 0.001f;
 
-// Made on first use: its constructor reads the clock.
-LongTimer& levelTimer() {
-    static LongTimer timer;
-    return timer;
-}
+struct State {
+    // Its constructor reads the clock, so the state is made on first use.
+    LongTimer levelTimer;
+    bool finished = false;
+    float finishTimer = 0.0f;
+    float finishAnimationTime = shortestFinish;
+    float finishWaterVolume = 0.0f;
+    uint32_t endCount = 0;
+    uint32_t checkPointCount = GameRules::fullLevelParticles;
+    Vector2D checkPoint;
+    bool timePrint = false;
+};
 
-bool finished = false;
-float finishTimer = 0.0f;
-float finishAnimationTime = shortestFinish;
-float finishWaterVolume = 0.0f;
-uint32_t endCount = 0;
-uint32_t checkPointCount = GameRules::fullLevelParticles;
-Vector2D checkPoint;
-bool timePrint = false;
+State& state() {
+    static State instance;
+    return instance;
+}
 
 void readSettings() {
     TRACE_LOCATION("GameRules::readSettings");
     const ConfigFile config("cfg\\game.cfg");
-    finishAnimationTime = std::max(config.getVarAsFloat("finishAnimationTime"), shortestFinish);
-    finishWaterVolume = config.getVarAsFloat("finishWaterVolume");
+    state().finishAnimationTime = std::max(config.getVarAsFloat("finishAnimationTime"), shortestFinish);
+    state().finishWaterVolume = config.getVarAsFloat("finishWaterVolume");
 }
 
 // All water lost: what the check point saw comes back there, and the camera
 // glides to it while the water rests. The clock goes on.
 void giveWaterBack() {
     TRACE_LOCATION("GameRules::giveWaterBack");
-    ParticleManager::createParticles(checkPoint.x, checkPoint.y, GameRules::checkPointRadius,
-                                     static_cast<int>(checkPointCount));
+    ParticleManager::createParticles(state().checkPoint.x, state().checkPoint.y, GameRules::checkPointRadius,
+                                     static_cast<int>(state().checkPointCount));
     Camera::setState(Camera::movingToWaypoint);
 }
 
 // The share asked for must stand in the end at one moment, not trickle in.
 void checkForWin() {
     TRACE_LOCATION("GameRules::checkForWin");
-    const float share = static_cast<float>(GameRules::getParticleCount()) * finishWaterVolume;
+    const float share = static_cast<float>(GameRules::getParticleCount()) * state().finishWaterVolume;
     const uint32_t needed = std::max<uint32_t>(1, static_cast<uint32_t>(std::max(share, 0.0f)));
-    if (endCount < needed) {
-        endCount = 0;
+    if (state().endCount < needed) {
+        state().endCount = 0;
         return;
     }
-    finished = true;
-    endCount = 0;
-    finishTimer = finishAnimationTime;
+    state().finished = true;
+    state().endCount = 0;
+    state().finishTimer = state().finishAnimationTime;
 }
 
 }  // namespace
 
 namespace GameRules {
 
+namespace {
+const GLConsoleCommand commands[] = {
+    {"TimePrint", conCmdTimePrint},
+};
+}  // namespace
+
 void initialise() {
     TRACE_LOCATION("GameRules::initialise");
-    checkPoint = Level::getWaterStart();
-    checkPointCount = fullLevelParticles;
-    finished = false;
-    timePrint = false;
-    endCount = 0;
+    state() = State();
+    state().checkPoint = Level::getWaterStart();
     readSettings();
-    finishTimer = finishAnimationTime;
-    GLConsole::addCommand("TimePrint", conCmdTimePrint);
-    levelTimer().reset();
+    state().finishTimer = state().finishAnimationTime;
+    GLConsole::addCommands(commands);
 }
 
 void update(float dt) {
     TRACE_LOCATION("GameRules::update");
-    if (!finished) {
+    if (!state().finished) {
         if (Camera::getState() != Camera::movingToWaypoint)
-            levelTimer().update();
+            state().levelTimer.update();
         else
-            levelTimer().unpause();
+            state().levelTimer.unpause();
     }
     if (ParticleManager::getParticles().empty() && ParticleGroupMover::getGroups().empty()) giveWaterBack();
-    if (finished && finishTimer > 0.0f) finishTimer -= dt;
-    if (!finished) checkForWin();
+    if (state().finished && state().finishTimer > 0.0f) state().finishTimer -= dt;
+    if (!state().finished) checkForWin();
 }
 
 bool gameIsFinished() {
     TRACE_LOCATION("GameRules::gameIsFinished");
-    return finished && finishTimer <= 0.0f;
+    return state().finished && state().finishTimer <= 0.0f;
 }
 
 bool levelIsWon() {
     TRACE_LOCATION("GameRules::levelIsWon");
-    return finished;
+    return state().finished;
 }
 
 int getParticleCount() {
@@ -113,7 +118,7 @@ int getWaterScore() {
 
 int getTimeScore() {
     TRACE_LOCATION("GameRules::getTimeScore");
-    const double t = static_cast<double>(levelTimer().elapsed);
+    const double t = static_cast<double>(state().levelTimer.elapsed);
     const double r = std::clamp((t - bestTime) / (static_cast<double>(worstTime) - bestTime), 0.0, 1.0);
     return static_cast<int>((1.0 - r) * timeScoreRange) + timeScoreFloor;
 }
@@ -125,40 +130,40 @@ int getTotalScore() {
 
 uint32_t getLevelTime() {
     TRACE_LOCATION("GameRules::getLevelTime");
-    return levelTimer().elapsed;
+    return state().levelTimer.elapsed;
 }
 
 void setCheckPoint(float x, float y) {
     TRACE_LOCATION("GameRules::setCheckPoint");
-    checkPointCount = static_cast<uint32_t>(getParticleCount());
-    checkPoint = Vector2D(x, y);
+    state().checkPointCount = static_cast<uint32_t>(getParticleCount());
+    state().checkPoint = Vector2D(x, y);
 }
 
 Vector2D getCheckPoint() {
     TRACE_LOCATION("GameRules::getCheckPoint");
-    return checkPoint;
+    return state().checkPoint;
 }
 
 uint32_t getCheckPointCount() {
     TRACE_LOCATION("GameRules::getCheckPointCount");
-    return checkPointCount;
+    return state().checkPointCount;
 }
 
 void incrementEndOfLevelTriggerParticleCount(uint32_t n) {
     TRACE_LOCATION("GameRules::incrementEndOfLevelTriggerParticleCount");
-    endCount += n;
+    state().endCount += n;
 }
 
 void unpauseLevelTimer() {
     TRACE_LOCATION("GameRules::unpauseLevelTimer");
-    levelTimer().unpause();
+    state().levelTimer.unpause();
 }
 
 // Hours, minutes, seconds and hundredths of the level time, every frame while asked for.
 void draw() {
     TRACE_LOCATION("GameRules::draw");
-    if (!timePrint) return;
-    uint32_t t = levelTimer().elapsed;
+    if (!state().timePrint) return;
+    uint32_t t = state().levelTimer.elapsed;
     const uint32_t hours = t / 3600000;
     t %= 3600000;
     const uint32_t minutes = t / 60000;
@@ -173,8 +178,8 @@ void draw() {
 
 bool conCmdTimePrint(bool value, bool set) {
     TRACE_LOCATION("GameRules::conCmdTimePrint");
-    if (set) timePrint = value;
-    return timePrint;
+    if (set) state().timePrint = value;
+    return state().timePrint;
 }
 
 }  // namespace GameRules

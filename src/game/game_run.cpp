@@ -9,18 +9,18 @@
 #include "level/level.h"
 #include "platform/platform.h"
 
-using GameState::game;
+using GameState::state;
 
 void Game::run(const std::string& levelName) {
     TRACE_LOCATION("Game::run");
-    if (!GLWindow::exists() || game.running) return;
+    if (!GLWindow::exists() || state().running) return;
     SurfaceTypeManager::initialise();
     initialise(levelName);
     GLWindowEventListener* const savedListener = GLWindow::getEventListener();
     Game listener;
     GLWindow::setEventListener(&listener);
-    game.clock.reset();
-    while (GLWindow::exists() && game.running) {
+    state().clock.reset();
+    while (GLWindow::exists() && state().running) {
         GLWindow::run();
         gameLoop();
         if (GLWindow::isMinimised()) Platform::sleepMilliseconds(1);
@@ -31,13 +31,13 @@ void Game::run(const std::string& levelName) {
 
 void Game::stop() {
     TRACE_LOCATION("Game::stop");
-    game.stopRequested = true;
+    state().stopRequested = true;
 }
 
 void Game::map(const std::string& levelName) {
     TRACE_LOCATION("Game::map");
-    game.mapRequested = true;
-    game.mapName = levelName;
+    state().mapRequested = true;
+    state().mapName = levelName;
 }
 
 // The mouse goes to the centre, so that the first step of play doesn't read
@@ -72,55 +72,55 @@ float Game::getViewAreaY() {
 
 bool Game::isRunning() {
     TRACE_LOCATION("Game::isRunning");
-    return game.running;
+    return state().running;
 }
 
 bool Game::isPaused() {
     TRACE_LOCATION("Game::isPaused");
-    return game.paused;
+    return state().paused;
 }
 
 bool Game::isFreeCamera() {
     TRACE_LOCATION("Game::isFreeCamera");
-    return game.freeCamera;
+    return state().freeCamera;
 }
 
 bool Game::isConsoleVisible() {
     TRACE_LOCATION("Game::isConsoleVisible");
-    return game.consoleVisible;
+    return state().consoleVisible;
 }
 
 const std::string& Game::getCurrentMapName() {
     TRACE_LOCATION("Game::getCurrentMapName");
-    return game.currentMapName;
+    return state().currentMapName;
 }
 
 Vector2D Game::getFreeCameraPosition() {
     TRACE_LOCATION("Game::getFreeCameraPosition");
-    return game.freeCameraPosition;
+    return state().freeCameraPosition;
 }
 
 float Game::getFreeCameraZoom() {
     TRACE_LOCATION("Game::getFreeCameraZoom");
-    return game.freeCameraZoom;
+    return state().freeCameraZoom;
 }
 
 float Game::getFrameTime() {
     TRACE_LOCATION("Game::getFrameTime");
-    return game.frameTime;
+    return state().frameTime;
 }
 
 float Game::getStepTime() {
     TRACE_LOCATION("Game::getStepTime");
-    return game.stepTime;
+    return state().stepTime;
 }
 
 uint64_t Game::getGameStepCount() {
     TRACE_LOCATION("Game::getGameStepCount");
-    return game.gameSteps;
+    return state().gameSteps;
 }
 
 uint64_t Game::getSimulationStepCount() {
     TRACE_LOCATION("Game::getSimulationStepCount");
-    return game.simulationSteps;
+    return state().simulationSteps;
 }

@@ -32,11 +32,13 @@ struct State {
     float freeCameraZoom = 1.0f;
     uint64_t simulationTicsSum = 0;
     int simulationTimings = 0;
+    uint64_t drawTicsSum = 0;
+    int drawTimings = 0;
     uint64_t gameSteps = 0;
     uint64_t simulationSteps = 0;
 };
 
-extern State game;
+State& state();
 
 // Turns the player's pause on or off, with the music.
 void setPaused(bool paused);
