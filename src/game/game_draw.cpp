@@ -169,7 +169,7 @@ void Game::drawFrame() {
         freeCameraView();
     else
         Camera::viewFrom();
-    const bool finished = GameLinks::gameIsFinished();
+    const bool finished = GameRules::gameIsFinished();
     if (!finished) drawLevel();
     if (state().freeCamera && !finished) drawFreeCameraOverlay();
     GameRules::draw();

@@ -66,7 +66,7 @@ void Game::mousePressed(int x, int y, int button) {
     TRACE_LOCATION("Game::mousePressed");
     if (GameLinks::menuIsOpen())
         GameLinks::sendMousePressToMenu(x, y, button);
-    else if (button == rightButton && !GameLinks::gameIsFinished())
+    else if (button == rightButton && !GameRules::gameIsFinished())
         GameLinks::openInGameMenu();
 }
 

@@ -6,6 +6,7 @@
 #include "game/game.h"
 #include "game/game_state.h"
 #include "graphics/graphics.h"
+#include "level/level.h"
 #include "water/water.h"
 
 namespace GameState {
@@ -64,25 +65,12 @@ bool conCmdPause(bool value, bool set) {
     return state().paused;
 }
 
-const char* const commandNames[] = {"ShowGameSpeeds", "ShowDrawSpeeds", "ShowSimSpeeds", "FreeCamera",
-                                    "ZoomCamera",     "ShakeCamera",    "Restart",       "Pause"};
-
-void addCommands() {
-    TRACE_LOCATION("Game::addCommands");
-    GLConsole::addCommand("ShowGameSpeeds", conCmdShowGameSpeeds);
-    GLConsole::addCommand("ShowDrawSpeeds", conCmdShowDrawSpeeds);
-    GLConsole::addCommand("ShowSimSpeeds", conCmdShowSimSpeeds);
-    GLConsole::addCommand("FreeCamera", conCmdFreeCamera);
-    GLConsole::addCommand("ZoomCamera", conCmdZoomCamera);
-    GLConsole::addCommand("ShakeCamera", conCmdShakeCamera);
-    GLConsole::addCommand("Restart", conCmdRestart);
-    GLConsole::addCommand("Pause", conCmdPause);
-}
-
-void removeCommands() {
-    TRACE_LOCATION("Game::removeCommands");
-    for (const char* name : commandNames) GLConsole::removeCommand(name);
-}
+const GLConsoleCommand commands[] = {
+    {"ShowGameSpeeds", conCmdShowGameSpeeds}, {"ShowDrawSpeeds", conCmdShowDrawSpeeds},
+    {"ShowSimSpeeds", conCmdShowSimSpeeds},   {"FreeCamera", conCmdFreeCamera},
+    {"ZoomCamera", conCmdZoomCamera},         {"ShakeCamera", conCmdShakeCamera},
+    {"Restart", conCmdRestart},               {"Pause", conCmdPause},
+};
 
 // The switches that every start and restart of a level puts back.
 void resetSwitches() {
@@ -102,9 +90,9 @@ void resetSwitches() {
 // A level's water is always 128 particles at its start point, and the camera glides to them.
 void placeWaterAndCamera() {
     TRACE_LOCATION("Game::placeWaterAndCamera");
-    const Vector2D water = GameLinks::waterStart();
+    const Vector2D water = Level::getWaterStart();
     ParticleManager::createParticles(water.x, water.y, Game::waterStartRadius, Game::waterParticles);
-    Camera::setPosition(GameLinks::cameraStart());
+    Camera::setPosition(Level::getCameraStart());
     Camera::setState(Camera::movingToWaypoint);
 }
 
@@ -121,11 +109,7 @@ void setUpLoadedLevel(const std::string& levelName) {
     TRACE_LOCATION("Game::setUpLoadedLevel");
     state().currentMapName = levelName;
     state().stepTime = Game::stepThreshold;
-    state().freeCameraZoom = 1.0f;
-    state().freeCameraPosition = Vector2D();
-    state().showGameSpeeds = state().showDrawSpeeds = state().showSimSpeeds = false;
-    state().freeCamera = false;
-    addCommands();
+    GLConsole::addCommands(commands);
     GLConsole::printTitle("Game initialisation");
     ParticleManager::initialise();
     ParticleRenderer::initialise();
@@ -141,19 +125,18 @@ void setUpLoadedLevel(const std::string& levelName) {
 
 void Game::initialise(const std::string& levelName) {
     TRACE_LOCATION("Game::initialise");
-    state().running = true;
-    state().stopRequested = state().mapRequested = state().restartRequested = false;
+    resetSwitches();
     GameLinks::openMainMenu();
-    if (GameLinks::loadLevel(levelName)) setUpLoadedLevel(levelName);
+    if (Level::load(levelName)) setUpLoadedLevel(levelName);
 }
 
 void Game::resetLevel() {
     TRACE_LOCATION("Game::resetLevel");
     resetSwitches();
-    ParticleManager::getParticles().clear();
-    ParticleGroupMover::getGroups().clear();
+    ParticleManager::removeAllParticles();
+    ParticleGroupMover::removeAllGroups();
     ParticleMover::clearParticleGrid();
-    GameLinks::resetLevelStore();
+    Level::reset();
     Camera::initialise();
     placeWaterAndCamera();
     GameRules::initialise();
@@ -162,8 +145,8 @@ void Game::resetLevel() {
 void Game::shutdown() {
     TRACE_LOCATION("Game::shutdown");
     GLConsole::printTitle("Game shutdown");
-    removeCommands();
-    GameLinks::clearLevel();
+    GLConsole::removeCommands(commands);
+    Level::clear();
     ParticleManager::shutdown();
     ParticleRenderer::shutdown();
     // A game shut down is as one never started: the next run measures its frames afresh.

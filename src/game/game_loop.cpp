@@ -4,9 +4,11 @@
 #include <algorithm>
 
 #include "console/console.h"
+#include "dynamics/dynamics.h"
 #include "foundation/foundation.h"
 #include "game/game.h"
 #include "game/game_state.h"
+#include "graphics/graphics.h"
 #include "graphics/window/window.h"
 #include "platform/platform.h"
 #include "water/water.h"
@@ -33,7 +35,7 @@ void updateFrameSpeed() {
 // level not over and the camera not still gliding to the water.
 bool simulationRuns() {
     TRACE_LOCATION("Game::simulationRuns");
-    return !GameLinks::menuIsOpen() && !Camera::movingTowardsWaypoint() && !GameLinks::gameIsFinished() &&
+    return !GameLinks::menuIsOpen() && !Camera::movingTowardsWaypoint() && !GameRules::gameIsFinished() &&
            !state().paused;
 }
 
@@ -51,12 +53,12 @@ void gameStep(float dt) {
     TRACE_LOCATION("Game::gameStep");
     ++state().gameSteps;
     if (simulationRuns()) Game::runSimulation(dt);
-    if (!GameLinks::gameIsFinished()) Game::soundUpdate(dt);
+    if (!GameRules::gameIsFinished()) Game::soundUpdate(dt);
     if (!GameLinks::menuIsOpen()) moveCamera(dt);
     if (simulationRuns())
-        GameLinks::updateRules(dt);
+        GameRules::update(dt);
     else
-        GameLinks::unpauseLevelTimer();
+        GameRules::unpauseLevelTimer();
     state().stepTime = 0.0f;
 }
 
@@ -110,9 +112,13 @@ void Game::runSimulation(float dt) {
     const uint64_t start = Platform::clockMicroseconds();
     if (!state().paused && !GameLinks::menuIsOpen()) {
         const float step = std::min(dt, longestSimulationStep);
-        GameLinks::stepLevelBeforeWater(step);
+        // The water collides with the edges of the step's start plus what the movers pushed.
+        MoverManager::updateCollideableNodes();
+        MoverManager::runMovers(step);
+        GameLinks::runEffects(step);
         ParticleManager::runSimulation(step);
-        GameLinks::stepLevelAfterWater(step);
+        TriggerManager::runTriggers(step);
+        LevelObjectsManager::runAnimations(step);
         ++state().simulationSteps;
     }
     recordSimulationTime(Platform::clockMicroseconds() - start);

@@ -47,8 +47,8 @@ void checkFreeCameraInput();
 
 }  // namespace GameState
 
-// What Game asks of the subsystems around it that are not part of the game
-// flow itself: menus, the rules of winning, music and the level store.
+// What Game asks of the subsystems that are not built yet: the menus, sound,
+// music and effects. Each goes when its subsystem arrives.
 namespace GameLinks {
 
 bool menuIsOpen();
@@ -61,23 +61,10 @@ void sendKeyReleaseToMenu(int key);
 void sendMouseMoveToMenu(int x, int y);
 void sendMousePressToMenu(int x, int y, int button);
 void sendMouseReleaseToMenu(int x, int y, int button);
-bool gameIsFinished();
-// The rules of winning and the level timer, which stands still while they don't run.
-void updateRules(float dt);
-void unpauseLevelTimer();
-// What moves in a level besides the water: movers and effects before it, then
-// the triggers that test it and the animations.
-void stepLevelBeforeWater(float dt);
-void stepLevelAfterWater(float dt);
+// The effect particles' step, between the movers and the water.
+void runEffects(float dt);
 void updateSounds(float dt);
 void pauseMusic();
 void resumeMusic();
-
-// Reads the level; false leaves the old one standing.
-bool loadLevel(const std::string& levelName);
-void resetLevelStore();
-void clearLevel();
-Vector2D waterStart();
-Vector2D cameraStart();
 
 }  // namespace GameLinks
