@@ -1,3 +1,4 @@
+#include "dynamics/trigger_state.h"
 #include "dynamics/dynamics_fixture.h"
 
 #include "graphics/graphics.h"
@@ -33,5 +34,5 @@ Particle& DynamicsTest::addParticle(const Vector2D& at, float temperature) {
 Trigger& DynamicsTest::addSquare(int32_t type, int32_t targetId, float x, float y, float size, float delay) {
     TriggerManager::addTrigger(type, targetId, delay, Vector2D(x, y), Vector2D(x + size, y),
                                Vector2D(x + size, y + size), Vector2D(x, y + size));
-    return TriggerManager::getTriggers().front();
+    return TriggerManager::state().triggers.front();
 }

@@ -8,6 +8,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "dynamics/trigger_state.h"
 #include "dynamics/dynamics.h"
 #include "game/game.h"
 #include "graphics/window/window.h"
@@ -126,7 +127,7 @@ TEST_F(LevelPlayTest, ARestartPutsTheRulesAndTriggersBack) {
     Game::resetLevel();
     EXPECT_FALSE(GameRules::levelIsWon());
     EXPECT_EQ(GameRules::getLevelTime(), 0u);
-    for (const Trigger& trigger : TriggerManager::getTriggers()) EXPECT_EQ(trigger.fireCount, 0u);
+    for (const Trigger& trigger : TriggerManager::state().triggers) EXPECT_EQ(trigger.fireCount, 0u);
 }
 
 TEST_F(LevelPlayTest, WaterFrozenByAnIceAreaAndMeltedAgainReachesTheEnd) {

@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "dynamics/trigger_state.h"
 #include "dynamics/dynamics_fixture.h"
 #include "graphics/graphics.h"
 #include "level/level.h"
@@ -229,7 +230,7 @@ TEST_F(TriggerFunctionsTest, TheCheckPointIsTheMeanOfTheSixTriangleCorners) {
     // The two corners the triangles share weigh double.
     TriggerManager::addTrigger(901, 0, 0.0f, Vector2D(0, 0), Vector2D(60, 0), Vector2D(60, 60),
                                Vector2D(0, 30));
-    Trigger& kite = TriggerManager::getTriggers().front();
+    Trigger& kite = TriggerManager::state().triggers.front();
     kite.typeInfo->function(kite, nullptr, subjectParticle, frame);
     EXPECT_EQ(GameRules::getCheckPoint(), Vector2D(30, 25));
 }

@@ -2,6 +2,7 @@
 // rule with its limits and delays, the active box and the console commands.
 #include <gtest/gtest.h>
 
+#include "dynamics/trigger_state.h"
 #include "console/console.h"
 #include "dynamics/dynamics_fixture.h"
 #include "graphics/graphics.h"
@@ -31,7 +32,7 @@ void addMover(int32_t id) {
 }  // namespace
 
 TEST_F(TriggerManagerTest, TheTypeTableHasEveryTypeWithItsNameAndLimit) {
-    const auto& types = TriggerManager::getTriggerTypes();
+    const auto& types = TriggerManager::state().types;
     EXPECT_EQ(types.size(), 36u);
     struct Row {
         int32_t type;
@@ -56,7 +57,7 @@ TEST_F(TriggerManagerTest, EdgesAndTheSharedDiagonalAreInsideWhicheverWayTheCorn
     const Vector2D a(0, 0), b(100, 0), c(100, 50), d(0, 50);
     TriggerManager::addTrigger(1, 0, 0.0f, a, b, c, d);
     TriggerManager::addTrigger(1, 0, 0.0f, d, c, b, a);
-    for (const Trigger& trigger : TriggerManager::getTriggers()) {
+    for (const Trigger& trigger : TriggerManager::state().triggers) {
         EXPECT_TRUE(TriggerManager::pointInTrigger(Vector2D(50, 25), trigger));
         EXPECT_TRUE(TriggerManager::pointInTrigger(Vector2D(0, 0), trigger));
         EXPECT_TRUE(TriggerManager::pointInTrigger(Vector2D(100, 20), trigger));
@@ -72,8 +73,8 @@ TEST_F(TriggerManagerTest, EdgesAndTheSharedDiagonalAreInsideWhicheverWayTheCorn
 TEST_F(TriggerManagerTest, ANewTriggerIsTestedFirstAndUnknownTypesActAsNull) {
     addSquare(999, 0, 0, 0, 10);
     addSquare(1, 0, 0, 0, 10);
-    EXPECT_EQ(TriggerManager::getTriggers().front().type, 1);
-    const Trigger& unknown = TriggerManager::getTriggers().back();
+    EXPECT_EQ(TriggerManager::state().triggers.front().type, 1);
+    const Trigger& unknown = TriggerManager::state().triggers.back();
     EXPECT_EQ(unknown.type, 999);
     EXPECT_EQ(unknown.typeInfo->name, "Null_a");
     addParticle(Vector2D(5, 5));
@@ -134,14 +135,14 @@ TEST_F(TriggerManagerTest, ADelayedOnceTriggerActsAfterItsDelayWithoutASubject) 
     addSquare(402, 4, 0, 0, 20, 0.1f);
     addParticle(Vector2D(5, 5));
     TriggerManager::runTriggers(frame);
-    EXPECT_EQ(TriggerManager::getDelayedEvents().size(), 1u);
+    EXPECT_EQ(TriggerManager::state().delayedEvents.size(), 1u);
     ParticleManager::getParticles().clear();
     TriggerManager::runTriggers(frame);
     TriggerManager::runTriggers(frame);
     EXPECT_EQ(moverState(4), Mover::stopped);
     TriggerManager::runTriggers(frame);
     EXPECT_EQ(moverState(4), Mover::toEnd);
-    EXPECT_TRUE(TriggerManager::getDelayedEvents().empty());
+    EXPECT_TRUE(TriggerManager::state().delayedEvents.empty());
 }
 
 TEST_F(TriggerManagerTest, ADelayedAllTriggerQueuesOneEventForEachParticleAndFrame) {
@@ -151,7 +152,7 @@ TEST_F(TriggerManagerTest, ADelayedAllTriggerQueuesOneEventForEachParticleAndFra
     addParticle(Vector2D(10, 5));
     TriggerManager::runTriggers(frame);
     TriggerManager::runTriggers(frame);
-    EXPECT_EQ(TriggerManager::getDelayedEvents().size(), 4u);
+    EXPECT_EQ(TriggerManager::state().delayedEvents.size(), 4u);
 }
 
 TEST_F(TriggerManagerTest, DelaysOfTypesThatNeedTheirSubjectAreIgnored) {
@@ -159,11 +160,11 @@ TEST_F(TriggerManagerTest, DelaysOfTypesThatNeedTheirSubjectAreIgnored) {
         EXPECT_EQ(addSquare(type, 0, 0, 0, 10, 2.0f).delay, 0.0f) << type;
     for (int32_t type : {3, 402, 801, 901}) EXPECT_EQ(addSquare(type, 0, 0, 0, 10, 2.0f).delay, 2.0f) << type;
     Particle& particle = addParticle(Vector2D(5, 5), 50.0f);
-    TriggerManager::getTriggers().clear();
+    TriggerManager::state().triggers.clear();
     addSquare(0, 0, 0, 0, 10, 2.0f);
     TriggerManager::runTriggers(frame);
     EXPECT_LT(particle.temperature, 50.0f);
-    EXPECT_TRUE(TriggerManager::getDelayedEvents().empty());
+    EXPECT_TRUE(TriggerManager::state().delayedEvents.empty());
 }
 
 TEST_F(TriggerManagerTest, AResetDropsQueuedEventsUnrun) {
@@ -203,13 +204,13 @@ TEST_F(TriggerManagerTest, CommandsAreRegisteredAndTakenAway) {
     TriggerManager::shutdown();
     EXPECT_NE(console.text().find("\nShutting down trigger manager.."), std::string::npos);
     EXPECT_EQ(GLConsole::getCommands().count("TRIGGERCOUNT"), 0u);
-    EXPECT_TRUE(TriggerManager::getTriggerTypes().empty());
+    EXPECT_TRUE(TriggerManager::state().types.empty());
 }
 
 TEST_F(TriggerManagerTest, TriggerCreateMakesARectangleOrPrintsItsUsage) {
     GLConsole::enterLine("TriggerCreate 1 0 0 0 100 100");
-    ASSERT_EQ(TriggerManager::getTriggers().size(), 1u);
-    const Trigger& trigger = TriggerManager::getTriggers().front();
+    ASSERT_EQ(TriggerManager::state().triggers.size(), 1u);
+    const Trigger& trigger = TriggerManager::state().triggers.front();
     EXPECT_EQ(trigger.typeInfo->name, "To_water_a");
     EXPECT_EQ(trigger.maxX, 100.0f);
     EXPECT_EQ(trigger.maxY, 100.0f);
@@ -222,7 +223,7 @@ TEST_F(TriggerManagerTest, TriggerCreateMakesARectangleOrPrintsItsUsage) {
         "< w : number > < h : number > ";
     const std::string text = console.take();
     EXPECT_NE(text.find(usage), std::string::npos) << text;
-    EXPECT_EQ(TriggerManager::getTriggers().size(), 1u);
+    EXPECT_EQ(TriggerManager::state().triggers.size(), 1u);
     GLConsole::enterLine("TriggerCreate 999 0 0 0 10 10");
     EXPECT_EQ(TriggerManager::conCmdTriggerCount(), 2);
 }

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "level/level_state.h"
 #include "console/console.h"
 #include "level/level.h"
 #include "level_fixtures.h"
@@ -64,8 +65,8 @@ TEST_F(BspTest, OneSquareGivesFourNodesWithNormalsIntoTheSolid) {
         EXPECT_EQ(node->polygon, &Level::getPolygons().front());
         EXPECT_FLOAT_EQ(node->length, 100.0f);
     }
-    ASSERT_EQ(Level::getPolyNodeMap().size(), 1u);
-    EXPECT_EQ(Level::getPolyNodeMap().begin()->second.size(), 4u);
+    ASSERT_EQ(Level::state().polyNodeMap.size(), 1u);
+    EXPECT_EQ(Level::state().polyNodeMap.begin()->second.size(), 4u);
 }
 
 TEST_F(BspTest, SameSquareCounterClockwiseGivesTheSameSides) {
@@ -190,7 +191,7 @@ TEST_F(BspTest, ResetBringsPolygonsBack) {
     EXPECT_EQ(square.offset, Vector2D());
     EXPECT_EQ(square.previousOffset, Vector2D());
     EXPECT_FALSE(LevelBspTree::conCmdBspNodeDraw(false, false));
-    EXPECT_FALSE(Level::getDrawTriangles());
+    EXPECT_FALSE(Level::state().drawTriangles);
 }
 
 TEST_F(BspTest, WalkMovesTheCursorAndSaysWhatIsPossible) {

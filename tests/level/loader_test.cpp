@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "level/level_state.h"
 #include "console/console.h"
 #include "level/level.h"
 #include "level_fixtures.h"
@@ -81,7 +82,7 @@ TEST_F(LevelLoaderTest, EveryRecordIsReadAndHandedOver) {
     EXPECT_EQ(polygon.triangleCount, 1u);
     EXPECT_TRUE(polygon.destructable);  // an Entity_remove_1 trigger names it
     EXPECT_EQ(Level::getCameraStart(), Vector2D(3, 4));
-    const LevelRecords& records = Level::getRecords();
+    const LevelRecords& records = Level::state().records;
     ASSERT_EQ(records.forces.size(), 1u);
     EXPECT_FLOAT_EQ(records.forces[0].directionY, 1.0f);  // normalised
     EXPECT_FLOAT_EQ(records.forces[0].strength, 15.0f);   // times 10
@@ -192,7 +193,7 @@ TEST_F(LevelLoaderTest, ZeroStrengthEmptyNamesAndALaterGoodLoadWork) {
                  bytesFromText("polygon texture \"\"\n0 0\n9 0\n9 9\nend\nsound strength 0\n"));
     ASSERT_TRUE(Level::load("maps\\ok.rill"));
     EXPECT_EQ(Level::getPolygons().front().textureName, "");
-    EXPECT_EQ(Level::getRecords().sounds.size(), 1u);
+    EXPECT_EQ(Level::state().records.sounds.size(), 1u);
 }
 
 TEST(SurfaceTypeManager, ValidTypesFrictionAndClamping) {
