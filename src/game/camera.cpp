@@ -40,11 +40,7 @@ void readSettings() {
 
 Vector2D drawShakeTarget() {
     TRACE_LOCATION("Camera::drawShakeTarget");
-    const float x = static_cast<float>(randomUnit() - 0.5);
-    const float y = static_cast<float>(randomUnit() - 0.5);
-    Vector2D target(x, y);
-    normalise(target);
-    return target * state().settings.shakeStrenght;
+    return randomDirection() * state().settings.shakeStrenght;
 }
 
 void initialise() {

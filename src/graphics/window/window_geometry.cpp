@@ -15,12 +15,12 @@ Borders borders() {
     WindowBackend::getBorders(frame.left, frame.top, frame.right, frame.bottom);
     return frame;
 }
+}  // namespace
 
-// Top left of the client area on the screen.
 void clientOrigin(int& x, int& y) {
+    TRACE_LOCATION("GLWindow::clientOrigin");
     WindowBackend::getPosition(x, y);
 }
-}  // namespace
 
 int getClientWidth() {
     if (!realWindow()) return state().headless.clientWidth;

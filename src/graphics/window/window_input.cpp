@@ -69,9 +69,6 @@ void setMember(std::set<int>& members, int value, bool member) {
         members.erase(value);
 }
 
-void clientOrigin(int& x, int& y) {
-    WindowBackend::getPosition(x, y);
-}
 }  // namespace
 
 bool keyboardKeyPressed(int key) {

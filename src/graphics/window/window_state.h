@@ -42,5 +42,7 @@ bool realWindow();
 bool drawingPossible();
 // The viewport over the whole client area.
 void resetViewport();
+// Top left of the client area on the screen.
+void clientOrigin(int& x, int& y);
 
 }  // namespace GLWindow
