@@ -95,7 +95,6 @@ void removeCommands(const GLConsoleCommand (&table)[N]) {
 }
 void clearCommands();
 void addBasicGLConsoleCommands();
-const std::map<std::string, GLConsoleCommand>& getCommands();
 
 // Runs a typed line as if entered on the console (tools and tests use it).
 void enterLine(const std::string& line);
@@ -111,12 +110,6 @@ void callBoolFunction(const GLConsoleCommand& command, const std::vector<std::st
 void callIntFunction(const GLConsoleCommand& command, const std::vector<std::string>& args);
 void callFloatFunction(const GLConsoleCommand& command, const std::vector<std::string>& args);
 void callStringFunction(const GLConsoleCommand& command, const std::string& text);
-
-// Read access for drawing and tests.
-const char* getOutputBuffer();
-int getOutputPosition();
-const char* getInputLine();
-int getCursorPosition();
 
 // Where printed text also goes as it is printed (the headless runner's standard
 // output); null for none.

@@ -146,14 +146,4 @@ void enterLine(const std::string& line) {
     enter();
 }
 
-const char* getInputLine() {
-    TRACE_LOCATION("GLConsole::getInputLine");
-    return state().inputBuffer;
-}
-
-int getCursorPosition() {
-    TRACE_LOCATION("GLConsole::getCursorPosition");
-    return state().cursorPosition;
-}
-
 }  // namespace GLConsole

@@ -115,14 +115,4 @@ void setPrintHook(PrintHook hook) {
     state().printHook = hook;
 }
 
-const char* getOutputBuffer() {
-    TRACE_LOCATION("GLConsole::getOutputBuffer");
-    return state().outputBuffer;
-}
-
-int getOutputPosition() {
-    TRACE_LOCATION("GLConsole::getOutputPosition");
-    return state().outputPosition;
-}
-
 }  // namespace GLConsole

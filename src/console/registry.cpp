@@ -69,9 +69,4 @@ void removeCommands(const GLConsoleCommand* table, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) removeCommand(table[i].name.c_str());
 }
 
-const std::map<std::string, GLConsoleCommand>& getCommands() {
-    TRACE_LOCATION("GLConsole::getCommands");
-    return state().commands;
-}
-
 }  // namespace GLConsole

@@ -223,7 +223,6 @@ void pushPolygonParticles(float dt);
 void debugDraw();
 
 std::list<Mover>& getMovers();
-const std::list<DynamicPolygon>& getDynamicPolygons();
 
 int conCmdMoverCount();
 bool conCmdMoverDraw(bool value, bool set);

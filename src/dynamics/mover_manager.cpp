@@ -95,11 +95,6 @@ std::list<Mover>& getMovers() {
     return state().movers;
 }
 
-const std::list<DynamicPolygon>& getDynamicPolygons() {
-    TRACE_LOCATION("MoverManager::getDynamicPolygons");
-    return state().dynamicPolygons;
-}
-
 int conCmdMoverCount() {
     TRACE_LOCATION("MoverManager::conCmdMoverCount");
     return static_cast<int>(state().movers.size());

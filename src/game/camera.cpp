@@ -85,11 +85,6 @@ void setPosition(const Vector2D& position) {
     state().position = position;
 }
 
-Vector2D getShakeOffset() {
-    TRACE_LOCATION("Camera::getShakeOffset");
-    return state().shakeOffset;
-}
-
 Vector2D getViewCentre() {
     TRACE_LOCATION("Camera::getViewCentre");
     return state().position + state().shakeOffset;
@@ -106,39 +101,14 @@ float getTilt() {
     return state().tilt;
 }
 
-float getTurnSpeed() {
-    TRACE_LOCATION("Camera::getTurnSpeed");
-    return state().turnSpeed;
-}
-
 float getZoom() {
     TRACE_LOCATION("Camera::getZoom");
     return state().zoom;
 }
 
-float getZoomTimer() {
-    TRACE_LOCATION("Camera::getZoomTimer");
-    return state().zoomTimer;
-}
-
 int getState() {
     TRACE_LOCATION("Camera::getState");
     return state().state;
-}
-
-bool isShaking() {
-    TRACE_LOCATION("Camera::isShaking");
-    return state().shaking;
-}
-
-float getShakeTimer() {
-    TRACE_LOCATION("Camera::getShakeTimer");
-    return state().shakeTimer;
-}
-
-Vector2D getShakeTarget() {
-    TRACE_LOCATION("Camera::getShakeTarget");
-    return state().shakeTarget;
 }
 
 }  // namespace Camera

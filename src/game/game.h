@@ -39,19 +39,13 @@ void viewFrom();
 
 Vector2D getPosition();
 void setPosition(const Vector2D& position);
-Vector2D getShakeOffset();
 // Where the view is centred: position plus shake offset.
 Vector2D getViewCentre();
 float getTilt();
 // Turns the view to a tilt in degrees at once (tools and tests; players turn it by input).
 void setTilt(float degrees);
-float getTurnSpeed();
 float getZoom();
-float getZoomTimer();
 int getState();
-bool isShaking();
-float getShakeTimer();
-Vector2D getShakeTarget();
 
 }  // namespace Camera
 
@@ -83,8 +77,6 @@ int getTotalScore();
 // Milliseconds of play.
 uint32_t getLevelTime();
 void setCheckPoint(float x, float y);
-Vector2D getCheckPoint();
-uint32_t getCheckPointCount();
 void incrementEndOfLevelTriggerParticleCount(uint32_t n);
 void unpauseLevelTimer();
 void draw();
@@ -135,17 +127,9 @@ public:
     static void startPlaying();
 
     static bool isRunning();
-    static bool isPaused();
-    static bool isFreeCamera();
-    static bool isConsoleVisible();
     static const std::string& getCurrentMapName();
-    static Vector2D getFreeCameraPosition();
-    static float getFreeCameraZoom();
-    static float getFrameTime();
-    static float getStepTime();
-    // Game steps taken and simulation steps run since the program started.
+    // Game steps taken since the program started.
     static uint64_t getGameStepCount();
-    static uint64_t getSimulationStepCount();
 
     void mouseMoved(int x, int y) override;
     void mousePressed(int x, int y, int button) override;

@@ -6,30 +6,14 @@
 
 #include "console/console.h"
 #include "game/game.h"
+#include "game/game_state.h"
 #include "level/level.h"
 #include "water/water.h"
 
 namespace {
 
-constexpr float shortestFinish = 0.001f;
-
-struct State {
-    // Its constructor reads the clock, so the state is made on first use.
-    LongTimer levelTimer;
-    bool finished = false;
-    float finishTimer = 0.0f;
-    float finishAnimationTime = shortestFinish;
-    float finishWaterVolume = 0.0f;
-    uint32_t endCount = 0;
-    uint32_t checkPointCount = GameRules::fullLevelParticles;
-    Vector2D checkPoint;
-    bool timePrint = false;
-};
-
-State& state() {
-    static State instance;
-    return instance;
-}
+using GameRules::shortestFinish;
+using GameRules::state;
 
 void readSettings() {
     TRACE_LOCATION("GameRules::readSettings");
@@ -64,6 +48,11 @@ void checkForWin() {
 }  // namespace
 
 namespace GameRules {
+
+State& state() {
+    static State instance;
+    return instance;
+}
 
 namespace {
 const GLConsoleCommand commands[] = {
@@ -137,16 +126,6 @@ void setCheckPoint(float x, float y) {
     TRACE_LOCATION("GameRules::setCheckPoint");
     state().checkPointCount = static_cast<uint32_t>(getParticleCount());
     state().checkPoint = Vector2D(x, y);
-}
-
-Vector2D getCheckPoint() {
-    TRACE_LOCATION("GameRules::getCheckPoint");
-    return state().checkPoint;
-}
-
-uint32_t getCheckPointCount() {
-    TRACE_LOCATION("GameRules::getCheckPointCount");
-    return state().checkPointCount;
 }
 
 void incrementEndOfLevelTriggerParticleCount(uint32_t n) {

@@ -75,44 +75,9 @@ bool Game::isRunning() {
     return state().running;
 }
 
-bool Game::isPaused() {
-    TRACE_LOCATION("Game::isPaused");
-    return state().paused;
-}
-
-bool Game::isFreeCamera() {
-    TRACE_LOCATION("Game::isFreeCamera");
-    return state().freeCamera;
-}
-
-bool Game::isConsoleVisible() {
-    TRACE_LOCATION("Game::isConsoleVisible");
-    return state().consoleVisible;
-}
-
 const std::string& Game::getCurrentMapName() {
     TRACE_LOCATION("Game::getCurrentMapName");
     return state().currentMapName;
-}
-
-Vector2D Game::getFreeCameraPosition() {
-    TRACE_LOCATION("Game::getFreeCameraPosition");
-    return state().freeCameraPosition;
-}
-
-float Game::getFreeCameraZoom() {
-    TRACE_LOCATION("Game::getFreeCameraZoom");
-    return state().freeCameraZoom;
-}
-
-float Game::getFrameTime() {
-    TRACE_LOCATION("Game::getFrameTime");
-    return state().frameTime;
-}
-
-float Game::getStepTime() {
-    TRACE_LOCATION("Game::getStepTime");
-    return state().stepTime;
 }
 
 uint64_t Game::getGameStepCount() {
@@ -120,7 +85,3 @@ uint64_t Game::getGameStepCount() {
     return state().gameSteps;
 }
 
-uint64_t Game::getSimulationStepCount() {
-    TRACE_LOCATION("Game::getSimulationStepCount");
-    return state().simulationSteps;
-}

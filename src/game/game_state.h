@@ -5,6 +5,7 @@
 #include <string>
 
 #include "foundation/foundation.h"
+#include "game/game.h"
 
 namespace GameState {
 
@@ -68,3 +69,24 @@ void pauseMusic();
 void resumeMusic();
 
 }  // namespace GameLinks
+
+// The rules of the running level.
+namespace GameRules {
+
+constexpr float shortestFinish = 0.001f;
+
+struct State {
+    // Its constructor reads the clock, so the state is made on first use.
+    LongTimer levelTimer;
+    bool finished = false;
+    float finishTimer = 0.0f;
+    float finishAnimationTime = shortestFinish;
+    float finishWaterVolume = 0.0f;
+    uint32_t endCount = 0;
+    uint32_t checkPointCount = GameRules::fullLevelParticles;
+    Vector2D checkPoint;
+    bool timePrint = false;
+};
+State& state();
+
+}  // namespace GameRules

@@ -4,28 +4,19 @@
 
 #include "console/console.h"
 #include "game/game.h"
+#include "graphics/graphics_state.h"
 #include "graphics/polygon_batches.h"
 #include "graphics/window/window.h"
 #include "level/level.h"
 
 namespace DynamicPolygonRenderer {
 
-namespace {
-struct Entry {
-    Polygon2D* polygon = nullptr;
-    float minX = 0.0f, maxX = 0.0f, minY = 0.0f, maxY = 0.0f;
-    GLTexture texture;
-};
-
-struct State {
-    std::list<Entry> entries;
-    std::vector<TexturedPolygon> queues[drawLayerCount];
-};
-
 State& state() {
     static State instance;
     return instance;
 }
+
+namespace {
 
 bool isDynamic(const Polygon2D& polygon) {
     return !polygon.isDegenerate() && polygon.triangleCount > 0 && polygon.visible &&
@@ -87,13 +78,6 @@ void drawLayer(int layer) {
     if (layer < 0 || layer >= drawLayerCount) return;
     if (GLWindow::contextAvailable()) drawPolygonBatches(state().queues[layer], true);
     state().queues[layer].clear();
-}
-
-std::size_t entryCount() {
-    return state().entries.size();
-}
-std::size_t queuedCount(int layer) {
-    return layer >= 0 && layer < drawLayerCount ? state().queues[layer].size() : 0;
 }
 
 }  // namespace DynamicPolygonRenderer

@@ -138,8 +138,6 @@ void prepareDraw();
 // Draws a layer's queue and leaves it empty.
 void drawLayer(int layer);
 // Polygons the renderer looks after, and those queued in a layer now (tests).
-std::size_t entryCount();
-std::size_t queuedCount(int layer);
 // The smallest box round a polygon's points, without its offset.
 void findPolygonBounds(const Polygon2D& polygon, float& minX, float& maxX, float& minY, float& maxY);
 }  // namespace DynamicPolygonRenderer
@@ -192,6 +190,4 @@ void debugDraw();
 // Objects of one frame and animated ones, newest first; triggers and movers reach them here.
 std::list<LevelObject>& getStaticObjects();
 std::list<LevelObject>& getAnimatedObjects();
-std::size_t queuedCount(int layer);
-float getAnimationSpeed();
 }  // namespace LevelObjectsManager

@@ -9,26 +9,17 @@
 #include "console/console.h"
 #include "game/game.h"
 #include "graphics/graphics.h"
+#include "graphics/graphics_state.h"
 #include "graphics/window/window.h"
 
 namespace LevelObjectsManager {
-
-namespace {
-
-struct State {
-    std::list<LevelObject> staticObjects;
-    std::list<LevelObject> animatedObjects;
-    std::vector<const LevelObject*> drawQueues[drawLayerCount];
-    bool objectsDraw = true;
-    bool objectsCull = true;
-    bool objectsDrawIds = false;
-    float animationSpeed = 15.0f;
-};
 
 State& state() {
     static State instance;
     return instance;
 }
+
+namespace {
 
 struct HalfSize {
     float x = 0.0f, y = 0.0f;
@@ -208,12 +199,6 @@ std::list<LevelObject>& getStaticObjects() {
 }
 std::list<LevelObject>& getAnimatedObjects() {
     return state().animatedObjects;
-}
-std::size_t queuedCount(int layer) {
-    return layer >= 0 && layer < drawLayerCount ? state().drawQueues[layer].size() : 0;
-}
-float getAnimationSpeed() {
-    return state().animationSpeed;
 }
 
 }  // namespace LevelObjectsManager

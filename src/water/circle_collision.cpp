@@ -8,33 +8,18 @@
 #include "foundation/foundation.h"
 #include "level/level.h"
 #include "water/water.h"
+#include "water/water_state.h"
 
 namespace CircleCollision {
-
-namespace {
-
-struct PointContact {
-    Vector2D position;
-    float friction;
-};
-
-constexpr int maximumPasses = 3;
-
-struct State {
-    uint32_t contactCount = 0;
-    Vector2D collisionNormal;
-    float collisionFriction = 1.0f;
-    // Candidates of the test under way, kept in the order found (a pass walks
-    // them newest first); their storage is reused from test to test.
-    std::vector<PointContact> points;
-    std::vector<const BspNode*> nodes;
-    std::vector<BspNode> collideableNodes;
-};
 
 State& state() {
     static State instance;
     return instance;
 }
+
+namespace {
+
+constexpr int maximumPasses = 3;
 
 // The circle of the test under way, changed in place.
 struct Circle {
@@ -176,11 +161,6 @@ Vector2D getCollisionNormal() {
 float getCollisionFriction() {
     TRACE_LOCATION("CircleCollision::getCollisionFriction");
     return state().collisionFriction;
-}
-
-uint32_t getContactCount() {
-    TRACE_LOCATION("CircleCollision::getContactCount");
-    return state().contactCount;
 }
 
 std::vector<BspNode>& getCollideableNodes() {

@@ -158,7 +158,6 @@ bool collisionTestStatic(Vector2D* centre, float radius);
 // mean friction (1.0 without contact).
 Vector2D getCollisionNormal();
 float getCollisionFriction();
-uint32_t getContactCount();
 // The edges of moving polygons near the view, by value, rebuilt each step by
 // the movers; only edges of collideable polygons stand in it.
 std::vector<BspNode>& getCollideableNodes();

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "console/console_state.h"
 #include "console_fixture.h"
 #include "game/game.h"
 #include "graphics/graphics.h"
@@ -43,8 +44,8 @@ TEST_F(BasicCommandsTest, QuitClosesTheWindow) {
 TEST_F(BasicCommandsTest, ClearEmptiesTheOutput) {
     GLConsole::print("\nsomething");
     run("clear");
-    EXPECT_EQ(GLConsole::getOutputPosition(), 0);
-    EXPECT_EQ(std::string(GLConsole::getOutputBuffer(), 32), std::string(32, '\n'));
+    EXPECT_EQ(GLConsole::state().outputPosition, 0);
+    EXPECT_EQ(std::string(GLConsole::state().outputBuffer, 32), std::string(32, '\n'));
 }
 
 TEST_F(BasicCommandsTest, CommandsListsEveryCommandInKeyOrder) {

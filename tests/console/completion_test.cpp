@@ -1,4 +1,5 @@
 // Tab completes the command word, cycling through the registry in key order.
+#include "console/console_state.h"
 #include "console_fixture.h"
 
 using namespace ConsoleKeys;
@@ -17,7 +18,7 @@ TEST_F(CompletionTest, CyclesThroughCandidatesInKeyOrder) {
 
 TEST_F(CompletionTest, TabOnAnEmptyLineShowsTheFirstCommand) {
     pressKeys({tab});
-    EXPECT_EQ(input(), GLConsole::getCommands().begin()->second.name);
+    EXPECT_EQ(input(), GLConsole::state().commands.begin()->second.name);
     EXPECT_EQ(input(), "AnisotropicFilteringLevel");
 }
 

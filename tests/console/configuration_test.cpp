@@ -74,10 +74,10 @@ TEST_F(ConfigurationTest, EnableLoggingStartsTheLogAtOnce) {
 TEST_F(ConfigurationTest, InitialiseRegistersTheBasicCommands) {
     GLConsole::removeCommand("Version");
     GLConsole::shutdown();
-    EXPECT_TRUE(GLConsole::getCommands().empty());
+    EXPECT_TRUE(GLConsole::state().commands.empty());
     GLConsole::initialise();
     std::string names;
-    for (const auto& entry : GLConsole::getCommands()) names += entry.second.name + " ";
+    for (const auto& entry : GLConsole::state().commands) names += entry.second.name + " ";
     EXPECT_EQ(
         names,
         "AnisotropicFilteringLevel AntiAliasingSamples Clear Commands Extensions Fullscreen IsExtension "

@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include "console/console_state.h"
 #include "console/console.h"
 #include "graphics/window/window.h"
 #include "support/test_support.h"
@@ -33,8 +34,8 @@ protected:
     std::string printed() { return capture->take(); }
     // Types a whole line and returns what it printed after the echo of the line.
     std::string run(const std::string& line);
-    std::string input() const { return GLConsole::getInputLine(); }
-    int cursor() const { return GLConsole::getCursorPosition(); }
+    std::string input() const { return GLConsole::state().inputBuffer; }
+    int cursor() const { return GLConsole::state().cursorPosition; }
 
     std::unique_ptr<ScratchFolder> scratch;
     std::unique_ptr<ConsoleCapture> capture;

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "console/console_state.h"
 #include "console_fixture.h"
 
 namespace {
@@ -223,21 +224,21 @@ TEST_F(DispatchTest, StringValueQueryAndChange) {
 TEST_F(DispatchTest, ReregistrationReplacesFunctionAndName) {
     GLConsole::addCommand("Lives", value<int>);
     GLConsole::addCommand("LIVES", intResult);
-    ASSERT_EQ(GLConsole::getCommands().count("LIVES"), 1u);
-    EXPECT_EQ(GLConsole::getCommands().at("LIVES").name, "LIVES");
+    ASSERT_EQ(GLConsole::state().commands.count("LIVES"), 1u);
+    EXPECT_EQ(GLConsole::state().commands.at("LIVES").name, "LIVES");
     EXPECT_EQ(run("lives"), "\nLIVES is -42");
     EXPECT_EQ(run("lives 3"), "\nUSAGE: LIVES < nothing >");
 }
 
 TEST_F(DispatchTest, InvalidRegistrationsAreIgnored) {
-    const std::size_t before = GLConsole::getCommands().size();
+    const std::size_t before = GLConsole::state().commands.size();
     GLConsole::addCommand("", noArguments);
     GLConsole::addCommand(nullptr, noArguments);
     GLConsole::addCommand("Two Words", noArguments);
     GLConsole::addCommand("NullFunction", static_cast<void (*)()>(nullptr));
     GLConsoleCommand unknownType{"Strange", noArguments, 5, false, false};
     GLConsole::addCommandInternal(unknownType);
-    EXPECT_EQ(GLConsole::getCommands().size(), before);
+    EXPECT_EQ(GLConsole::state().commands.size(), before);
     EXPECT_EQ(printed(), "");
 }
 

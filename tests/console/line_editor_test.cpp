@@ -1,6 +1,7 @@
 // The input line: typing, cursor keys, overwrite and insert, and the history.
 #include <string>
 
+#include "console/console_state.h"
 #include "console_fixture.h"
 
 using namespace ConsoleKeys;
@@ -218,8 +219,8 @@ TEST_F(LineEditorTest, EnterLineActsAsEnter) {
 TEST_F(LineEditorTest, ClearCommandEmptiesOutputAndLeavesHistory) {
     typeLine("version");
     typeLine("clear");
-    EXPECT_EQ(GLConsole::getOutputPosition(), 0);
-    EXPECT_EQ(std::string(GLConsole::getOutputBuffer(), 16), std::string(16, '\n'));
+    EXPECT_EQ(GLConsole::state().outputPosition, 0);
+    EXPECT_EQ(std::string(GLConsole::state().outputBuffer, 16), std::string(16, '\n'));
     EXPECT_EQ(input(), "");
     pressKeys({up});
     EXPECT_EQ(input(), "clear");

@@ -4,6 +4,7 @@
 #include <new>
 #include <string>
 
+#include "console/console_state.h"
 #include "console_fixture.h"
 
 namespace {
@@ -11,9 +12,9 @@ namespace {
 // The text that stands in the store from `start` up to the output position.
 std::string storeFrom(int start) {
     std::string text;
-    const int end = GLConsole::getOutputPosition();
+    const int end = GLConsole::state().outputPosition;
     for (int i = start; i != end; i = (i + 1) % GLConsole::outputBufferSize)
-        text += GLConsole::getOutputBuffer()[i];
+        text += GLConsole::state().outputBuffer[i];
     return text;
 }
 
@@ -23,8 +24,8 @@ using OutputTest = ConsoleTest;
 
 TEST_F(OutputTest, StoreStartsAsNewlines) {
     GLConsole::clear();
-    EXPECT_EQ(GLConsole::getOutputPosition(), 0);
-    EXPECT_EQ(std::string(GLConsole::getOutputBuffer(), GLConsole::outputBufferSize),
+    EXPECT_EQ(GLConsole::state().outputPosition, 0);
+    EXPECT_EQ(std::string(GLConsole::state().outputBuffer, GLConsole::outputBufferSize),
               std::string(GLConsole::outputBufferSize, '\n'));
 }
 
@@ -64,10 +65,10 @@ TEST_F(OutputTest, PositionWrapsAfterTheLastByte) {
     GLConsole::clear();
     const std::string filler(GLConsole::outputBufferSize - 3, '.');
     GLConsole::print(filler);
-    EXPECT_EQ(GLConsole::getOutputPosition(), GLConsole::outputBufferSize - 3);
+    EXPECT_EQ(GLConsole::state().outputPosition, GLConsole::outputBufferSize - 3);
     GLConsole::print("ABCDE");
-    EXPECT_EQ(GLConsole::getOutputPosition(), 2);
-    const char* store = GLConsole::getOutputBuffer();
+    EXPECT_EQ(GLConsole::state().outputPosition, 2);
+    const char* store = GLConsole::state().outputBuffer;
     EXPECT_EQ(std::string(store + GLConsole::outputBufferSize - 3, 3), "ABC");
     EXPECT_EQ(std::string(store, 3), "DE.");
     EXPECT_EQ(storeFrom(GLConsole::outputBufferSize - 5), "..ABCDE");
@@ -76,10 +77,10 @@ TEST_F(OutputTest, PositionWrapsAfterTheLastByte) {
 TEST_F(OutputTest, SingleCharactersWrapToo) {
     GLConsole::clear();
     for (int i = 0; i < GLConsole::outputBufferSize; ++i) GLConsole::print('x');
-    EXPECT_EQ(GLConsole::getOutputPosition(), 0);
+    EXPECT_EQ(GLConsole::state().outputPosition, 0);
     GLConsole::print('y');
-    EXPECT_EQ(GLConsole::getOutputPosition(), 1);
-    EXPECT_EQ(GLConsole::getOutputBuffer()[0], 'y');
+    EXPECT_EQ(GLConsole::state().outputPosition, 1);
+    EXPECT_EQ(GLConsole::state().outputBuffer[0], 'y');
 }
 
 TEST_F(OutputTest, ClearKeepsInputHistoryButNotTheLine) {

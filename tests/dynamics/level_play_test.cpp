@@ -8,6 +8,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "game/game_state.h"
 #include "dynamics/trigger_state.h"
 #include "dynamics/dynamics.h"
 #include "game/game.h"
@@ -186,5 +187,5 @@ TEST_F(LevelPlayTest, WaterLostInAKillAreaComesBackAtTheCheckPoint) {
     steps(200);
     // The water died and 128 particles came back at the start, with the camera gliding to them.
     EXPECT_EQ(GameRules::getParticleCount(), 128);
-    EXPECT_EQ(GameRules::getCheckPoint(), Vector2D(0, 30));
+    EXPECT_EQ(GameRules::state().checkPoint, Vector2D(0, 30));
 }

@@ -2,6 +2,8 @@
 // and the push that carries water in strides that cannot jump a particle.
 #include <gtest/gtest.h>
 
+#include "dynamics/mover_state.h"
+#include "console/console_state.h"
 #include "console/console.h"
 #include "dynamics/dynamics_fixture.h"
 #include "graphics/graphics.h"
@@ -96,9 +98,9 @@ TEST_F(MoverTest, PolygonsAndObjectsWithTheMoversIdRideOnItAndThingsOnTwoMoversG
     MoverManager::addMover(makeMover(3, Vector2D(0, 0), Vector2D(0, 100), 60.0f));
     EXPECT_EQ(MoverManager::conCmdMoverCount(), 2);
     // Each polygon is kept once among the moving edges, and only a collideable one.
-    ASSERT_EQ(MoverManager::getDynamicPolygons().size(), 1u);
-    EXPECT_EQ(MoverManager::getDynamicPolygons().front().polygon, &solid);
-    EXPECT_EQ(MoverManager::getDynamicPolygons().front().edges.size(), 4u);
+    ASSERT_EQ(MoverManager::state().dynamicPolygons.size(), 1u);
+    EXPECT_EQ(MoverManager::state().dynamicPolygons.front().polygon, &solid);
+    EXPECT_EQ(MoverManager::state().dynamicPolygons.front().edges.size(), 4u);
     for (Mover& mover : MoverManager::getMovers()) mover.state = Mover::toEnd;
     MoverManager::runMovers(1.0f);
     EXPECT_EQ(solid.offset, Vector2D(30, 60));
@@ -197,7 +199,7 @@ TEST_F(MoverTest, CommandsAndMessages) {
     EXPECT_NE(console.text().find("\nInitialising force manager."), std::string::npos);
     for (const char* name :
          {"MOVERCOUNT", "MOVERDRAW", "DYNAMICNODEDRAW", "FORCECOUNT", "FORCECREATE", "FORCEDRAW"})
-        EXPECT_EQ(GLConsole::getCommands().count(name), 1u) << name;
+        EXPECT_EQ(GLConsole::state().commands.count(name), 1u) << name;
     GLConsole::enterLine("MoverDraw true");
     GLConsole::enterLine("DynamicNodeDraw true");
     EXPECT_TRUE(MoverManager::conCmdMoverDraw(false, false));
@@ -209,8 +211,8 @@ TEST_F(MoverTest, CommandsAndMessages) {
     ForceManager::shutdown();
     EXPECT_NE(console.text().find("\nShutting down mover manager.."), std::string::npos);
     EXPECT_NE(console.text().find("\nShutting down force manager."), std::string::npos);
-    EXPECT_EQ(GLConsole::getCommands().count("MOVERCOUNT"), 0u);
-    EXPECT_EQ(GLConsole::getCommands().count("FORCECREATE"), 0u);
+    EXPECT_EQ(GLConsole::state().commands.count("MOVERCOUNT"), 0u);
+    EXPECT_EQ(GLConsole::state().commands.count("FORCECREATE"), 0u);
 }
 
 TEST_F(MoverTest, ForceCreateAddsAForceWithoutScalingOrPrintsItsUsage) {

@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "game/game_state.h"
 #include "dynamics/trigger_state.h"
 #include "dynamics/dynamics_fixture.h"
 #include "graphics/graphics.h"
@@ -225,12 +226,12 @@ TEST_F(TriggerFunctionsTest, TheCheckPointIsTheMeanOfTheSixTriangleCorners) {
     for (int i = 0; i < 50; ++i) addParticle(Vector2D());
     Trigger& square = addSquare(901, 0, 100, 200, 40);
     square.typeInfo->function(square, nullptr, subjectParticle, frame);
-    EXPECT_EQ(GameRules::getCheckPoint(), Vector2D(120, 220));
-    EXPECT_EQ(GameRules::getCheckPointCount(), 50u);
+    EXPECT_EQ(GameRules::state().checkPoint, Vector2D(120, 220));
+    EXPECT_EQ(GameRules::state().checkPointCount, 50u);
     // The two corners the triangles share weigh double.
     TriggerManager::addTrigger(901, 0, 0.0f, Vector2D(0, 0), Vector2D(60, 0), Vector2D(60, 60),
                                Vector2D(0, 30));
     Trigger& kite = TriggerManager::state().triggers.front();
     kite.typeInfo->function(kite, nullptr, subjectParticle, frame);
-    EXPECT_EQ(GameRules::getCheckPoint(), Vector2D(30, 25));
+    EXPECT_EQ(GameRules::state().checkPoint, Vector2D(30, 25));
 }

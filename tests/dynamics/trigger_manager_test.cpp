@@ -2,6 +2,7 @@
 // rule with its limits and delays, the active box and the console commands.
 #include <gtest/gtest.h>
 
+#include "console/console_state.h"
 #include "dynamics/trigger_state.h"
 #include "console/console.h"
 #include "dynamics/dynamics_fixture.h"
@@ -199,11 +200,11 @@ TEST_F(TriggerManagerTest, WaterOutsideTheActiveBoxFiresNothingButQueuedEventsSt
 
 TEST_F(TriggerManagerTest, CommandsAreRegisteredAndTakenAway) {
     for (const char* name : {"TRIGGERTYPELIST", "TRIGGERCREATE", "TRIGGERDRAW", "TRIGGERCOUNT"})
-        EXPECT_EQ(GLConsole::getCommands().count(name), 1u) << name;
+        EXPECT_EQ(GLConsole::state().commands.count(name), 1u) << name;
     EXPECT_NE(console.text().find("\nInitialising down trigger manager.."), std::string::npos);
     TriggerManager::shutdown();
     EXPECT_NE(console.text().find("\nShutting down trigger manager.."), std::string::npos);
-    EXPECT_EQ(GLConsole::getCommands().count("TRIGGERCOUNT"), 0u);
+    EXPECT_EQ(GLConsole::state().commands.count("TRIGGERCOUNT"), 0u);
     EXPECT_TRUE(TriggerManager::state().types.empty());
 }
 

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <string>
 
+#include "game/camera_state.h"
 #include "game/game.h"
 #include "graphics/window/window.h"
 #include "support/test_support.h"
@@ -137,14 +138,14 @@ TEST_F(CameraTest, ArrowKeysTurnLeftPositiveAndTogetherCancel) {
     useSettings("maxAngle = 90\nkeyboardTurnSpeed = 20\nrotationSmooth = 0.5\n");
     GLWindow::Headless::setKeyDown(leftArrow, true);
     Camera::doTurning(1.0f);
-    EXPECT_FLOAT_EQ(Camera::getTurnSpeed(), 10.0f);
+    EXPECT_FLOAT_EQ(Camera::state().turnSpeed, 10.0f);
     EXPECT_FLOAT_EQ(Camera::getTilt(), 10.0f);
     GLWindow::Headless::setKeyDown(rightArrow, true);
     Camera::doTurning(1.0f);
-    EXPECT_FLOAT_EQ(Camera::getTurnSpeed(), 5.0f);
+    EXPECT_FLOAT_EQ(Camera::state().turnSpeed, 5.0f);
     GLWindow::Headless::setKeyDown(leftArrow, false);
     Camera::doTurning(1.0f);
-    EXPECT_FLOAT_EQ(Camera::getTurnSpeed(), -7.5f);
+    EXPECT_FLOAT_EQ(Camera::state().turnSpeed, -7.5f);
     EXPECT_FLOAT_EQ(Camera::getTilt(), 7.5f);
 }
 
@@ -154,7 +155,7 @@ TEST_F(CameraTest, TiltStopsAtTheLimitWithoutWrapping) {
     Camera::doTurning(1.0f);
     Camera::doTurning(1.0f);
     EXPECT_EQ(Camera::getTilt(), -180.0f);
-    EXPECT_EQ(Camera::getTurnSpeed(), 0.0f);
+    EXPECT_EQ(Camera::state().turnSpeed, 0.0f);
     Camera::doTurning(1.0f);
     EXPECT_EQ(Camera::getTilt(), -180.0f);
 }
@@ -198,13 +199,13 @@ TEST_F(CameraTest, ZoomGoesOutHoldsAndComesBack) {
     Camera::doZooming(1.0f);
     EXPECT_EQ(Camera::getZoom(), 2.5f);
     EXPECT_EQ(Camera::getState(), Camera::holdingZoom);
-    EXPECT_EQ(Camera::getZoomTimer(), 2.0f);
+    EXPECT_EQ(Camera::state().zoomTimer, 2.0f);
     Camera::doZooming(1.5f);
     Camera::zoomOut();  // holds it out for another full wait
-    EXPECT_EQ(Camera::getZoomTimer(), 2.0f);
+    EXPECT_EQ(Camera::state().zoomTimer, 2.0f);
     Camera::doZooming(2.0f);
     EXPECT_EQ(Camera::getState(), Camera::zoomingIn);
-    EXPECT_EQ(Camera::getZoomTimer(), 0.0f);
+    EXPECT_EQ(Camera::state().zoomTimer, 0.0f);
     Camera::doZooming(1.0f);
     EXPECT_EQ(Camera::getZoom(), 1.5f);
     Camera::zoomOut();  // turns back at the zoom reached
@@ -232,7 +233,7 @@ TEST_F(CameraTest, ZoomOutIsIgnoredWhileGlidingOrAlreadyZoomingOut) {
     Camera::setState(Camera::zoomingOut);
     Camera::zoomOut();
     EXPECT_EQ(Camera::getState(), Camera::zoomingOut);
-    EXPECT_EQ(Camera::getZoomTimer(), 0.0f);
+    EXPECT_EQ(Camera::state().zoomTimer, 0.0f);
 }
 
 // Shaking.
@@ -240,41 +241,41 @@ TEST_F(CameraTest, ZoomOutIsIgnoredWhileGlidingOrAlreadyZoomingOut) {
 TEST_F(CameraTest, AShakeRunsBetweenTargetsForItsTime) {
     useSettings("shakeTime = 1\nshakeStrenght = 8\nshakeSpeed = 40\n");
     Camera::shake();
-    ASSERT_TRUE(Camera::isShaking());
-    const Vector2D target = Camera::getShakeTarget();
+    ASSERT_TRUE(Camera::state().shaking);
+    const Vector2D target = Camera::state().shakeTarget;
     EXPECT_NEAR(length(target), 8.0f, 1e-4f);
     Camera::doShaking(0.1f);
-    EXPECT_NEAR(length(Camera::getShakeOffset()), 4.0f, 1e-4f);
-    EXPECT_NEAR(dot(Camera::getShakeOffset(), target), 32.0f, 1e-3f);
-    EXPECT_EQ(Camera::getViewCentre(), Camera::getPosition() + Camera::getShakeOffset());
+    EXPECT_NEAR(length(Camera::state().shakeOffset), 4.0f, 1e-4f);
+    EXPECT_NEAR(dot(Camera::state().shakeOffset, target), 32.0f, 1e-3f);
+    EXPECT_EQ(Camera::getViewCentre(), Camera::getPosition() + Camera::state().shakeOffset);
     Camera::doShaking(0.1f);
-    EXPECT_EQ(Camera::getShakeOffset(), target);
-    EXPECT_NE(Camera::getShakeTarget(), target);
+    EXPECT_EQ(Camera::state().shakeOffset, target);
+    EXPECT_NE(Camera::state().shakeTarget, target);
 }
 
 TEST_F(CameraTest, ASecondShakeOnlyProlongsIt) {
     useSettings("shakeTime = 1\nshakeStrenght = 8\nshakeSpeed = 1\n");
     Camera::shake();
-    const Vector2D target = Camera::getShakeTarget();
+    const Vector2D target = Camera::state().shakeTarget;
     Camera::doShaking(0.6f);
     Camera::shake();
-    EXPECT_EQ(Camera::getShakeTimer(), 1.0f);
-    EXPECT_EQ(Camera::getShakeTarget(), target);
+    EXPECT_EQ(Camera::state().shakeTimer, 1.0f);
+    EXPECT_EQ(Camera::state().shakeTarget, target);
     Camera::doShaking(0.6f);
-    EXPECT_TRUE(Camera::isShaking());
+    EXPECT_TRUE(Camera::state().shaking);
 }
 
 TEST_F(CameraTest, AfterAShakeTheOffsetRunsBackWithoutOvershooting) {
     useSettings("shakeTime = 0.05\nshakeStrenght = 10\nshakeSpeed = 100\n");
     Camera::shake();
     Camera::doShaking(0.1f);  // ends the shake, and this step still moves all the way to the target
-    EXPECT_FALSE(Camera::isShaking());
-    EXPECT_EQ(Camera::getShakeTimer(), 0.0f);
-    EXPECT_NEAR(length(Camera::getShakeOffset()), 10.0f, 1e-4f);
+    EXPECT_FALSE(Camera::state().shaking);
+    EXPECT_EQ(Camera::state().shakeTimer, 0.0f);
+    EXPECT_NEAR(length(Camera::state().shakeOffset), 10.0f, 1e-4f);
     Camera::doShaking(0.03f);
-    EXPECT_NEAR(length(Camera::getShakeOffset()), 7.0f, 1e-4f);
+    EXPECT_NEAR(length(Camera::state().shakeOffset), 7.0f, 1e-4f);
     Camera::doShaking(0.08f);
-    EXPECT_EQ(Camera::getShakeOffset(), Vector2D());
+    EXPECT_EQ(Camera::state().shakeOffset, Vector2D());
 }
 
 }  // namespace

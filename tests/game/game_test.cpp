@@ -1,3 +1,6 @@
+#include "console/console_state.h"
+#include "game/camera_state.h"
+#include "game/game_state.h"
 #include "game/game.h"
 
 #include <gtest/gtest.h>
@@ -40,8 +43,8 @@ protected:
         Game::initialise("maps\\test.rill");
     }
     void TearDown() override {
-        if (Game::isPaused()) GLConsole::enterLine("Pause false");
-        if (Game::isConsoleVisible()) Game().keyboardPressed(consoleKey);
+        if (GameState::state().paused) GLConsole::enterLine("Pause false");
+        if (GameState::state().consoleVisible) Game().keyboardPressed(consoleKey);
         Game::shutdown();
     }
 
@@ -80,11 +83,11 @@ TEST_F(GameTest, ALevelStartsWith128ParticlesAndTheCameraGlidingToThem) {
     for (const Particle& particle : ParticleManager::getParticles())
         EXPECT_LE(length(particle.position), 10.0001f);
     EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
-    EXPECT_EQ(Game::getStepTime(), Game::stepThreshold);
+    EXPECT_EQ(GameState::state().stepTime, Game::stepThreshold);
     EXPECT_NE(console.text().find("Game initialisation"), std::string::npos);
     for (const char* name : {"SHOWGAMESPEEDS", "SHOWDRAWSPEEDS", "SHOWSIMSPEEDS", "FREECAMERA", "ZOOMCAMERA",
                              "SHAKECAMERA", "RESTART", "PAUSE"})
-        EXPECT_EQ(GLConsole::getCommands().count(name), 1u) << name;
+        EXPECT_EQ(GLConsole::state().commands.count(name), 1u) << name;
 }
 
 TEST_F(GameTest, ShutdownTakesItsCommandsAway) {
@@ -92,7 +95,7 @@ TEST_F(GameTest, ShutdownTakesItsCommandsAway) {
     EXPECT_FALSE(Game::isRunning());
     EXPECT_NE(console.text().find("Game shutdown"), std::string::npos);
     for (const char* name : {"SHOWGAMESPEEDS", "PAUSE", "RESTART", "GRAVITY"})
-        EXPECT_EQ(GLConsole::getCommands().count(name), 0u) << name;
+        EXPECT_EQ(GLConsole::state().commands.count(name), 0u) << name;
 }
 
 TEST_F(GameTest, RunNeedsAWindow) {
@@ -126,10 +129,10 @@ TEST_F(GameTest, TheFirstStepComesAtOnceAndTheNextWhenTheMeanFrameTimeHasGathere
     // The first step has the initial step time, with gravity 100.
     EXPECT_NEAR(particle.velocity.y, 100.0f * 0.013333334f, 1e-5f);
     frames(14, 10);
-    EXPECT_EQ(Game::getFrameTime(), 0.0f);
+    EXPECT_EQ(GameState::state().frameTime, 0.0f);
     // The 16th frame ends the first batch, and a step needs two frames of 0.01 seconds.
     frames(1, 10);
-    EXPECT_FLOAT_EQ(Game::getFrameTime(), 0.01f);
+    EXPECT_FLOAT_EQ(GameState::state().frameTime, 0.01f);
     EXPECT_EQ(Game::getGameStepCount(), before + 1);
     frames(1, 10);
     EXPECT_EQ(Game::getGameStepCount(), before + 2);
@@ -141,12 +144,12 @@ TEST_F(GameTest, OneSlowFrameDoesNotMakeOneBigStep) {
     startPlay();
     frames(16, 10);
     frames(1, 500);
-    EXPECT_FLOAT_EQ(Game::getFrameTime(), 0.01f);
+    EXPECT_FLOAT_EQ(GameState::state().frameTime, 0.01f);
     const uint64_t before = Game::getGameStepCount();
     frames(14, 10);
     // The batch with the slow frame ends: its mean, about 0.04 seconds, steps every frame.
     frames(1, 10);
-    EXPECT_NEAR(Game::getFrameTime(), (0.5f + 15 * 0.01f) / 16, 1e-6f);
+    EXPECT_NEAR(GameState::state().frameTime, (0.5f + 15 * 0.01f) / 16, 1e-6f);
     frames(3, 10);
     EXPECT_EQ(Game::getGameStepCount(), before + 7 + 1 + 3);
 }
@@ -161,28 +164,28 @@ TEST_F(GameTest, ALongStepIsCutTo30StepsASecond) {
 TEST_F(GameTest, AForcedFrameStepsByItsOwnLength) {
     startPlay();
     const Particle& particle = loneParticle();
-    const uint64_t steps = Game::getSimulationStepCount();
+    const uint64_t steps = GameState::state().simulationSteps;
     Game::runFrame(0.02f);
     Game::runFrame(0.005f);
-    EXPECT_EQ(Game::getSimulationStepCount(), steps + 2);
+    EXPECT_EQ(GameState::state().simulationSteps, steps + 2);
     EXPECT_NEAR(particle.velocity.y, 100.0f * 0.025f, 1e-5f);
-    EXPECT_EQ(Game::getStepTime(), 0.0f);
+    EXPECT_EQ(GameState::state().stepTime, 0.0f);
 }
 
 TEST_F(GameTest, TheWaterWaitsUntilTheCameraHasArrived) {
     folder.write("cfg/camera.cfg", "waypointInterpolateSpeed = 0.1\nwaypointInterpolateDistance = 2\n");
     Game::resetLevel();
-    const uint64_t steps = Game::getSimulationStepCount();
+    const uint64_t steps = GameState::state().simulationSteps;
     int frames = 0;
     for (; frames < 100 && Camera::movingTowardsWaypoint(); ++frames) {
         Game::runFrame(0.02f);
-        ASSERT_EQ(Game::getSimulationStepCount(), steps);
+        ASSERT_EQ(GameState::state().simulationSteps, steps);
     }
     // The camera starts 20 units from the water and keeps a tenth of its distance a second.
     EXPECT_GT(frames, 10);
     EXPECT_EQ(Camera::getState(), Camera::following);
     Game::runFrame(0.02f);
-    EXPECT_EQ(Game::getSimulationStepCount(), steps + 1);
+    EXPECT_EQ(GameState::state().simulationSteps, steps + 1);
 }
 
 TEST_F(GameTest, SpeedReportsPrintWhenAskedFor) {
@@ -205,14 +208,14 @@ TEST_F(GameTest, ThePauseKeyStopsTheWaterButNotTheCamera) {
     startPlay();
     Game listener;
     listener.keyboardPressed('P');
-    EXPECT_TRUE(Game::isPaused());
-    const uint64_t steps = Game::getSimulationStepCount();
+    EXPECT_TRUE(GameState::state().paused);
+    const uint64_t steps = GameState::state().simulationSteps;
     Game::runFrame(0.02f);
-    EXPECT_EQ(Game::getSimulationStepCount(), steps);
+    EXPECT_EQ(GameState::state().simulationSteps, steps);
     listener.keyboardPressed(19);
-    EXPECT_FALSE(Game::isPaused());
+    EXPECT_FALSE(GameState::state().paused);
     Game::runFrame(0.02f);
-    EXPECT_EQ(Game::getSimulationStepCount(), steps + 1);
+    EXPECT_EQ(GameState::state().simulationSteps, steps + 1);
 }
 
 TEST_F(GameTest, WithTheConsoleOpenKeysGoToItAndTheCameraDoesNotTurn) {
@@ -221,16 +224,16 @@ TEST_F(GameTest, WithTheConsoleOpenKeysGoToItAndTheCameraDoesNotTurn) {
     startPlay();
     Game listener;
     listener.keyboardPressed(consoleKey);
-    ASSERT_TRUE(Game::isConsoleVisible());
+    ASSERT_TRUE(GameState::state().consoleVisible);
     listener.keyboardPressed('P');
-    EXPECT_FALSE(Game::isPaused());
+    EXPECT_FALSE(GameState::state().paused);
     GLWindow::Headless::setKeyDown(37, true);
-    const uint64_t steps = Game::getSimulationStepCount();
+    const uint64_t steps = GameState::state().simulationSteps;
     Game::runFrame(0.02f);
-    EXPECT_EQ(Game::getSimulationStepCount(), steps + 1);
+    EXPECT_EQ(GameState::state().simulationSteps, steps + 1);
     EXPECT_EQ(Camera::getTilt(), 0.0f);
     listener.keyboardPressed(consoleKey);
-    EXPECT_FALSE(Game::isConsoleVisible());
+    EXPECT_FALSE(GameState::state().consoleVisible);
     Game::runFrame(0.02f);
     GLWindow::Headless::setKeyDown(37, false);
     EXPECT_FLOAT_EQ(Camera::getTilt(), 1.0f);
@@ -239,37 +242,37 @@ TEST_F(GameTest, WithTheConsoleOpenKeysGoToItAndTheCameraDoesNotTurn) {
 TEST_F(GameTest, LosingTheFocusPauses) {
     Game listener;
     listener.windowFocusLost();
-    EXPECT_TRUE(Game::isPaused());
+    EXPECT_TRUE(GameState::state().paused);
     listener.windowFocusLost();
-    EXPECT_TRUE(Game::isPaused());
+    EXPECT_TRUE(GameState::state().paused);
 }
 
 TEST_F(GameTest, PauseFromTheConsole) {
     console.take();
     GLConsole::enterLine("Pause true");
-    EXPECT_TRUE(Game::isPaused());
+    EXPECT_TRUE(GameState::state().paused);
     EXPECT_NE(console.text().find("Pause is now true"), std::string::npos);
     GLConsole::enterLine("Pause false");
-    EXPECT_FALSE(Game::isPaused());
+    EXPECT_FALSE(GameState::state().paused);
 }
 
 TEST_F(GameTest, TheFreeCameraMovesByArrowsAndZoomsByPages) {
     startPlay();
     frames(16, 10);  // a frame time of 0.01 s
     GLConsole::enterLine("FreeCamera true");
-    ASSERT_TRUE(Game::isFreeCamera());
+    ASSERT_TRUE(GameState::state().freeCamera);
     GLWindow::Headless::setKeyDown(39, true);
     GLWindow::Headless::setKeyDown(38, true);
     Game::runFrame(0.02f);
     GLWindow::Headless::setKeyDown(39, false);
     GLWindow::Headless::setKeyDown(38, false);
-    EXPECT_FLOAT_EQ(Game::getFreeCameraPosition().x, 5.0f);
-    EXPECT_FLOAT_EQ(Game::getFreeCameraPosition().y, -5.0f);
+    EXPECT_FLOAT_EQ(GameState::state().freeCameraPosition.x, 5.0f);
+    EXPECT_FLOAT_EQ(GameState::state().freeCameraPosition.y, -5.0f);
     EXPECT_EQ(Camera::getTilt(), 0.0f);
     GLWindow::Headless::setKeyDown(33, true);
     Game::runFrame(0.02f);
     GLWindow::Headless::setKeyDown(33, false);
-    EXPECT_FLOAT_EQ(Game::getFreeCameraZoom(), 1.05f);
+    EXPECT_FLOAT_EQ(GameState::state().freeCameraZoom, 1.05f);
 }
 
 // Requests at the end of the frame.
@@ -283,7 +286,7 @@ TEST_F(GameTest, RestartPutsTheWaterBackAndKeepsThePause) {
     Game::runFrame(0.02f);
     EXPECT_EQ(ParticleManager::getParticles().size(), 128u);
     EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
-    EXPECT_TRUE(Game::isPaused());
+    EXPECT_TRUE(GameState::state().paused);
     console.take();
     GLConsole::enterLine("ShowSimSpeeds");
     EXPECT_NE(console.text().find("ShowSimSpeeds is false"), std::string::npos);
@@ -339,7 +342,7 @@ TEST_F(GameTest, ZoomAndShakeFromTheConsole) {
     GLConsole::enterLine("ZoomCamera");
     GLConsole::enterLine("ShakeCamera");
     EXPECT_EQ(Camera::getState(), Camera::zoomingOut);
-    EXPECT_TRUE(Camera::isShaking());
+    EXPECT_TRUE(Camera::state().shaking);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "console/console_state.h"
 #include "console/console.h"
 #include "graphics/graphics.h"
 #include "real_window.h"
@@ -120,9 +121,9 @@ TEST_F(ConsoleDrawing, ATabThatWouldNotFitBreaksTheLine) {
 
 TEST_F(ConsoleDrawing, TheDisplayIsUnbrokenAcrossTheStoreWrap) {
     const std::string line = "\n" + std::string(40, 'W');
-    while (GLConsole::getOutputPosition() < GLConsole::outputBufferSize - 20) GLConsole::print(line);
+    while (GLConsole::state().outputPosition < GLConsole::outputBufferSize - 20) GLConsole::print(line);
     GLConsole::print("\n" + std::string(30, 'Q'));
-    ASSERT_LT(GLConsole::getOutputPosition(), 20);
+    ASSERT_LT(GLConsole::state().outputPosition, 20);
     draw();
     EXPECT_TRUE(near(outputCell(29, 55), outputText));
     EXPECT_TRUE(near(outputCell(30, 55), outputBackground));

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "graphics/graphics_state.h"
+#include "game/game_state.h"
 #include "console/console.h"
 #include "game/game.h"
 #include "graphics/graphics.h"
@@ -132,7 +134,7 @@ TEST_F(LevelDrawing, MovingPolygonsRideTheirOffsetAndDestructableOnesVanish) {
     for (Polygon2D& polygon : Level::getPolygons())
         if (polygon.id == 6) moving = &polygon;
     ASSERT_NE(moving, nullptr);
-    EXPECT_EQ(DynamicPolygonRenderer::entryCount(), 1u);
+    EXPECT_EQ(DynamicPolygonRenderer::state().entries.size(), 1u);
     moving->offset = Vector2D(0, 300);
     Game::drawFrame();
     EXPECT_TRUE(near(world(-250, -200), red));
@@ -140,7 +142,7 @@ TEST_F(LevelDrawing, MovingPolygonsRideTheirOffsetAndDestructableOnesVanish) {
     moving->present = false;
     Game::drawFrame();
     EXPECT_TRUE(near(world(-250, 100), red));
-    EXPECT_EQ(DynamicPolygonRenderer::queuedCount(3), 0u);
+    EXPECT_EQ(DynamicPolygonRenderer::state().queues[3].size(), 0u);
 }
 
 TEST_F(LevelDrawing, StaticGeometryCanBeSwitchedOff) {
@@ -161,13 +163,13 @@ TEST_F(LevelDrawing, ParticleDrawOffHidesTheWater) {
 TEST_F(LevelDrawing, TheConsoleKeyShowsTheConsoleOverTheLevel) {
     Game listener;
     listener.keyboardPressed(223);
-    ASSERT_TRUE(Game::isConsoleVisible());
+    ASSERT_TRUE(GameState::state().consoleVisible);
     Game::drawFrame();
     // The configuration is missing, so the console's bands are black and opaque below the output area.
     EXPECT_TRUE(near(shown(200, 299), {0, 0, 0}));
     EXPECT_TRUE(near(world(-100, -100), red));  // the output area's alpha is 0
     listener.keyboardPressed(223);
-    EXPECT_FALSE(Game::isConsoleVisible());
+    EXPECT_FALSE(GameState::state().consoleVisible);
 }
 
 }  // namespace

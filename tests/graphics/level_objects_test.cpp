@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "graphics/graphics_state.h"
 #include "console/console.h"
 #include "game/game.h"
 #include "graphics/graphics.h"
@@ -40,7 +41,7 @@ protected:
     }
     static std::size_t queued() {
         std::size_t count = 0;
-        for (int layer = 0; layer < drawLayerCount; ++layer) count += LevelObjectsManager::queuedCount(layer);
+        for (int layer = 0; layer < drawLayerCount; ++layer) count += LevelObjectsManager::state().drawQueues[layer].size();
         return count;
     }
 };
@@ -94,7 +95,7 @@ TEST_F(LevelObjects, ARepeatCountOfOneStopsOnTheLastFrame) {
 }
 
 TEST_F(LevelObjects, TheManagerKeepsStillAndAnimatedObjectsApart) {
-    EXPECT_EQ(LevelObjectsManager::getAnimationSpeed(), 10.0f);
+    EXPECT_EQ(LevelObjectsManager::state().animationSpeed, 10.0f);
     LevelObject tree;
     tree.setTexture("gfx\\tree.tga");
     LevelObjectsManager::addObject(tree);

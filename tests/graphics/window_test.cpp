@@ -1,3 +1,4 @@
+#include "graphics/window/window_state.h"
 #include "graphics/window/window.h"
 
 #include <gtest/gtest.h>
@@ -41,7 +42,7 @@ std::vector<std::string> without(const std::vector<std::string>& events, const s
 }
 
 TEST(HeadlessWindow, AnswersWithoutARealWindow) {
-    ASSERT_TRUE(GLWindow::Headless::isEnabled());
+    ASSERT_TRUE(GLWindow::state().headless.enabled);
     EXPECT_EQ(GLWindow::getClientWidth(), 800);
     EXPECT_EQ(GLWindow::getClientHeight(), 600);
     EXPECT_FALSE(GLWindow::isMinimised());

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "console/console_state.h"
 #include "level/level_state.h"
 #include "console/console.h"
 #include "level/level.h"
@@ -218,10 +219,10 @@ TEST_F(BspTest, CommandsComeAndGoWithTheTree) {
     load(squareText);
     for (const char* name : {"BSPSIZE", "BSPDEPTH", "BSPWALK", "BSPWALKDRAW", "BSPCAST", "BSPCASTDRAW",
                              "BSPSPLITDRAW", "BSPNODEDRAW", "DRAWTRIANGLES"})
-        EXPECT_EQ(GLConsole::getCommands().count(name), 1u) << name;
+        EXPECT_EQ(GLConsole::state().commands.count(name), 1u) << name;
     Level::clear();
-    EXPECT_EQ(GLConsole::getCommands().count("BSPSIZE"), 0u);
-    EXPECT_EQ(GLConsole::getCommands().count("DRAWTRIANGLES"), 0u);
+    EXPECT_EQ(GLConsole::state().commands.count("BSPSIZE"), 0u);
+    EXPECT_EQ(GLConsole::state().commands.count("DRAWTRIANGLES"), 0u);
     EXPECT_EQ(LevelBspTree::conCmdBspSize(), 0);
     EXPECT_EQ(LevelBspTree::conCmdBspDepth(), 0);
     console.take();

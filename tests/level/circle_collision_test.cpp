@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "water/water_state.h"
 #include "level/level.h"
 #include "level_fixtures.h"
 #include "water/water.h"
@@ -32,7 +33,7 @@ TEST_F(CircleCollisionTest, FootOnTheEdgeGivesAPointAndALineContact) {
     EXPECT_EQ(centre, Vector2D(50, -2));
     // Point and line contact in the first pass; the line contact at exactly -r
     // goes on counting, without a push, in the two passes after it.
-    EXPECT_EQ(CircleCollision::getContactCount(), 4u);
+    EXPECT_EQ(CircleCollision::state().contactCount, 4u);
     EXPECT_EQ(CircleCollision::getCollisionNormal(), Vector2D(0, 1));
     EXPECT_EQ(CircleCollision::getCollisionFriction(), 1.0f);
 }
@@ -42,7 +43,7 @@ TEST_F(CircleCollisionTest, BeyondAnEndOnlyThePointPushesRadially) {
     EXPECT_TRUE(CircleCollision::collisionTest(&centre, 2.0f));
     EXPECT_NEAR(distance(centre, Vector2D(100, 0)), 2.0f, 1e-5);
     EXPECT_NEAR(centre.x - 100, -centre.y, 1e-5);  // straight out of the corner
-    EXPECT_EQ(CircleCollision::getContactCount(), 1u);
+    EXPECT_EQ(CircleCollision::state().contactCount, 1u);
     EXPECT_NEAR(CircleCollision::getCollisionNormal().x, -std::sqrt(0.5f), 1e-5);
 }
 
@@ -59,7 +60,7 @@ TEST_F(CircleCollisionTest, NoContactLeavesZeroNormalAndFullFriction) {
     EXPECT_EQ(centre, Vector2D(-50, -50));
     EXPECT_EQ(CircleCollision::getCollisionNormal(), Vector2D());
     EXPECT_EQ(CircleCollision::getCollisionFriction(), 1.0f);
-    EXPECT_EQ(CircleCollision::getContactCount(), 0u);
+    EXPECT_EQ(CircleCollision::state().contactCount, 0u);
 }
 
 TEST_F(CircleCollisionTest, FrictionIsTheMeanOfTheContacts) {

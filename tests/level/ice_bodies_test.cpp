@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "console/console_state.h"
 #include "level/level.h"
 #include "level_fixtures.h"
 #include "water/water_fixture.h"
@@ -148,8 +149,8 @@ TEST_F(IceBodies, IceSlidesAlongAWallWithoutFriction) {
 }
 
 TEST_F(IceBodies, ConsoleCommandsComeAndGo) {
-    EXPECT_EQ(GLConsole::getCommands().count("PARTICLEGROUPCOUNT"), 1u);
-    EXPECT_EQ(GLConsole::getCommands().count("PARTICLEGROUPDRAW"), 1u);
+    EXPECT_EQ(GLConsole::state().commands.count("PARTICLEGROUPCOUNT"), 1u);
+    EXPECT_EQ(GLConsole::state().commands.count("PARTICLEGROUPDRAW"), 1u);
     ParticleGroupMover::shutdown();
-    EXPECT_EQ(GLConsole::getCommands().count("PARTICLEGROUPCOUNT"), 0u);
+    EXPECT_EQ(GLConsole::state().commands.count("PARTICLEGROUPCOUNT"), 0u);
 }

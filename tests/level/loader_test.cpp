@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "console/console_state.h"
 #include "level/level_state.h"
 #include "console/console.h"
 #include "level/level.h"
@@ -23,7 +24,7 @@ protected:
         EXPECT_EQ(Level::getPolygons().front().id, 1);
         EXPECT_EQ(Level::getWaterStart(), Vector2D(50, 50));
         EXPECT_EQ(LevelBspTree::conCmdBspSize(), 4);
-        EXPECT_EQ(GLConsole::getCommands().count("DRAWTRIANGLES"), 1u);
+        EXPECT_EQ(GLConsole::state().commands.count("DRAWTRIANGLES"), 1u);
     }
     // Loads the bytes and returns the reason printed for their failure.
     std::string failureReason(const std::string& bytes) {

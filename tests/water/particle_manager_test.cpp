@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "console/console_state.h"
 #include "water_fixture.h"
 
 namespace {
@@ -68,7 +69,7 @@ TEST_F(ParticleManagerTest, CommandsLeaveWithTheManager) {
     ParticleManager::shutdown();
     for (const char* name : {"GRAVITY", "ROOMTEMPERATURE", "HEATTRANSFERRATE", "STEAMRISERATE",
                              "STEAMSCATTERRATE", "PARTICLECREATE", "PARTICLECOUNT"})
-        EXPECT_EQ(GLConsole::getCommands().count(name), 0u) << name;
+        EXPECT_EQ(GLConsole::state().commands.count(name), 0u) << name;
 }
 
 TEST_F(ParticleManagerTest, ParticleCreateChecksItsWords) {

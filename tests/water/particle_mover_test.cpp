@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "game/camera_state.h"
 #include "water_fixture.h"
 
 namespace {
@@ -39,7 +40,7 @@ TEST_F(ParticleMoverTest, TheGridFollowsTheShakingView) {
     useSettings("", "shakeTime = 1\nshakeStrenght = 7\nshakeSpeed = 1000\n");
     Camera::shake();
     Camera::doShaking(0.1f);
-    const Vector2D offset = Camera::getShakeOffset();
+    const Vector2D offset = Camera::state().shakeOffset;
     ASSERT_NEAR(length(offset), 7.0f, 1e-4f);
     Particle particle;
     particle.position = offset + Vector2D(0.5f, 0.5f);

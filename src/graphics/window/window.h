@@ -7,7 +7,7 @@
 // every operation works on it. Otherwise the layer runs headless: a client area
 // of 800 by 600 that is never minimised, with key and mouse state set by hand,
 // and drawing set-up does nothing. createWindow makes the headless stand-in
-// while Headless::isEnabled() holds, which is the start state, so that tools and
+// while the headless switch is on, which is the start state, so that tools and
 // tests never open a window by accident; the game and `--window` runs call
 // Headless::setEnabled(false) first. Keys and buttons set by hand count beside
 // the real ones, so scripts can drive a real window too.
@@ -132,7 +132,6 @@ std::string showSaveFileBox(const char* title, const char* initialDirectory, con
 namespace Headless {
 // Whether createWindow makes the stand-in (true at start) or a real window.
 void setEnabled(bool enabled);
-bool isEnabled();
 void setKeyDown(int key, bool down);
 void setKeyToggled(int key, bool toggled);
 void setMouse(int x, int y);

@@ -179,9 +179,6 @@ namespace Headless {
 void setEnabled(bool enabled) {
     state().headless.enabled = enabled;
 }
-bool isEnabled() {
-    return state().headless.enabled;
-}
 void setKeyDown(int key, bool down) {
     setMember(state().headless.keysDown, key, down);
 }
