@@ -15,10 +15,6 @@ namespace {
 constexpr int listedLocations = 16;
 constexpr std::size_t reportWidth = 103;
 
-// Scratch text for the decimal numbers of report lines; a handler must not
-// depend on the heap more than it has to.
-char lineNumberText[16];
-
 const char* errorTypeText(int signalNumber) {
     switch (signalNumber) {
         case SIGTERM: return "Error type: Program requested to terminate abnormally.";
@@ -56,6 +52,7 @@ void appendBacktrace(std::string& text) {
     text += "\nBacktrace of locations visited by program: \n";
     int lineNumber = 1;
     for (int slot = state().depth - 1; slot >= 0 && lineNumber <= listedLocations; --slot, ++lineNumber) {
+        char lineNumberText[16];
         std::snprintf(lineNumberText, sizeof(lineNumberText), "%d", lineNumber);
         text += "\n";
         text += lineNumberText;

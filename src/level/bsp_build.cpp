@@ -90,8 +90,8 @@ bool cutOverlap(std::vector<BspNode*>& pieces, const BspNode& a, const BspNode& 
 }
 
 // As BspNode::signedDistance, from the offset of the point to the node's start.
-inline float distanceTo(float dx, float dy, const Vector2D& normal) {
-    return static_cast<float>(static_cast<double>(dx) * normal.x + static_cast<double>(dy) * normal.y);
+float distanceTo(float dx, float dy, const Vector2D& normal) {
+    return dot(Vector2D(dx, dy), normal);
 }
 
 bool isDestructable(const BspNode& node) {

@@ -8,8 +8,11 @@
 
 namespace {
 
-Vector2D rayStart;
-Vector2D rayEnd;
+// The ray being cast; its end is pulled in to each hit.
+struct Ray {
+    Vector2D start;
+    Vector2D end;
+};
 
 uint32_t bitsOf(float value) {
     uint32_t bits;
@@ -40,15 +43,15 @@ bool edgeIntersectFast(const Vector2D& a1, Vector2D& a2, const BspNode& node) {
     return true;
 }
 
-BspNode* raycastRecursive(BspNode* node) {
+BspNode* raycastRecursive(BspNode* node, Ray& ray) {
     while (node) {
-        const float ds = node->signedDistance(rayStart);
-        const float de = node->signedDistance(rayEnd);
+        const float ds = node->signedDistance(ray.start);
+        const float de = node->signedDistance(ray.end);
         if (std::fabs(ds) <= 0.025f) {
-            float along = dot(rayStart - node->start, node->direction);
+            float along = dot(ray.start - node->start, node->direction);
             if (along > -0.025f && along < node->length + 0.025f) {
                 along = std::min(std::max(along, 0.025f), node->length - 0.025f);
-                rayEnd = node->start + node->direction * along;
+                ray.end = node->start + node->direction * along;
                 return node;
             }
         }
@@ -60,8 +63,8 @@ BspNode* raycastRecursive(BspNode* node) {
             BspNode* nearSide = ds >= 0.0f ? node->positiveChild : node->negativeChild;
             BspNode* farSide = ds >= 0.0f ? node->negativeChild : node->positiveChild;
             if (nearSide)
-                if (BspNode* hit = raycastRecursive(nearSide)) return hit;
-            if (node->collideable && edgeIntersectFast(rayStart, rayEnd, *node)) return node;
+                if (BspNode* hit = raycastRecursive(nearSide, ray)) return hit;
+            if (node->collideable && edgeIntersectFast(ray.start, ray.end, *node)) return node;
             node = farSide;
         }
     }
@@ -75,10 +78,9 @@ namespace LevelBspTree {
 BspNode* raycast(const Vector2D& start, Vector2D& end) {
     TRACE_LOCATION("LevelBspTree::raycast");
     if (!state().root || start == end) return nullptr;
-    rayStart = start;
-    rayEnd = end;
-    BspNode* hit = raycastRecursive(state().root);
-    end = rayEnd;
+    Ray ray{start, end};
+    BspNode* hit = raycastRecursive(state().root, ray);
+    end = ray.end;
     return hit;
 }
 

@@ -91,11 +91,8 @@ struct BspNode {
     BspNode* negativeChild = nullptr;
     BspNode* positiveChild = nullptr;
 
-    // Same arithmetic as dot(q - start, normal), inline for the inner loops.
-    float signedDistance(const Vector2D& q) const {
-        const Vector2D v = q - start;
-        return static_cast<float>(static_cast<double>(v.x) * normal.x + static_cast<double>(v.y) * normal.y);
-    }
+    // Negative on the free side.
+    float signedDistance(const Vector2D& q) const { return dot(q - start, normal); }
 };
 
 // ---------------------------------------------------------------------------
