@@ -85,17 +85,16 @@ TEST_F(GameTest, ALevelStartsWith128ParticlesAndTheCameraGlidingToThem) {
     EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
     EXPECT_EQ(GameState::state().stepTime, Game::stepThreshold);
     EXPECT_NE(console.text().find("Game initialisation"), std::string::npos);
-    for (const char* name : {"SHOWGAMESPEEDS", "SHOWDRAWSPEEDS", "SHOWSIMSPEEDS", "FREECAMERA", "ZOOMCAMERA",
-                             "SHAKECAMERA", "RESTART", "PAUSE"})
-        EXPECT_EQ(GLConsole::state().commands.count(name), 1u) << name;
 }
 
-TEST_F(GameTest, ShutdownTakesItsCommandsAway) {
+TEST_F(GameTest, ShutdownLeavesTheRegistryAsTheGameFoundIt) {
+    Game::shutdown();
+    const auto before = GLConsole::state().commands.size();
+    Game::initialise("maps\\test.rill");
     Game::shutdown();
     EXPECT_FALSE(Game::isRunning());
     EXPECT_NE(console.text().find("Game shutdown"), std::string::npos);
-    for (const char* name : {"SHOWGAMESPEEDS", "PAUSE", "RESTART", "GRAVITY"})
-        EXPECT_EQ(GLConsole::state().commands.count(name), 0u) << name;
+    EXPECT_EQ(GLConsole::state().commands.size(), before);
 }
 
 TEST_F(GameTest, RunNeedsAWindow) {

@@ -148,9 +148,3 @@ TEST_F(IceBodies, IceSlidesAlongAWallWithoutFriction) {
     EXPECT_NEAR(body.position.y, 8.0f, 1e-4);
 }
 
-TEST_F(IceBodies, ConsoleCommandsComeAndGo) {
-    EXPECT_EQ(GLConsole::state().commands.count("PARTICLEGROUPCOUNT"), 1u);
-    EXPECT_EQ(GLConsole::state().commands.count("PARTICLEGROUPDRAW"), 1u);
-    ParticleGroupMover::shutdown();
-    EXPECT_EQ(GLConsole::state().commands.count("PARTICLEGROUPCOUNT"), 0u);
-}

@@ -65,13 +65,6 @@ TEST_F(ParticleManagerTest, ConsoleReadsAndChangesTheConstants) {
     EXPECT_NE(console.text().find("ParticleCount is 1"), std::string::npos);
 }
 
-TEST_F(ParticleManagerTest, CommandsLeaveWithTheManager) {
-    ParticleManager::shutdown();
-    for (const char* name : {"GRAVITY", "ROOMTEMPERATURE", "HEATTRANSFERRATE", "STEAMRISERATE",
-                             "STEAMSCATTERRATE", "PARTICLECREATE", "PARTICLECOUNT"})
-        EXPECT_EQ(GLConsole::state().commands.count(name), 0u) << name;
-}
-
 TEST_F(ParticleManagerTest, ParticleCreateChecksItsWords) {
     const std::string usage =
         "\nUsage: ParticleCreate < x : number > < y : number > < radius : number > < amount : integer number "
