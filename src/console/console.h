@@ -75,6 +75,13 @@ GLTexture getFontTexture();
 void setFontTexture(const GLTexture& texture);
 
 // Registry. addCommand takes a function of any of the thirteen command shapes.
+// The body of a command that reads and sets one value: the value now in force.
+template <typename T>
+T setting(T& value, T newValue, bool set) {
+    if (set) value = newValue;
+    return value;
+}
+
 void addCommandInternal(const GLConsoleCommand& command);
 template <typename Function>
 void addCommand(const char* name, Function function) {

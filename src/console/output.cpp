@@ -11,8 +11,7 @@ State::State() {
 }
 
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 
 namespace {

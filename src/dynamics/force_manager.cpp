@@ -17,8 +17,7 @@ struct State {
 };
 
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 
 constexpr float arrowLength = 32.0f;
@@ -133,8 +132,7 @@ void conCmdForceCreate(std::string arguments) {
 
 bool conCmdForceDraw(bool value, bool set) {
     TRACE_LOCATION("ForceManager::conCmdForceDraw");
-    if (set) state().drawForces = value;
-    return state().drawForces;
+    return GLConsole::setting(state().drawForces, value, set);
 }
 
 }  // namespace ForceManager

@@ -11,8 +11,7 @@
 namespace MoverManager {
 
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 
 bool nearView(const DynamicPolygon& entry, float halfWidth) {
@@ -102,14 +101,12 @@ int conCmdMoverCount() {
 
 bool conCmdMoverDraw(bool value, bool set) {
     TRACE_LOCATION("MoverManager::conCmdMoverDraw");
-    if (set) state().moverDraw = value;
-    return state().moverDraw;
+    return GLConsole::setting(state().moverDraw, value, set);
 }
 
 bool conCmdDynamicNodeDraw(bool value, bool set) {
     TRACE_LOCATION("MoverManager::conCmdDynamicNodeDraw");
-    if (set) state().dynamicNodeDraw = value;
-    return state().dynamicNodeDraw;
+    return GLConsole::setting(state().dynamicNodeDraw, value, set);
 }
 
 }  // namespace MoverManager

@@ -50,8 +50,7 @@ void conCmdTriggerCreate(std::string arguments) {
 
 bool conCmdTriggerDraw(bool value, bool set) {
     TRACE_LOCATION("TriggerManager::conCmdTriggerDraw");
-    if (set) state().drawTriggers = value;
-    return state().drawTriggers;
+    return GLConsole::setting(state().drawTriggers, value, set);
 }
 
 int conCmdTriggerCount() {

@@ -11,8 +11,7 @@
 namespace TriggerManager {
 
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 
 bool limitReached(const Trigger& trigger) {

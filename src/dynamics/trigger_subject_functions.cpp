@@ -16,8 +16,7 @@ struct State {
 };
 
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 
 constexpr float waterTemperature = 50.0f;

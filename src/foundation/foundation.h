@@ -51,6 +51,13 @@ public:
 };
 }  // namespace LocationTrace
 
+// The one instance of a subsystem's state, made on first use (see CONTRIBUTING.md).
+template <typename State>
+State& singleInstance() {
+    static State instance;
+    return instance;
+}
+
 #define TRACE_LOCATION_JOIN2(a, b) a##b
 #define TRACE_LOCATION_JOIN(a, b) TRACE_LOCATION_JOIN2(a, b)
 // Pushes the operation's name for the rest of the enclosing scope.

@@ -11,8 +11,7 @@ struct State {
 };
 
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 
 // Both stages are worked in extended precision, as the products pass 2^53.

@@ -10,8 +10,7 @@
 namespace Camera {
 
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 
 namespace {

@@ -11,8 +11,7 @@
 
 namespace GameState {
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 }  // namespace GameState
 
@@ -22,26 +21,22 @@ namespace {
 
 bool conCmdShowGameSpeeds(bool value, bool set) {
     TRACE_LOCATION("Game::conCmdShowGameSpeeds");
-    if (set) state().showGameSpeeds = value;
-    return state().showGameSpeeds;
+    return GLConsole::setting(state().showGameSpeeds, value, set);
 }
 
 bool conCmdShowDrawSpeeds(bool value, bool set) {
     TRACE_LOCATION("Game::conCmdShowDrawSpeeds");
-    if (set) state().showDrawSpeeds = value;
-    return state().showDrawSpeeds;
+    return GLConsole::setting(state().showDrawSpeeds, value, set);
 }
 
 bool conCmdShowSimSpeeds(bool value, bool set) {
     TRACE_LOCATION("Game::conCmdShowSimSpeeds");
-    if (set) state().showSimSpeeds = value;
-    return state().showSimSpeeds;
+    return GLConsole::setting(state().showSimSpeeds, value, set);
 }
 
 bool conCmdFreeCamera(bool value, bool set) {
     TRACE_LOCATION("Game::conCmdFreeCamera");
-    if (set) state().freeCamera = value;
-    return state().freeCamera;
+    return GLConsole::setting(state().freeCamera, value, set);
 }
 
 void conCmdZoomCamera() {

@@ -50,8 +50,7 @@ void checkForWin() {
 namespace GameRules {
 
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 
 namespace {
@@ -157,8 +156,7 @@ void draw() {
 
 bool conCmdTimePrint(bool value, bool set) {
     TRACE_LOCATION("GameRules::conCmdTimePrint");
-    if (set) state().timePrint = value;
-    return state().timePrint;
+    return GLConsole::setting(state().timePrint, value, set);
 }
 
 }  // namespace GameRules

@@ -12,8 +12,7 @@
 namespace DynamicPolygonRenderer {
 
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 
 namespace {

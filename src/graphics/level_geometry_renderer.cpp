@@ -19,8 +19,7 @@ struct State {
 };
 
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 
 bool isStatic(const Polygon2D& polygon) {
@@ -82,8 +81,7 @@ void drawLayer(int layer) {
 
 bool conCmdDrawLevelGeometry(bool value, bool set) {
     TRACE_LOCATION("LevelGeometryRenderer::conCmdDrawLevelGeometry");
-    if (set) state().drawLevelGeometry = value;
-    return state().drawLevelGeometry;
+    return GLConsole::setting(state().drawLevelGeometry, value, set);
 }
 
 }  // namespace LevelGeometryRenderer

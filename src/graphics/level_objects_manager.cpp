@@ -15,8 +15,7 @@
 namespace LevelObjectsManager {
 
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 
 namespace {
@@ -57,13 +56,11 @@ void quad(const LevelObject& object, const HalfSize& size) {
 
 bool conCmdObjectsDraw(bool value, bool set) {
     TRACE_LOCATION("LevelObjectsManager::conCmdObjectsDraw");
-    if (set) state().objectsDraw = value;
-    return state().objectsDraw;
+    return GLConsole::setting(state().objectsDraw, value, set);
 }
 bool conCmdObjectsCull(bool value, bool set) {
     TRACE_LOCATION("LevelObjectsManager::conCmdObjectsCull");
-    if (set) state().objectsCull = value;
-    return state().objectsCull;
+    return GLConsole::setting(state().objectsCull, value, set);
 }
 int conCmdObjectsCount() {
     TRACE_LOCATION("LevelObjectsManager::conCmdObjectsCount");
@@ -71,8 +68,7 @@ int conCmdObjectsCount() {
 }
 bool conCmdObjectsDrawIds(bool value, bool set) {
     TRACE_LOCATION("LevelObjectsManager::conCmdObjectsDrawIds");
-    if (set) state().objectsDrawIds = value;
-    return state().objectsDrawIds;
+    return GLConsole::setting(state().objectsDrawIds, value, set);
 }
 
 void conCmdObjectsCreate(std::string line) {

@@ -40,8 +40,7 @@ struct State {
 };
 
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 
 constexpr float radius = ParticleMover::particleRadius;
@@ -166,8 +165,7 @@ void draw() {
 
 bool conCmdParticleDraw(bool value, bool set) {
     TRACE_LOCATION("ParticleRenderer::conCmdParticleDraw");
-    if (set) state().particleDraw = value;
-    return state().particleDraw;
+    return GLConsole::setting(state().particleDraw, value, set);
 }
 
 }  // namespace ParticleRenderer

@@ -23,8 +23,7 @@ struct State {
 };
 
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 
 std::string upperCase(const std::string& name) {

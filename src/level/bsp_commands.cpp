@@ -27,8 +27,7 @@ void measure(const BspNode* root, int& size, int& depth) {
 }
 
 bool switchValue(bool& flag, bool value, bool set) {
-    if (set) flag = value;
-    return flag;
+    return GLConsole::setting(flag, value, set);
 }
 
 void printWalkUsage() {

@@ -5,8 +5,7 @@
 
 namespace LevelBspTree {
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 }  // namespace LevelBspTree
 

@@ -10,8 +10,7 @@
 
 namespace Level {
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 }  // namespace Level
 
@@ -145,8 +144,7 @@ Vector2D getCameraStart() {
 
 bool conCmdDrawTriangles(bool value, bool set) {
     TRACE_LOCATION("Level::conCmdDrawTriangles");
-    if (set) state().drawTriangles = value;
-    return state().drawTriangles;
+    return GLConsole::setting(state().drawTriangles, value, set);
 }
 
 void addPolygon(const Polygon2D& polygon) {

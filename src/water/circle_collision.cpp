@@ -13,8 +13,7 @@
 namespace CircleCollision {
 
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 
 namespace {

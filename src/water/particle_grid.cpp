@@ -17,8 +17,7 @@ struct State {
 };
 
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 
 // Further from the origin than this no cell can be in range, and the integer conversion stays defined.

@@ -33,8 +33,7 @@ struct State {
 };
 
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 
 // The radius whose disc has the area of n particles.
@@ -130,8 +129,7 @@ int conCmdParticleGroupCount() {
 
 bool conCmdParticleGroupDraw(bool value, bool set) {
     TRACE_LOCATION("ParticleGroupMover::conCmdParticleGroupDraw");
-    if (set) state().debugSwitch = value;
-    return state().debugSwitch;
+    return GLConsole::setting(state().debugSwitch, value, set);
 }
 
 const GLConsoleCommand commands[] = {

@@ -27,8 +27,7 @@ struct State {
 };
 
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 
 float clampUnit(float value) {
@@ -38,14 +37,12 @@ float clampUnit(float value) {
 
 float conCmdGravity(float value, bool set) {
     TRACE_LOCATION("ParticleManager::conCmdGravity");
-    if (set) state().gravity = value;
-    return state().gravity;
+    return GLConsole::setting(state().gravity, value, set);
 }
 
 float conCmdRoomTemperature(float value, bool set) {
     TRACE_LOCATION("ParticleManager::conCmdRoomTemperature");
-    if (set) state().roomTemperature = value;
-    return state().roomTemperature;
+    return GLConsole::setting(state().roomTemperature, value, set);
 }
 
 float conCmdHeatTransferRate(float value, bool set) {
@@ -56,14 +53,12 @@ float conCmdHeatTransferRate(float value, bool set) {
 
 float conCmdSteamRiseRate(float value, bool set) {
     TRACE_LOCATION("ParticleManager::conCmdSteamRiseRate");
-    if (set) state().steamRiseRate = value;
-    return state().steamRiseRate;
+    return GLConsole::setting(state().steamRiseRate, value, set);
 }
 
 float conCmdSteamScatterRate(float value, bool set) {
     TRACE_LOCATION("ParticleManager::conCmdSteamScatterRate");
-    if (set) state().steamScatterRate = value;
-    return state().steamScatterRate;
+    return GLConsole::setting(state().steamScatterRate, value, set);
 }
 
 bool validCreateArguments(const std::vector<std::string>& args) {

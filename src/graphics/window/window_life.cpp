@@ -12,8 +12,7 @@
 namespace GLWindow {
 
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 
 bool realWindow() {
