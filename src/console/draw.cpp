@@ -106,7 +106,8 @@ void drawOutput(const Layout& layout) {
     for (int i = findStart(layout); i < outputBufferSize && line < layout.rows; ++i) {
         const char c = historyByte(i);
         if (c != 27 && c != '\t' && c != '\n' && c != '\r')
-            drawCell(static_cast<unsigned char>(c), column * size, line * size, size);
+            drawCell(static_cast<unsigned char>(c), static_cast<float>(column) * size, static_cast<float>(line) * size,
+                     size);
         column = advance(c, column, layout.columns);
         if (column < 0) {
             column = 0;

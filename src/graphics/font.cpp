@@ -80,12 +80,12 @@ void GLFont::drawString(const char* text, float x, float y, float size, float r,
     glPopAttrib();
 }
 
-void GLFont::drawStringCentered(const char* text, float x, float y, float width, float height, float size,
+void GLFont::drawStringCentered(const char* text, float x, float y, float boxWidth, float boxHeight, float size,
                                 float r, float g, float b, float a) const {
     if (!text || size <= 0.0f) return;
     const float length = static_cast<float>(std::strlen(text));
     // Centred text falls on whole pixels.
-    const float left = roundToNearest(x + width * 0.5f - length * size * 0.5f);
-    const float top = roundToNearest(y + height * 0.5f - size * 0.5f);
+    const float left = roundToNearest(x + boxWidth * 0.5f - length * size * 0.5f);
+    const float top = roundToNearest(y + boxHeight * 0.5f - size * 0.5f);
     drawString(text, left, top, size, r, g, b, a);
 }

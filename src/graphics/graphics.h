@@ -110,7 +110,7 @@ public:
 
     // (x, y) is the top left of the first character, size the edge of each square.
     void drawString(const char* text, float x, float y, float size, float r, float g, float b, float a) const;
-    void drawStringCentered(const char* text, float x, float y, float width, float height, float size,
+    void drawStringCentered(const char* text, float x, float y, float boxWidth, float boxHeight, float size,
                             float r, float g, float b, float a) const;
 };
 

@@ -9,7 +9,7 @@ namespace {
 
 class Reader {
 public:
-    explicit Reader(FILE* file) : file(file) {}
+    explicit Reader(FILE* source) : file(source) {}
 
     void bytes(void* destination, std::size_t count) {
         if (count == 0) return;

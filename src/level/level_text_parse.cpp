@@ -100,9 +100,9 @@ bool parseFloat(const std::string& text, float& value) {
 // The values of one record line, taken field by field.
 class Fields {
 public:
-    Fields(const std::vector<Token>& tokens, std::size_t first, const char* record,
-           std::set<std::string>& seen)
-        : tokens(tokens), at(first), record(record), seen(seen) {}
+    Fields(const std::vector<Token>& line, std::size_t first, const char* recordName,
+           std::set<std::string>& fieldsSeen)
+        : tokens(line), at(first), record(recordName), seen(fieldsSeen) {}
 
     bool done() const { return at >= tokens.size(); }
     std::string nextField() {
@@ -304,7 +304,7 @@ void addRecord(std::vector<Record>& records, const std::vector<Token>& tokens, c
 
 class TextParser {
 public:
-    explicit TextParser(LevelFile& level) : level(level) {}
+    explicit TextParser(LevelFile& target) : level(target) {}
 
     void line(const std::vector<Token>& tokens) {
         if (tokens.empty()) return;

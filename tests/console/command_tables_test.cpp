@@ -75,6 +75,6 @@ INSTANTIATE_TEST_SUITE_P(
                   LevelBspTree::clear,
                   {"BSPSIZE", "BSPDEPTH", "BSPWALK", "BSPWALKDRAW", "BSPCAST", "BSPCASTDRAW", "BSPSPLITDRAW",
                    "BSPNODEDRAW"}}),
-    [](const ::testing::TestParamInfo<Subsystem>& info) { return std::string(info.param.name); });
+    [](const ::testing::TestParamInfo<Subsystem>& test) { return std::string(test.param.name); });
 
 }  // namespace

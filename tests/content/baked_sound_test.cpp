@@ -55,7 +55,7 @@ std::vector<std::string> bakedSounds() {
 double rms(const std::vector<int16_t>& samples) {
     double sum = 0.0;
     for (int16_t s : samples) sum += static_cast<double>(s) * s;
-    return std::sqrt(sum / samples.size());
+    return std::sqrt(sum / static_cast<double>(samples.size()));
 }
 
 }  // namespace
@@ -96,7 +96,7 @@ TEST(BakedSound, LoopsWrapWithoutAClick) {
         ASSERT_GT(s.size(), 1000u) << name;
         double typicalStep = 0.0;
         for (size_t i = 1; i < s.size(); ++i) typicalStep += std::abs(s[i] - s[i - 1]);
-        typicalStep /= s.size() - 1;
+        typicalStep /= static_cast<double>(s.size() - 1);
         EXPECT_LT(std::abs(s.front() - s.back()), typicalStep * 6 + 200) << name;
     }
 }

@@ -106,7 +106,7 @@ TEST_F(TriggerManagerTest, TargetsOfEveryKindShareAnIdAndZeroTargetsNothing) {
 TEST_F(TriggerManagerTest, AOnceTriggerFiresForTheFirstOfAHundredParticlesAndNeverAgainUntilReset) {
     addMover(3);
     const Trigger& trigger = addSquare(402, 3, 0, 0, 40);
-    for (int i = 0; i < 100; ++i) addParticle(Vector2D(1.0f + i * 0.3f, 20.0f));
+    for (int i = 0; i < 100; ++i) addParticle(Vector2D(1.0f + static_cast<float>(i) * 0.3f, 20.0f));
     TriggerManager::runTriggers(frame);
     EXPECT_EQ(trigger.fireCount, 1u);
     EXPECT_EQ(moverState(3), Mover::toEnd);
@@ -121,7 +121,7 @@ TEST_F(TriggerManagerTest, AOnceTriggerFiresForTheFirstOfAHundredParticlesAndNev
 
 TEST_F(TriggerManagerTest, AnAllTriggerFiresForEachParticleAndIceBodyEveryFrame) {
     const Trigger& trigger = addSquare(-1, 0, 0, 0, 40);
-    for (int i = 0; i < 5; ++i) addParticle(Vector2D(5.0f + i, 5.0f));
+    for (int i = 0; i < 5; ++i) addParticle(Vector2D(5.0f + static_cast<float>(i), 5.0f));
     addParticle(Vector2D(60, 5));
     ParticleGroup group;
     group.position = Vector2D(20, 20);

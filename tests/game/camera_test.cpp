@@ -104,7 +104,7 @@ TEST_F(CameraTest, FollowingIsSmoothedAlikeAtAnyFrameRate) {
         useSettings("movementInterpolateSpeed = 0.25");
         ParticleManager::getParticles().clear();
         ParticleManager::createParticles(80, 0, 0, 1);
-        for (int i = 0; i < steps; ++i) Camera::doMovement(1.0f / steps);
+        for (int i = 0; i < steps; ++i) Camera::doMovement(1.0f / static_cast<float>(steps));
         EXPECT_NEAR(Camera::getPosition().x, 60.0f, 1e-3f) << steps;
     }
 }
