@@ -14,6 +14,7 @@
 #include "game/game.h"
 #include "graphics/window/window.h"
 #include "level/level.h"
+#include "level_tools/level_tools.h"
 #include "platform/platform.h"
 #include "support/test_support.h"
 #include "water/water.h"

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "level/level.h"
+#include "level_tools/level_tools.h"
 #include "platform/image_loading.h"
 #include "support/test_support.h"
 #include "test_images.h"

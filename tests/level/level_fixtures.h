@@ -6,6 +6,7 @@
 #include <string>
 
 #include "level/level.h"
+#include "level_tools/level_tools.h"
 #include "support/test_support.h"
 
 inline LevelFile levelFromText(const std::string& text) {

@@ -6,6 +6,7 @@
 
 #include "level/level.h"
 #include "level_fixtures.h"
+#include "level_tools/level_tools.h"
 
 namespace {
 

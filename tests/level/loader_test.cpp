@@ -7,6 +7,7 @@
 #include "console/console.h"
 #include "level/level.h"
 #include "level_fixtures.h"
+#include "level_tools/level_tools.h"
 
 namespace {
 
