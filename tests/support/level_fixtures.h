@@ -1,4 +1,4 @@
-// Level files for the level tests, written from the text form or byte by byte.
+// Level files for the tests, written from the text form or byte by byte.
 #pragma once
 
 #include <gtest/gtest.h>
