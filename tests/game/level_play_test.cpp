@@ -8,10 +8,10 @@
 #include <fstream>
 #include <sstream>
 
-#include "game/game_state.h"
-#include "dynamics/trigger_state.h"
 #include "dynamics/dynamics.h"
+#include "dynamics/trigger_state.h"
 #include "game/game.h"
+#include "game/game_state.h"
 #include "graphics/window/window.h"
 #include "level/level.h"
 #include "level_tools/level_tools.h"
