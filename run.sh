@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Sets up, builds and bakes Brookfall on a Debian machine, then plays or tests.
 #   bash run.sh play   install what is missing, build, bake the data, start the game
-#   bash run.sh test   the same set-up, then every test (sanitized build, under Xvfb)
+#   bash run.sh test   the same set-up, a format check, then every test (sanitized build, under Xvfb)
 set -euo pipefail
 cd "$(dirname "$0")"
 mode="${1:-play}"
@@ -9,7 +9,8 @@ mode="${1:-play}"
 packages=(cmake ninja-build g++ pkg-config libgtest-dev libgmock-dev libbenchmark-dev
   libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev libopenal-dev libopenal1
   libavformat-dev libavcodec-dev libswscale-dev libavutil-dev
-  libgl-dev libglu1-mesa-dev mesa-common-dev libgl1-mesa-dri xvfb xauth fonts-dejavu-core libfreetype-dev)
+  libgl-dev libglu1-mesa-dev mesa-common-dev libgl1-mesa-dri xvfb xauth fonts-dejavu-core libfreetype-dev
+  clang-format)
 
 install_missing() {
   local missing=()
@@ -27,6 +28,29 @@ build() {  # build DIR [cmake options...]
   local dir="$1"; shift
   cmake -S . -B "$dir" -G Ninja "$@" > /dev/null
   cmake --build "$dir"
+}
+
+# Fails, naming the files, when a tracked C++ file under src/, tools/, tests/ or
+# bench/ is not as clang-format writes it with the top-level .clang-format.
+check_format() {
+  if ! git rev-parse --is-inside-work-tree > /dev/null 2>&1; then
+    echo "Not a git checkout, so the format check is skipped."
+    return 0
+  fi
+  local files=() report offending
+  mapfile -d '' -t files < <(git ls-files -z -- 'src/*.cpp' 'src/*.h' 'tools/*.cpp' 'tools/*.h' \
+    'tests/*.cpp' 'tests/*.h' 'bench/*.cpp' 'bench/*.h')
+  [ ${#files[@]} -eq 0 ] && return 0
+  report="$(clang-format --dry-run --Werror "${files[@]}" 2>&1)" && return 0
+  offending="$(grep -o '^[^:]*:[0-9]*:[0-9]*: error: code should be clang-formatted' <<< "$report" |
+    cut -d: -f1 | sort -u)"
+  if [ -n "$offending" ]; then
+    echo "Not formatted as .clang-format says (clang-format -i FILE fixes each):" >&2
+    sed 's/^/  /' <<< "$offending" >&2
+  else
+    echo "$report" >&2  # clang-format itself failed: its own words say why
+  fi
+  return 1
 }
 
 # Plays the first level from its solution script in a window under Xvfb and
@@ -58,6 +82,8 @@ case "$mode" in
     exec ../brookfall
     ;;
   test)
+    # Formatting first: a slip fails in a second instead of after the build.
+    check_format || exit 1
     build build-test -DCMAKE_BUILD_TYPE=Debug -DBROOKFALL_SANITIZE=ON -DBROOKFALL_BENCHMARKS=OFF
     export ASAN_OPTIONS="detect_leaks=1:abort_on_error=0"
     export LSAN_OPTIONS="suppressions=$PWD/tests/lsan.supp:print_suppressions=0"

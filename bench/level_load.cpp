@@ -5,6 +5,7 @@
 
 #include "console/console.h"
 #include "level_fixture.h"
+#include "level_tools/level_tools.h"
 
 namespace {
 

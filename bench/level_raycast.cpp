@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include "level_fixture.h"
+#include "level_tools/level_tools.h"
 
 namespace {
 

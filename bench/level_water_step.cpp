@@ -6,6 +6,7 @@
 #include "game/game.h"
 #include "graphics/window/window.h"
 #include "level_fixture.h"
+#include "level_tools/level_tools.h"
 #include "water/water.h"
 
 namespace {

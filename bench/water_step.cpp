@@ -13,6 +13,7 @@
 #include "console/console.h"
 #include "game/game.h"
 #include "level/level.h"
+#include "level_tools/level_tools.h"
 #include "water/water.h"
 
 namespace {

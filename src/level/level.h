@@ -1,6 +1,7 @@
 // Level data: the level file and what it turns into. Polygons with their
-// triangles, the BSP tree of their edges, surface friction, the reader of level
-// files and the readable text form that level designers write levels in.
+// triangles, the BSP tree of their edges, surface friction and the reader of
+// level files (the text form and the writer are the tools' own, in
+// tools/level_tools).
 #pragma once
 
 #include <cstdint>
@@ -194,16 +195,7 @@ constexpr uint32_t objectNameLimit = 65534;
 // Reads a level file from the stream and checks every limit. A failure throws
 // the reason as a const char* (the messages the level reader prints).
 void read(FILE* file, LevelFile& level);
-// The bytes of a level file. The caller keeps counts and names within limits.
-std::string write(const LevelFile& level);
 }  // namespace LevelFileFormat
-
-// The readable text form of level files (see tools/rillc/README.md).
-namespace LevelText {
-// On failure returns false and sets error to "SOURCE:LINE: what is wrong".
-bool parse(const std::string& text, const std::string& sourceName, LevelFile& level, std::string& error);
-std::string write(const LevelFile& level);
-}  // namespace LevelText
 
 // ---------------------------------------------------------------------------
 namespace SurfaceTypeManager {

@@ -8,7 +8,7 @@
 #include <map>
 #include <string>
 
-#include "content/content_support.h"
+#include "support/content_support.h"
 
 namespace {
 

@@ -7,9 +7,9 @@
 #include <set>
 #include <string>
 
-#include "content/content_support.h"
 #include "foundation/foundation.h"
 #include "platform/platform.h"
+#include "support/content_support.h"
 
 namespace {
 

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "content/content_support.h"
 #include "foundation/foundation.h"
 #include "platform/platform.h"
+#include "support/content_support.h"
 
 namespace {
 

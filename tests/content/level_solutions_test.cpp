@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <sstream>
 
-#include "content/content_support.h"
 #include "content/level_source.h"
+#include "support/content_support.h"
 #include "support/test_support.h"
 
 namespace fs = std::filesystem;

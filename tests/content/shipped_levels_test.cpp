@@ -6,10 +6,10 @@
 #include <filesystem>
 #include <set>
 
-#include "content/content_support.h"
 #include "content/level_source.h"
 #include "foundation/foundation.h"
 #include "platform/platform.h"
+#include "support/content_support.h"
 
 namespace fs = std::filesystem;
 

@@ -5,9 +5,9 @@
 #include "dynamics/mover_state.h"
 #include "console/console_state.h"
 #include "console/console.h"
-#include "dynamics/dynamics_fixture.h"
 #include "graphics/graphics.h"
 #include "level/level.h"
+#include "support/dynamics_fixture.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 
 #include "game/game_state.h"
 #include "dynamics/trigger_state.h"
-#include "dynamics/dynamics_fixture.h"
 #include "graphics/graphics.h"
 #include "level/level.h"
+#include "support/dynamics_fixture.h"
 
 namespace {
 

@@ -2,12 +2,12 @@
 // rule with its limits and delays, the active box and the console commands.
 #include <gtest/gtest.h>
 
+#include "console/console.h"
 #include "console/console_state.h"
 #include "dynamics/trigger_state.h"
-#include "console/console.h"
-#include "dynamics/dynamics_fixture.h"
 #include "graphics/graphics.h"
 #include "level/level.h"
+#include "support/dynamics_fixture.h"
 
 namespace {
 

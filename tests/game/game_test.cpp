@@ -10,6 +10,7 @@
 #include "console/console.h"
 #include "graphics/window/window.h"
 #include "level/level.h"
+#include "level_tools/level_tools.h"
 #include "support/test_support.h"
 #include "water/water.h"
 

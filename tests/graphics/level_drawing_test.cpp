@@ -6,6 +6,7 @@
 #include "game/game.h"
 #include "graphics/graphics.h"
 #include "level/level.h"
+#include "level_tools/level_tools.h"
 #include "real_window.h"
 #include "support/test_support.h"
 #include "test_images.h"

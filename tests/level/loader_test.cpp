@@ -6,7 +6,8 @@
 #include "level/level_state.h"
 #include "console/console.h"
 #include "level/level.h"
-#include "level_fixtures.h"
+#include "level_tools/level_tools.h"
+#include "support/level_fixtures.h"
 
 namespace {
 

@@ -1,11 +1,12 @@
 // Runs the built brookfall-headless on small levels made here.
 #include <gtest/gtest.h>
+#include <sys/wait.h>
 
 #include <cstdio>
 #include <cstdlib>
-#include <sys/wait.h>
 
 #include "level/level.h"
+#include "level_tools/level_tools.h"
 #include "support/test_support.h"
 
 namespace {
@@ -39,9 +40,10 @@ RunResult runHeadless(const ScratchFolder& folder, const std::string& level, con
 void writeBasin(const ScratchFolder& folder) {
     LevelFile level;
     std::string error;
-    ASSERT_TRUE(LevelText::parse("water 400 100\ncamera 400 100\n"
-                                 "polygon id 1 layer 2\n  0 0, 0 400, 800 400, 800 0, 780 0, 780 380, 20 380, 20 0\nend\n",
-                                 "basin.level", level, error))
+    ASSERT_TRUE(LevelText::parse(
+        "water 400 100\ncamera 400 100\n"
+        "polygon id 1 layer 2\n  0 0, 0 400, 800 400, 800 0, 780 0, 780 380, 20 380, 20 0\nend\n",
+        "basin.level", level, error))
         << error;
     folder.write("maps/basin.rill", LevelFileFormat::write(level));
     folder.write("cfg/water.cfg", "gravity = 260 roomTemperature = 20 heatTransferRate = 0.15");
@@ -64,11 +66,13 @@ std::vector<std::string> jsonLines(const std::string& output) {
 TEST(HeadlessRunner, StepsTheGameAndReportsStateOnLinesOfTheirOwn) {
     ScratchFolder folder;
     writeBasin(folder);
-    const RunResult run = runHeadless(folder, "maps\\basin.rill", ":state\n:step 120\n:state\n:tilt 25\n:state\n");
+    const RunResult run =
+        runHeadless(folder, "maps\\basin.rill", ":state\n:step 120\n:state\n:tilt 25\n:state\n");
     ASSERT_EQ(run.exitCode, 0) << run.output;
     const std::vector<std::string> states = jsonLines(run.output);
     ASSERT_EQ(states.size(), 3u) << run.output;
-    EXPECT_EQ(states[0].rfind("{\"step\":0,\"particles\":128,\"ice_bodies\":0,\"ice_particles\":0,\"water\":128,", 0),
+    EXPECT_EQ(states[0].rfind(
+                  "{\"step\":0,\"particles\":128,\"ice_bodies\":0,\"ice_particles\":0,\"water\":128,", 0),
               0u)
         << states[0];
     EXPECT_EQ(states[1].rfind("{\"step\":120,", 0), 0u) << states[1];

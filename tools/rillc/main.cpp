@@ -8,6 +8,7 @@
 
 #include "console/console.h"
 #include "level/level.h"
+#include "level_tools/level_tools.h"
 #include "platform/platform.h"
 
 namespace {

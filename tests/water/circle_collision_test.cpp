@@ -4,7 +4,7 @@
 
 #include "water/water_state.h"
 #include "level/level.h"
-#include "level_fixtures.h"
+#include "support/level_fixtures.h"
 #include "water/water.h"
 
 namespace {

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "console/console.h"
-#include "dynamics/dynamics_fixture.h"
 #include "level/level.h"
+#include "support/dynamics_fixture.h"
 
 namespace {
 

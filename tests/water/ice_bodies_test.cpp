@@ -4,7 +4,7 @@
 
 #include "console/console_state.h"
 #include "level/level.h"
-#include "level_fixtures.h"
+#include "support/level_fixtures.h"
 #include "water/water_fixture.h"
 
 namespace {

@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "level/level.h"
-#include "level/level_text_names.h"
+#include "level_tools/level_text_names.h"
+#include "level_tools/level_tools.h"
 
 namespace {
 

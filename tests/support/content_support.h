@@ -1,5 +1,6 @@
-// Helpers of the content tests: where the baked data lies, a strict reader of
-// the TGA files the bake writes, and a way to run the bake tools.
+// Helpers of the content tests and the bake tool tests: where the baked data
+// lies, a strict reader of the TGA files the bake writes, and a way to run the
+// bake tools.
 #pragma once
 
 #include <cstdint>
@@ -12,6 +13,8 @@ std::filesystem::path toolPath(const std::string& tool);
 
 // Every regular file under root, as sorted paths relative to root.
 std::vector<std::string> listFiles(const std::filesystem::path& root);
+// Every baked wave file, as sorted paths relative to the data folder ("snd/...").
+std::vector<std::string> bakedSounds();
 std::string readBytes(const std::filesystem::path& file);
 
 // Runs a command line; returns its exit status, or -1 if it could not run.

@@ -1,7 +1,7 @@
 // The bytes of a level file, for the level compiler and for tests.
 #include <cstring>
 
-#include "level/level.h"
+#include "level_tools/level_tools.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "content/content_support.h"
+#include "support/content_support.h"
 
 #include <sys/wait.h>
 
@@ -79,6 +79,13 @@ std::vector<std::string> listFiles(const fs::path& root) {
         if (it->is_regular_file()) files.push_back(fs::relative(it->path(), root).generic_string());
     std::sort(files.begin(), files.end());
     return files;
+}
+
+std::vector<std::string> bakedSounds() {
+    std::vector<std::string> names;
+    for (const std::string& name : listFiles(bakedDataFolder() / "snd"))
+        if (fs::path(name).extension() == ".wav") names.push_back("snd/" + name);
+    return names;
 }
 
 std::string readBytes(const fs::path& file) {

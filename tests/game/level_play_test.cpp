@@ -8,12 +8,13 @@
 #include <fstream>
 #include <sstream>
 
-#include "game/game_state.h"
-#include "dynamics/trigger_state.h"
 #include "dynamics/dynamics.h"
+#include "dynamics/trigger_state.h"
 #include "game/game.h"
+#include "game/game_state.h"
 #include "graphics/window/window.h"
 #include "level/level.h"
+#include "level_tools/level_tools.h"
 #include "platform/platform.h"
 #include "support/test_support.h"
 #include "water/water.h"

@@ -1,6 +1,6 @@
-#include "dynamics/trigger_state.h"
-#include "dynamics/dynamics_fixture.h"
+#include "support/dynamics_fixture.h"
 
+#include "dynamics/trigger_state.h"
 #include "graphics/graphics.h"
 #include "level/level.h"
 

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "level_fixtures.h"
+#include "support/level_fixtures.h"
 
 namespace {
 

@@ -85,7 +85,8 @@ protected:
     static void expectWon(const std::string& state) {
         EXPECT_NE(state.find("\"finished\":true"), std::string::npos) << state;
         EXPECT_GT(field(state, "level_ms"), 0.0) << state;
-        EXPECT_EQ(scoreField(state, "total"), scoreField(state, "water") + scoreField(state, "time")) << state;
+        EXPECT_EQ(scoreField(state, "total"), scoreField(state, "water") + scoreField(state, "time"))
+            << state;
         EXPECT_LE(scoreField(state, "total"), 500000.0);
     }
 

@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "content/content_support.h"
+#include "support/content_support.h"
 #include "support/test_support.h"
 
 namespace fs = std::filesystem;

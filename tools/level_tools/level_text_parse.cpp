@@ -6,8 +6,8 @@
 #include <set>
 #include <sstream>
 
-#include "level/level.h"
-#include "level/level_text_names.h"
+#include "level_tools/level_text_names.h"
+#include "level_tools/level_tools.h"
 
 namespace {
 

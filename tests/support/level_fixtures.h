@@ -1,4 +1,4 @@
-// Level files for the level tests, written from the text form or byte by byte.
+// Level files for the tests, written from the text form or byte by byte.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -6,6 +6,7 @@
 #include <string>
 
 #include "level/level.h"
+#include "level_tools/level_tools.h"
 #include "support/test_support.h"
 
 inline LevelFile levelFromText(const std::string& text) {

@@ -5,10 +5,11 @@
 #include <filesystem>
 #include <string>
 
+#include "graphics/test_images.h"
 #include "level/level.h"
+#include "level_tools/level_tools.h"
 #include "platform/image_loading.h"
 #include "support/test_support.h"
-#include "test_images.h"
 
 namespace {
 

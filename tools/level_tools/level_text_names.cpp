@@ -1,4 +1,4 @@
-#include "level/level_text_names.h"
+#include "level_tools/level_text_names.h"
 
 #include "foundation/foundation.h"
 

@@ -5,7 +5,8 @@
 #include <limits>
 
 #include "level/level.h"
-#include "level_fixtures.h"
+#include "level_tools/level_tools.h"
+#include "support/level_fixtures.h"
 
 namespace {
 

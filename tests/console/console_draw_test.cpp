@@ -5,9 +5,9 @@
 #include "console/console_state.h"
 #include "console/console.h"
 #include "graphics/graphics.h"
-#include "real_window.h"
+#include "graphics/real_window.h"
+#include "graphics/test_images.h"
 #include "support/test_support.h"
-#include "test_images.h"
 
 namespace {
 
