@@ -13,7 +13,9 @@ __attribute__((noinline)) float tracedStep(float value) {
     return value * 0.999f + 0.5f;
 }
 
-__attribute__((noinline)) float plainStep(float value) { return value * 0.999f + 0.5f; }
+__attribute__((noinline)) float plainStep(float value) {
+    return value * 0.999f + 0.5f;
+}
 
 void BM_CallWithTrace(benchmark::State& state) {
     float value = 1.0f;

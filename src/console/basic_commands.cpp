@@ -39,8 +39,7 @@ void conCmdCommands(std::string term) {
     term.erase(0, term.find_first_not_of(' '));
     slStringUpper(term);
     const auto& registry = state().commands;
-    for (auto it = registry.lower_bound(term); it != registry.end() && keyStartsWith(it->first, term);
-         ++it) {
+    for (auto it = registry.lower_bound(term); it != registry.end() && keyStartsWith(it->first, term); ++it) {
         print("\n");
         print(it->second.name);
     }

@@ -106,8 +106,8 @@ void drawOutput(const Layout& layout) {
     for (int i = findStart(layout); i < outputBufferSize && line < layout.rows; ++i) {
         const char c = historyByte(i);
         if (c != 27 && c != '\t' && c != '\n' && c != '\r')
-            drawCell(static_cast<unsigned char>(c), static_cast<float>(column) * size, static_cast<float>(line) * size,
-                     size);
+            drawCell(static_cast<unsigned char>(c), static_cast<float>(column) * size,
+                     static_cast<float>(line) * size, size);
         column = advance(c, column, layout.columns);
         if (column < 0) {
             column = 0;
@@ -120,7 +120,8 @@ void drawOutput(const Layout& layout) {
 void drawInput(const Layout& layout) {
     const int f = layout.cell;
     const int length = static_cast<int>(std::strlen(state().inputBuffer));
-    const int first = length > layout.columns - 1 ? std::max(0, state().cursorPosition - layout.columns + 1) : 0;
+    const int first =
+        length > layout.columns - 1 ? std::max(0, state().cursorPosition - layout.columns + 1) : 0;
     const float top = static_cast<float>((layout.rows + 1) * f + f / 2);
     glColor4f(state().inputText.r, state().inputText.g, state().inputText.b, 1.0f);
     glBegin(GL_QUADS);

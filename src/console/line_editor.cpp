@@ -90,7 +90,8 @@ void typeCharacter(int key) {
     if (character == 0 || lineLength() >= longestLine) return;
     if (GLWindow::keyboardKeyToggled(Insert)) {
         // The line is shorter than the buffer, so only a zero falls off the end.
-        std::memmove(state().inputBuffer + state().cursorPosition + 1, state().inputBuffer + state().cursorPosition,
+        std::memmove(state().inputBuffer + state().cursorPosition + 1,
+                     state().inputBuffer + state().cursorPosition,
                      inputBufferSize - state().cursorPosition - 1);
     } else if (state().inputBuffer[state().cursorPosition] == 0) {
         state().inputBuffer[state().cursorPosition + 1] = 0;

@@ -19,16 +19,22 @@ void (*stored(Function f))() {
 
 using Type = GLConsoleCommand::Type;
 
-GLConsoleCommand::GLConsoleCommand(const char* n, void (*f)()) : GLConsoleCommand(n, stored(f), Type::Void, false, false) {}
-GLConsoleCommand::GLConsoleCommand(const char* n, void (*f)(int)) : GLConsoleCommand(n, stored(f), Type::Int, true, false) {}
-GLConsoleCommand::GLConsoleCommand(const char* n, void (*f)(bool)) : GLConsoleCommand(n, stored(f), Type::Bool, true, false) {}
+GLConsoleCommand::GLConsoleCommand(const char* n, void (*f)())
+    : GLConsoleCommand(n, stored(f), Type::Void, false, false) {}
+GLConsoleCommand::GLConsoleCommand(const char* n, void (*f)(int))
+    : GLConsoleCommand(n, stored(f), Type::Int, true, false) {}
+GLConsoleCommand::GLConsoleCommand(const char* n, void (*f)(bool))
+    : GLConsoleCommand(n, stored(f), Type::Bool, true, false) {}
 GLConsoleCommand::GLConsoleCommand(const char* n, void (*f)(float))
     : GLConsoleCommand(n, stored(f), Type::Float, true, false) {}
 GLConsoleCommand::GLConsoleCommand(const char* n, void (*f)(std::string))
     : GLConsoleCommand(n, stored(f), Type::String, true, false) {}
-GLConsoleCommand::GLConsoleCommand(const char* n, int (*f)()) : GLConsoleCommand(n, stored(f), Type::Int, false, true) {}
-GLConsoleCommand::GLConsoleCommand(const char* n, bool (*f)()) : GLConsoleCommand(n, stored(f), Type::Bool, false, true) {}
-GLConsoleCommand::GLConsoleCommand(const char* n, float (*f)()) : GLConsoleCommand(n, stored(f), Type::Float, false, true) {}
+GLConsoleCommand::GLConsoleCommand(const char* n, int (*f)())
+    : GLConsoleCommand(n, stored(f), Type::Int, false, true) {}
+GLConsoleCommand::GLConsoleCommand(const char* n, bool (*f)())
+    : GLConsoleCommand(n, stored(f), Type::Bool, false, true) {}
+GLConsoleCommand::GLConsoleCommand(const char* n, float (*f)())
+    : GLConsoleCommand(n, stored(f), Type::Float, false, true) {}
 GLConsoleCommand::GLConsoleCommand(const char* n, std::string (*f)())
     : GLConsoleCommand(n, stored(f), Type::String, false, true) {}
 GLConsoleCommand::GLConsoleCommand(const char* n, int (*f)(int, bool))

@@ -93,7 +93,6 @@ bool pointInTrigger(const Vector2D& point, const Trigger& trigger);
 void resetTriggers();
 void debugDraw();
 
-
 // Console commands.
 void conCmdTriggerTypeList();
 void conCmdTriggerCreate(std::string arguments);

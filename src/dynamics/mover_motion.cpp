@@ -9,8 +9,8 @@
 #include "graphics/graphics.h"
 #include "water/water.h"
 
-using MoverManager::state;
 using MoverManager::nearView;
+using MoverManager::state;
 
 namespace {
 

@@ -8,8 +8,8 @@
 #include "game/game.h"
 #include "water/water.h"
 
-using MoverManager::state;
 using MoverManager::nearView;
+using MoverManager::state;
 
 namespace {
 

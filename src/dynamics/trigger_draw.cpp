@@ -10,9 +10,9 @@
 #include "graphics/graphics.h"
 #include "graphics/window/window.h"
 
-using TriggerManager::state;
 using TriggerManager::ActiveBox;
 using TriggerManager::activeBox;
+using TriggerManager::state;
 
 namespace {
 

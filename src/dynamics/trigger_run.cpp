@@ -22,11 +22,11 @@ ActiveBox activeBox() {
 
 }  // namespace TriggerManager
 
-using TriggerManager::state;
 using TriggerManager::ActiveBox;
 using TriggerManager::activeBox;
-using TriggerManager::limitReached;
 using TriggerManager::insideTrigger;
+using TriggerManager::limitReached;
+using TriggerManager::state;
 
 namespace {
 

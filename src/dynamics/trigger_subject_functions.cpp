@@ -74,7 +74,8 @@ void Triggers_HeatSources_LoadSettings() {
     const ConfigFile config("cfg\\water.cfg");
     state().temperatureChangeSpeed = std::fabs(config.getVarAsFloat("triggerTemperatureChangeSpeed"));
     state().temperatureChangeAmountIce = std::fabs(config.getVarAsFloat("triggerTemperatureChangeAmountIce"));
-    state().temperatureChangeAmountSteam = std::fabs(config.getVarAsFloat("triggerTemperatureChangeAmountSteam"));
+    state().temperatureChangeAmountSteam =
+        std::fabs(config.getVarAsFloat("triggerTemperatureChangeAmountSteam"));
 }
 
 float Triggers_getTemperatureChangeSpeed() {
@@ -96,7 +97,8 @@ void trigFuncToIce(Trigger&, void* subject, TriggerSubjectKind kind, float dt) {
     const SubjectView s = view(subject, kind);
     if (!s.temperature) return;
     *s.temperature -= state().temperatureChangeSpeed * dt;
-    if (*s.temperature < -state().temperatureChangeAmountIce) *s.temperature = -state().temperatureChangeAmountIce;
+    if (*s.temperature < -state().temperatureChangeAmountIce)
+        *s.temperature = -state().temperatureChangeAmountIce;
 }
 
 // Water is led to 50 from either side; ice warms for as long as it stays.

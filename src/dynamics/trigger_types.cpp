@@ -8,7 +8,8 @@ namespace {
 constexpr bool onSubject = true;
 constexpr bool onTargets = false;
 
-void addType(int32_t type, const char* name, TriggerFunction function, uint32_t fireLimit, bool needsSubject) {
+void addType(int32_t type, const char* name, TriggerFunction function, uint32_t fireLimit,
+             bool needsSubject) {
     TRACE_LOCATION("TriggerManager::addType");
     TriggerType entry;
     entry.name = name;

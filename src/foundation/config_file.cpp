@@ -8,7 +8,9 @@
 
 namespace {
 
-bool isEquals(const std::string& token) { return token == "="; }
+bool isEquals(const std::string& token) {
+    return token == "=";
+}
 
 // Reads the whole file; reports and returns false on any failure.
 bool readWholeFile(const char* fileName, std::vector<char>& text) {
@@ -128,7 +130,9 @@ const std::string* ConfigFile::find(const std::string& key) const {
     return it == values.end() ? nullptr : &it->second;
 }
 
-std::string ConfigFile::getVarAsString(const char* key) const { return getVarAsString(std::string(key ? key : "")); }
+std::string ConfigFile::getVarAsString(const char* key) const {
+    return getVarAsString(std::string(key ? key : ""));
+}
 
 std::string ConfigFile::getVarAsString(const std::string& key) const {
     TRACE_LOCATION("ConfigFile::getVarAsString");
@@ -136,7 +140,9 @@ std::string ConfigFile::getVarAsString(const std::string& key) const {
     return value ? *value : std::string();
 }
 
-float ConfigFile::getVarAsFloat(const char* key) const { return getVarAsFloat(std::string(key ? key : "")); }
+float ConfigFile::getVarAsFloat(const char* key) const {
+    return getVarAsFloat(std::string(key ? key : ""));
+}
 
 float ConfigFile::getVarAsFloat(const std::string& key) const {
     TRACE_LOCATION("ConfigFile::getVarAsFloat");
@@ -144,7 +150,9 @@ float ConfigFile::getVarAsFloat(const std::string& key) const {
     return value ? slStringToFloat(*value) : 0.0f;
 }
 
-int ConfigFile::getVarAsInt(const char* key) const { return getVarAsInt(std::string(key ? key : "")); }
+int ConfigFile::getVarAsInt(const char* key) const {
+    return getVarAsInt(std::string(key ? key : ""));
+}
 
 int ConfigFile::getVarAsInt(const std::string& key) const {
     TRACE_LOCATION("ConfigFile::getVarAsInt");
@@ -152,7 +160,9 @@ int ConfigFile::getVarAsInt(const std::string& key) const {
     return value ? slStringToInt(*value) : 0;
 }
 
-bool ConfigFile::getVarAsBool(const char* key) const { return getVarAsBool(std::string(key ? key : "")); }
+bool ConfigFile::getVarAsBool(const char* key) const {
+    return getVarAsBool(std::string(key ? key : ""));
+}
 
 bool ConfigFile::getVarAsBool(const std::string& key) const {
     TRACE_LOCATION("ConfigFile::getVarAsBool");
@@ -160,7 +170,9 @@ bool ConfigFile::getVarAsBool(const std::string& key) const {
     return value ? slStringToBool(*value) : false;
 }
 
-bool ConfigFile::variableExists(const char* key) const { return variableExists(std::string(key ? key : "")); }
+bool ConfigFile::variableExists(const char* key) const {
+    return variableExists(std::string(key ? key : ""));
+}
 
 bool ConfigFile::variableExists(const std::string& key) const {
     TRACE_LOCATION("ConfigFile::variableExists");

@@ -35,7 +35,9 @@ inline void push(const char* name) {
     trace.names[trace.depth] = name;
     ++trace.depth;
 }
-inline void pop() { --state().depth; }
+inline void pop() {
+    --state().depth;
+}
 // Appends the 16 newest locations, newest first.
 void appendBacktrace(std::string& text);
 
@@ -101,7 +103,9 @@ struct Vector2D {
     bool operator!=(const Vector2D& o) const { return !(*this == o); }
 };
 
-inline Vector2D operator*(float s, const Vector2D& v) { return v * s; }
+inline Vector2D operator*(float s, const Vector2D& v) {
+    return v * s;
+}
 
 // Single-precision operands with double-precision intermediates. Inline and
 // traced, since the particle loops call them for every pair of neighbours.

@@ -9,7 +9,6 @@
 
 namespace LocationTrace {
 
-
 namespace {
 
 constexpr int listedLocations = 16;
@@ -17,12 +16,18 @@ constexpr std::size_t reportWidth = 103;
 
 const char* errorTypeText(int signalNumber) {
     switch (signalNumber) {
-        case SIGTERM: return "Error type: Program requested to terminate abnormally.";
-        case SIGSEGV: return "Error type: Read or write to memory not owned by program.";
-        case SIGINT: return "Error type: Abnormal interuption of program by user.";
-        case SIGILL: return "Error type: Attempted execution of unknown processor instruction.";
-        case SIGFPE: return "Error type: Arithmetic error. Divide by zero or invalid arithmetic operation.";
-        default: return "Error type: Abnormal program termination by program.";
+        case SIGTERM:
+            return "Error type: Program requested to terminate abnormally.";
+        case SIGSEGV:
+            return "Error type: Read or write to memory not owned by program.";
+        case SIGINT:
+            return "Error type: Abnormal interuption of program by user.";
+        case SIGILL:
+            return "Error type: Attempted execution of unknown processor instruction.";
+        case SIGFPE:
+            return "Error type: Arithmetic error. Divide by zero or invalid arithmetic operation.";
+        default:
+            return "Error type: Abnormal program termination by program.";
     }
 }
 
@@ -63,18 +68,23 @@ void appendBacktrace(std::string& text) {
 
 std::string buildFatalReport(int signalNumber) {
     std::string text;
-    appendPaddedLine(text, "We are very sorry but 'Brookfall' has encountered a techincal problem and must close "
-                           "as a result. ");
+    appendPaddedLine(text,
+                     "We are very sorry but 'Brookfall' has encountered a techincal problem and must close "
+                     "as a result. ");
     appendPaddedLine(text, "");
-    appendPaddedLine(text, "Please help us to improve our software by reporting the error to "
-                           "'support@brookfall.game' .");
-    appendPaddedLine(text, "Any information you can provide relating to the problem would be extremely helpful "
-                           "in resolving the");
-    appendPaddedLine(text, "issue. Such information includes when the problem occurred, the specification of the "
-                           "PC being used to");
+    appendPaddedLine(text,
+                     "Please help us to improve our software by reporting the error to "
+                     "'support@brookfall.game' .");
+    appendPaddedLine(text,
+                     "Any information you can provide relating to the problem would be extremely helpful "
+                     "in resolving the");
+    appendPaddedLine(text,
+                     "issue. Such information includes when the problem occurred, the specification of the "
+                     "PC being used to");
     appendPaddedLine(text, "run the game, and what version of Windows is installed on your computer.");
-    appendPaddedLine(text, "The information below relates to the problem that occcured and should also be "
-                           "included in your report.");
+    appendPaddedLine(text,
+                     "The information below relates to the problem that occcured and should also be "
+                     "included in your report.");
     appendPaddedLine(text, "Thank you very much for your help.");
     appendPaddedLine(text, "");
     appendPaddedLine(text, std::string(reportWidth, '*'));

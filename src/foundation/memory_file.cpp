@@ -105,10 +105,17 @@ void MemoryFile::seek(int32_t offset, int origin) {
     const intptr_t total = end - data;
     intptr_t target;
     switch (origin) {
-        case 0: target = current + offset; break;
-        case 1: target = total - offset; break;
-        case 2: target = offset; break;
-        default: return;
+        case 0:
+            target = current + offset;
+            break;
+        case 1:
+            target = total - offset;
+            break;
+        case 2:
+            target = offset;
+            break;
+        default:
+            return;
     }
     if (target < 0) {
         target = 0;

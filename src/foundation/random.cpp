@@ -21,12 +21,13 @@ void advanceSeed() {
     constexpr float c = 0.31830987f;
 
     long double s = state().seed;
-    const unsigned long long whole = static_cast<unsigned long long>(s * static_cast<long double>(a) + static_cast<long double>(b));
+    const unsigned long long whole =
+        static_cast<unsigned long long>(s * static_cast<long double>(a) + static_cast<long double>(b));
     state().seed = static_cast<uint32_t>(whole);
 
     s = state().seed;
     const float mixed = static_cast<float>(s * static_cast<long double>(a) + static_cast<long double>(b) +
-                                             s * static_cast<long double>(c));
+                                           s * static_cast<long double>(c));
     std::memcpy(&state().seed, &mixed, sizeof(state().seed));
 }
 

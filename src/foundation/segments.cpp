@@ -67,7 +67,9 @@ void fixTriangleWinding(Vector2D& p0, Vector2D& p1, Vector2D& p2) {
     TRACE_LOCATION("fixTriangleWinding");
     const double mx = (static_cast<double>(p0.x) + p2.x) * 0.5;
     const double my = (static_cast<double>(p0.y) + p2.y) * 0.5;
-    const double c1 = (my - p0.y) * (static_cast<double>(p1.x) - p0.x) - (static_cast<double>(p1.y) - p0.y) * (mx - p0.x);
-    const double c2 = (static_cast<double>(p2.x) - p1.x) * (my - p1.y) - (static_cast<double>(p2.y) - p1.y) * (mx - p1.x);
+    const double c1 =
+        (my - p0.y) * (static_cast<double>(p1.x) - p0.x) - (static_cast<double>(p1.y) - p0.y) * (mx - p0.x);
+    const double c2 =
+        (static_cast<double>(p2.x) - p1.x) * (my - p1.y) - (static_cast<double>(p2.y) - p1.y) * (mx - p1.x);
     if (c1 < 0.0 && c2 < 0.0) std::swap(p1, p2);
 }

@@ -4,9 +4,13 @@
 
 namespace {
 
-const char* orEmpty(const char* text) { return text ? text : ""; }
+const char* orEmpty(const char* text) {
+    return text ? text : "";
+}
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
 
 // Digits, a "-" only as first character and at most `dotsAllowed` dots.
 bool isNumberText(const char* text, int dotsAllowed) {
@@ -23,7 +27,9 @@ bool isNumberText(const char* text, int dotsAllowed) {
 
 }  // namespace
 
-bool slIsSeparator(char c) { return c == ' ' || c == '\r' || c == '\n' || c == '\t' || c == 27 || c == 8; }
+bool slIsSeparator(char c) {
+    return c == ' ' || c == '\r' || c == '\n' || c == '\t' || c == 27 || c == 8;
+}
 
 void slStringUpper(char* text) {
     TRACE_LOCATION("slStringUpper");
@@ -54,14 +60,18 @@ bool slStringIsNumeric(const char* text) {
     return isNumberText(orEmpty(text), 1);
 }
 
-bool slStringIsNumeric(const std::string& text) { return slStringIsNumeric(text.c_str()); }
+bool slStringIsNumeric(const std::string& text) {
+    return slStringIsNumeric(text.c_str());
+}
 
 bool slStringIsInteger(const char* text) {
     TRACE_LOCATION("slStringIsInteger");
     return isNumberText(orEmpty(text), 0);
 }
 
-bool slStringIsInteger(const std::string& text) { return slStringIsInteger(text.c_str()); }
+bool slStringIsInteger(const std::string& text) {
+    return slStringIsInteger(text.c_str());
+}
 
 bool slStringIsBoolean(const char* text) {
     TRACE_LOCATION("slStringIsBoolean");
@@ -70,14 +80,18 @@ bool slStringIsBoolean(const char* text) {
     return upper == "TRUE" || upper == "FALSE";
 }
 
-bool slStringIsBoolean(const std::string& text) { return slStringIsBoolean(text.c_str()); }
+bool slStringIsBoolean(const std::string& text) {
+    return slStringIsBoolean(text.c_str());
+}
 
 int slStringToInt(const char* text) {
     TRACE_LOCATION("slStringToInt");
     return slStringIsInteger(text) ? std::atoi(text) : 0;
 }
 
-int slStringToInt(const std::string& text) { return slStringToInt(text.c_str()); }
+int slStringToInt(const std::string& text) {
+    return slStringToInt(text.c_str());
+}
 
 float slStringToFloat(const std::string& text) {
     TRACE_LOCATION("slStringToFloat");
@@ -91,7 +105,9 @@ bool slStringToBool(const char* text) {
     return upper == "TRUE";
 }
 
-bool slStringToBool(const std::string& text) { return slStringToBool(text.c_str()); }
+bool slStringToBool(const std::string& text) {
+    return slStringToBool(text.c_str());
+}
 
 void slSeparateArgs(const char* text, std::vector<std::string>& args) {
     TRACE_LOCATION("slSeparateArgs");
@@ -104,4 +120,6 @@ void slSeparateArgs(const char* text, std::vector<std::string>& args) {
     }
 }
 
-void slSeparateArgs(const std::string& text, std::vector<std::string>& args) { slSeparateArgs(text.c_str(), args); }
+void slSeparateArgs(const std::string& text, std::vector<std::string>& args) {
+    slSeparateArgs(text.c_str(), args);
+}

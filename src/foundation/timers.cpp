@@ -24,7 +24,9 @@ void LongTimer::unpause() {
     lastTicks = Platform::clockMilliseconds();
 }
 
-FrameClock::FrameClock() { reset(); }
+FrameClock::FrameClock() {
+    reset();
+}
 
 void FrameClock::reset() {
     lastTicks = static_cast<int32_t>(Platform::clockMilliseconds());

@@ -22,7 +22,8 @@ void readSettings() {
     const ConfigFile config("cfg\\camera.cfg");
     const auto positive = [&config](const char* key) { return std::fabs(config.getVarAsFloat(key)); };
     state().settings.rotationSmooth = std::clamp(config.getVarAsFloat("rotationSmooth"), 0.0f, 1.0f);
-    state().settings.movementInterpolateSpeed = std::clamp(config.getVarAsFloat("movementInterpolateSpeed"), 0.0f, 1.0f);
+    state().settings.movementInterpolateSpeed =
+        std::clamp(config.getVarAsFloat("movementInterpolateSpeed"), 0.0f, 1.0f);
     state().settings.maxAngle = std::min(positive("maxAngle"), largestMaxAngle);
     state().settings.keyboardTurnSpeed = positive("keyboardTurnSpeed");
     state().settings.mouseTurnSpeed = positive("mouseTurnSpeed");

@@ -5,11 +5,11 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "console/console.h"
+#include "dynamics/dynamics.h"
 #include "foundation/foundation.h"
 #include "game/game.h"
 #include "game/game_state.h"
-#include "console/console.h"
-#include "dynamics/dynamics.h"
 #include "graphics/graphics.h"
 #include "graphics/window/window.h"
 #include "level/level.h"
@@ -119,8 +119,8 @@ void drawFreeCameraOverlay() {
     char text[64];
     std::snprintf(text, sizeof(text), "%1f , %2f", at.x, at.y);
     const GLFont font(GLConsole::getFontTexture());
-    font.drawString(text, at.x, at.y + 16.0f / state().freeCameraZoom, 8.0f / state().freeCameraZoom, 1.0f, 1.0f, 1.0f,
-                    1.0f);
+    font.drawString(text, at.x, at.y + 16.0f / state().freeCameraZoom, 8.0f / state().freeCameraZoom, 1.0f,
+                    1.0f, 1.0f, 1.0f);
 }
 
 // The virtual screen of 800 by 600 in which the screens and overlays draw.

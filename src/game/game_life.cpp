@@ -61,10 +61,14 @@ bool conCmdPause(bool value, bool set) {
 }
 
 const GLConsoleCommand commands[] = {
-    {"ShowGameSpeeds", conCmdShowGameSpeeds}, {"ShowDrawSpeeds", conCmdShowDrawSpeeds},
-    {"ShowSimSpeeds", conCmdShowSimSpeeds},   {"FreeCamera", conCmdFreeCamera},
-    {"ZoomCamera", conCmdZoomCamera},         {"ShakeCamera", conCmdShakeCamera},
-    {"Restart", conCmdRestart},               {"Pause", conCmdPause},
+    {"ShowGameSpeeds", conCmdShowGameSpeeds},
+    {"ShowDrawSpeeds", conCmdShowDrawSpeeds},
+    {"ShowSimSpeeds", conCmdShowSimSpeeds},
+    {"FreeCamera", conCmdFreeCamera},
+    {"ZoomCamera", conCmdZoomCamera},
+    {"ShakeCamera", conCmdShakeCamera},
+    {"Restart", conCmdRestart},
+    {"Pause", conCmdPause},
 };
 
 // The switches that every start and restart of a level puts back.

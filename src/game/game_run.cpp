@@ -84,4 +84,3 @@ uint64_t Game::getGameStepCount() {
     TRACE_LOCATION("Game::getGameStepCount");
     return state().gameSteps;
 }
-

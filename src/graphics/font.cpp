@@ -80,8 +80,8 @@ void GLFont::drawString(const char* text, float x, float y, float size, float r,
     glPopAttrib();
 }
 
-void GLFont::drawStringCentered(const char* text, float x, float y, float boxWidth, float boxHeight, float size,
-                                float r, float g, float b, float a) const {
+void GLFont::drawStringCentered(const char* text, float x, float y, float boxWidth, float boxHeight,
+                                float size, float r, float g, float b, float a) const {
     if (!text || size <= 0.0f) return;
     const float length = static_cast<float>(std::strlen(text));
     // Centred text falls on whole pixels.

@@ -69,7 +69,8 @@ void shutdown() {
     TRACE_LOCATION("LevelGeometryRenderer::shutdown");
     GLConsole::print("\nShutting down level geometry renderer...");
     GLConsole::removeCommands(commands);
-    if (state().firstList != 0 && GLWindow::contextAvailable()) glDeleteLists(state().firstList, drawLayerCount);
+    if (state().firstList != 0 && GLWindow::contextAvailable())
+        glDeleteLists(state().firstList, drawLayerCount);
     state() = State();
 }
 

@@ -82,7 +82,8 @@ float fadeOf(const Particle& particle) {
 }
 
 float speedTerm(const Particle& particle) {
-    return std::min(state().settings.velocityExpansion * particle.speed, state().settings.maxVelocityExpansion);
+    return std::min(state().settings.velocityExpansion * particle.speed,
+                    state().settings.maxVelocityExpansion);
 }
 
 void square(const Vector2D& at, float half, const Colour& colour, float alpha) {

@@ -60,7 +60,8 @@ void initialise() {
     state().anisotropicSupported = GLWindow::extensionSupported("GL_EXT_texture_filter_anisotropic");
     setCompressionHint(0);
     state().maxAnisotropicLevel = 1;
-    if (state().anisotropicSupported) glGetIntegerv(GL_MAX_TEXTURE_MAX_ANISOTROPY_EXT, &state().maxAnisotropicLevel);
+    if (state().anisotropicSupported)
+        glGetIntegerv(GL_MAX_TEXTURE_MAX_ANISOTROPY_EXT, &state().maxAnisotropicLevel);
     state().maxAnisotropicLevel = std::max(1, state().maxAnisotropicLevel);
 }
 

@@ -8,8 +8,8 @@
 namespace {
 
 using LevelBspTree::state;
-using LevelBspTree::testRayCount;
 using LevelBspTree::testCastIterations;
+using LevelBspTree::testRayCount;
 
 // Size and depth in one walk with a stack of its own: trees can be deep.
 void measure(const BspNode* root, int& size, int& depth) {
@@ -159,8 +159,9 @@ namespace LevelBspTree {
 
 namespace {
 const GLConsoleCommand commands[] = {
-    {"BspSize", conCmdBspSize},         {"BspDepth", conCmdBspDepth},       {"BspWalk", conCmdBspWalk},
-    {"BspWalkDraw", conCmdBspWalkDraw}, {"BspCast", conCmdBspCast},         {"BspCastDraw", conCmdBspCastDraw},
+    {"BspSize", conCmdBspSize},           {"BspDepth", conCmdBspDepth},
+    {"BspWalk", conCmdBspWalk},           {"BspWalkDraw", conCmdBspWalkDraw},
+    {"BspCast", conCmdBspCast},           {"BspCastDraw", conCmdBspCastDraw},
     {"BspSplitDraw", conCmdBspSplitDraw}, {"BspNodeDraw", conCmdBspNodeDraw},
 };
 }  // namespace

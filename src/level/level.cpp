@@ -2,11 +2,10 @@
 // the start points, and the order in which a level comes and goes.
 #include "level/level.h"
 
-#include "level/level_state.h"
-
 #include "console/console.h"
 #include "dynamics/dynamics.h"
 #include "graphics/graphics.h"
+#include "level/level_state.h"
 
 namespace Level {
 State& state() {

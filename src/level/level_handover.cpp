@@ -4,10 +4,10 @@
 // Each slot below belongs to one owner. Until that owner's subsystem exists its
 // records are kept by the level, where Level::getRecords shows them.
 #include "level/level_handover.h"
-#include "level/level_state.h"
 
 #include "dynamics/dynamics.h"
 #include "graphics/graphics.h"
+#include "level/level_state.h"
 
 namespace {
 
@@ -19,8 +19,7 @@ void handOverObjects(const std::vector<ObjectRecord>& objects) {
         LevelObject object;
         object.id = record.id;
         object.layer = record.layer;
-        object.position =
-            record.position.toVector();
+        object.position = record.position.toVector();
         object.mirrored = record.mirrored != 0;
         object.setTexture(record.textureName);
         LevelObjectsManager::addObject(object);
@@ -40,8 +39,9 @@ void handOverForces(const std::vector<ForceRecord>& forces) {
     }
     ForceManager::initialise();
     for (const ForceRecord& force : kept)
-        ForceManager::addForce(force.id, static_cast<float>(force.position.x), static_cast<float>(force.position.y),
-                               force.directionX, force.directionY, force.strength);
+        ForceManager::addForce(force.id, static_cast<float>(force.position.x),
+                               static_cast<float>(force.position.y), force.directionX, force.directionY,
+                               force.strength);
 }
 
 void handOverSoundSources(const std::vector<SoundSourceRecord>& sounds) {
@@ -74,7 +74,8 @@ void handOverTriggers(const std::vector<TriggerRecord>& triggers) {
     TriggerManager::initialise();
     for (const TriggerRecord& record : triggers)
         TriggerManager::addTrigger(record.type, record.targetId, record.delay, record.corners[0].toVector(),
-                                   record.corners[1].toVector(), record.corners[2].toVector(), record.corners[3].toVector());
+                                   record.corners[1].toVector(), record.corners[2].toVector(),
+                                   record.corners[3].toVector());
 }
 
 }  // namespace

@@ -24,8 +24,7 @@ Polygon2D buildPolygon(const PolygonRecord& record) {
     polygon.layer = record.layer;
     std::vector<Vector2D> points;
     points.reserve(record.points.size());
-    for (const LevelPoint& p : record.points)
-        points.push_back(p.toVector());
+    for (const LevelPoint& p : record.points) points.push_back(p.toVector());
     polygon.addPoints(points);
     return polygon;
 }

@@ -26,16 +26,22 @@ uint64_t clockMicroseconds() {
     return static_cast<uint64_t>(std::chrono::duration_cast<std::chrono::microseconds>(since).count());
 }
 
-uint32_t clockMilliseconds() { return static_cast<uint32_t>(clockMicroseconds() / 1000); }
+uint32_t clockMilliseconds() {
+    return static_cast<uint32_t>(clockMicroseconds() / 1000);
+}
 
 void setManualClock(bool manual) {
     if (manual && !state().manualClock) state().manualMicroseconds = clockMicroseconds();
     state().manualClock = manual;
 }
 
-bool isManualClock() { return state().manualClock; }
+bool isManualClock() {
+    return state().manualClock;
+}
 
-void advanceClock(uint64_t microseconds) { state().manualMicroseconds += microseconds; }
+void advanceClock(uint64_t microseconds) {
+    state().manualMicroseconds += microseconds;
+}
 
 void sleepMilliseconds(uint32_t milliseconds) {
     if (state().manualClock)

@@ -1,8 +1,8 @@
 #include <fnmatch.h>
+#include <strings.h>
 
 #include <algorithm>
 #include <filesystem>
-#include <strings.h>
 #include <system_error>
 
 #include "platform/platform.h"

@@ -138,7 +138,8 @@ bool create(const char* title, int clientWidth, int clientHeight, int samples, s
     if (!initialiseVideo(error)) return false;
     state().window = openWindow(title, clientWidth, clientHeight, samples, true);
     // A display without accumulation visuals still gets a window; only the fade needs it.
-    if (!state().window && samples <= 1) state().window = openWindow(title, clientWidth, clientHeight, samples, false);
+    if (!state().window && samples <= 1)
+        state().window = openWindow(title, clientWidth, clientHeight, samples, false);
     if (state().window) state().context = SDL_GL_CreateContext(state().window);
     if (!state().window || !state().context) {
         error = SDL_GetError();
@@ -361,7 +362,8 @@ void setGammaRamp(const unsigned short* ramp256) {
 }
 
 void showMessage(const char* text, const char* title) {
-    if (!state().window || SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_INFORMATION, title, text, state().window) != 0)
+    if (!state().window ||
+        SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_INFORMATION, title, text, state().window) != 0)
         Platform::showMessage(text, title);
 }
 
@@ -370,7 +372,8 @@ bool askQuestion(const char* text, const char* title) {
         {SDL_MESSAGEBOX_BUTTON_ESCAPEKEY_DEFAULT, 0, "No"},
         {SDL_MESSAGEBOX_BUTTON_RETURNKEY_DEFAULT, 1, "Yes"},
     };
-    const SDL_MessageBoxData box{SDL_MESSAGEBOX_INFORMATION, state().window, title, text, 2, buttons, nullptr};
+    const SDL_MessageBoxData box{
+        SDL_MESSAGEBOX_INFORMATION, state().window, title, text, 2, buttons, nullptr};
     int answer = 0;
     return SDL_ShowMessageBox(&box, &answer) == 0 && answer == 1;
 }

@@ -8,11 +8,14 @@
 namespace Platform {
 
 namespace {
-bool displayAvailable() { return std::getenv("DISPLAY") || std::getenv("WAYLAND_DISPLAY"); }
+bool displayAvailable() {
+    return std::getenv("DISPLAY") || std::getenv("WAYLAND_DISPLAY");
+}
 }  // namespace
 
 void showMessage(const char* text, const char* caption) {
-    if (displayAvailable() && SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_INFORMATION, caption, text, nullptr) == 0)
+    if (displayAvailable() &&
+        SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_INFORMATION, caption, text, nullptr) == 0)
         return;
     std::fprintf(stderr, "%s\n%s\n", caption, text);
     std::fflush(stderr);

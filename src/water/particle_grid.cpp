@@ -13,7 +13,8 @@ namespace ParticleMover {
 namespace {
 
 struct State {
-    std::vector<Particle*> cells = std::vector<Particle*>(static_cast<size_t>(gridCells) * gridCells, nullptr);
+    std::vector<Particle*> cells =
+        std::vector<Particle*>(static_cast<size_t>(gridCells) * gridCells, nullptr);
 };
 
 State& state() {

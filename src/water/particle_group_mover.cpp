@@ -145,7 +145,8 @@ void initialise() {
     GLConsole::print("\nInitialising grouped particle mover..");
     GLConsole::addCommands(commands);
     ConfigFile config("cfg\\water.cfg");
-    state().particleGroupInterpolation = std::clamp(config.getVarAsFloat("particleGroupInterpolation"), 0.0f, 1.0f);
+    state().particleGroupInterpolation =
+        std::clamp(config.getVarAsFloat("particleGroupInterpolation"), 0.0f, 1.0f);
     state().groupExpandSpeed = std::clamp(config.getVarAsFloat("groupExpandSpeed"), 0.0f, 1.0f);
     state().iceGravityStrenght = config.getVarAsFloat("iceGravityStrenght");
 }

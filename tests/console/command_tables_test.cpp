@@ -49,7 +49,8 @@ INSTANTIATE_TEST_SUITE_P(
                   ParticleManager::shutdown,
                   {"GRAVITY", "ROOMTEMPERATURE", "HEATTRANSFERRATE", "STEAMRISERATE", "STEAMSCATTERRATE",
                    "PARTICLECREATE", "PARTICLECOUNT", "PARTICLEGROUPCOUNT", "PARTICLEGROUPDRAW"}},
-        Subsystem{"ParticleRenderer", ParticleRenderer::initialise, ParticleRenderer::shutdown, {"PARTICLEDRAW"}},
+        Subsystem{
+            "ParticleRenderer", ParticleRenderer::initialise, ParticleRenderer::shutdown, {"PARTICLEDRAW"}},
         Subsystem{"TriggerManager",
                   TriggerManager::initialise,
                   TriggerManager::shutdown,

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "console/console_state.h"
 #include "console/console.h"
+#include "console/console_state.h"
 #include "graphics/graphics.h"
 #include "graphics/real_window.h"
 #include "graphics/test_images.h"

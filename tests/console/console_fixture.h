@@ -7,8 +7,8 @@
 #include <memory>
 #include <string>
 
-#include "console/console_state.h"
 #include "console/console.h"
+#include "console/console_state.h"
 #include "graphics/window/window.h"
 #include "support/test_support.h"
 

@@ -2,9 +2,9 @@
 // and the push that carries water in strides that cannot jump a particle.
 #include <gtest/gtest.h>
 
-#include "dynamics/mover_state.h"
-#include "console/console_state.h"
 #include "console/console.h"
+#include "console/console_state.h"
+#include "dynamics/mover_state.h"
 #include "graphics/graphics.h"
 #include "level/level.h"
 #include "support/dynamics_fixture.h"

@@ -4,8 +4,8 @@
 
 #include <cmath>
 
-#include "game/game_state.h"
 #include "dynamics/trigger_state.h"
+#include "game/game_state.h"
 #include "graphics/graphics.h"
 #include "level/level.h"
 #include "support/dynamics_fixture.h"

@@ -45,7 +45,8 @@ TEST(ConfigFile, ZeroByteEndsTheText) {
 
 TEST(ConfigFile, ReadsConvertAndKeysIgnoreCase) {
     ScratchFolder folder;
-    const ConfigFile config = parse(folder, "Speed = 2.5 count = 7 flag = tRuE other = 1 bad = 3x exp = 1e3 name = Hello");
+    const ConfigFile config =
+        parse(folder, "Speed = 2.5 count = 7 flag = tRuE other = 1 bad = 3x exp = 1e3 name = Hello");
     EXPECT_FLOAT_EQ(config.getVarAsFloat("SPEED"), 2.5f);
     EXPECT_FLOAT_EQ(config.getVarAsFloat(std::string("speed")), 2.5f);
     EXPECT_EQ(config.getVarAsInt("Count"), 7);

@@ -47,7 +47,8 @@ TEST_F(TraceTest, ListingStopsAfterSixteenLines) {
                                     "n10", "n11", "n12", "n13", "n14", "n15", "n16", "n17", "n18", "n19"};
     for (const char* name : names) LocationTrace::push(name);
     std::string expected = heading;
-    for (int line = 1; line <= 16; ++line) expected += "\n" + std::to_string(line) + " - n" + std::to_string(20 - line);
+    for (int line = 1; line <= 16; ++line)
+        expected += "\n" + std::to_string(line) + " - n" + std::to_string(20 - line);
     EXPECT_EQ(listing(), expected);
     EXPECT_EQ(LocationTrace::state().depth, 20) << "listing does not change the depth";
 }

@@ -3,7 +3,8 @@
 #include "foundation/foundation.h"
 
 TEST(Strings, NumericAndIntegerTests) {
-    for (const char* text : {"12", "-3", "1.5", "-", ".", "-.", "5.", "007"}) EXPECT_TRUE(slStringIsNumeric(text)) << text;
+    for (const char* text : {"12", "-3", "1.5", "-", ".", "-.", "5.", "007"})
+        EXPECT_TRUE(slStringIsNumeric(text)) << text;
     for (const char* text : {"", "1e3", "+1", "1.2.3", "1-", "12a", " 1", "--1"})
         EXPECT_FALSE(slStringIsNumeric(text)) << text;
     EXPECT_FALSE(slStringIsNumeric(static_cast<const char*>(nullptr)));
@@ -39,7 +40,10 @@ TEST(Strings, CaseChangesTouchOnlyAsciiLetters) {
 
 TEST(Strings, SeparateArgsAppendsPiecesAtEverySeparator) {
     std::vector<std::string> args{"kept"};
-    slSeparateArgs(" one\ttwo\r\nthree\x1b" "four\x08 five=six ", args);
+    slSeparateArgs(
+        " one\ttwo\r\nthree\x1b"
+        "four\x08 five=six ",
+        args);
     EXPECT_EQ(args, (std::vector<std::string>{"kept", "one", "two", "three", "four", "five=six"}));
     slSeparateArgs("", args);
     slSeparateArgs(static_cast<const char*>(nullptr), args);

@@ -1,6 +1,3 @@
-#include "console/console_state.h"
-#include "game/camera_state.h"
-#include "game/game_state.h"
 #include "game/game.h"
 
 #include <gtest/gtest.h>
@@ -8,6 +5,9 @@
 #include <string>
 
 #include "console/console.h"
+#include "console/console_state.h"
+#include "game/camera_state.h"
+#include "game/game_state.h"
 #include "graphics/window/window.h"
 #include "level/level.h"
 #include "level_tools/level_tools.h"

@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
-#include "graphics/graphics_state.h"
-#include "game/game_state.h"
 #include "console/console.h"
 #include "game/game.h"
+#include "game/game_state.h"
 #include "graphics/graphics.h"
+#include "graphics/graphics_state.h"
 #include "level/level.h"
 #include "level_tools/level_tools.h"
 #include "real_window.h"

@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "graphics/graphics_state.h"
 #include "console/console.h"
 #include "game/game.h"
 #include "graphics/graphics.h"
+#include "graphics/graphics_state.h"
 #include "support/test_support.h"
 #include "test_images.h"
 
@@ -41,7 +41,8 @@ protected:
     }
     static std::size_t queued() {
         std::size_t count = 0;
-        for (int layer = 0; layer < drawLayerCount; ++layer) count += LevelObjectsManager::state().drawQueues[layer].size();
+        for (int layer = 0; layer < drawLayerCount; ++layer)
+            count += LevelObjectsManager::state().drawQueues[layer].size();
         return count;
     }
 };

@@ -1,4 +1,3 @@
-#include "graphics/window/window_state.h"
 #include "graphics/window/window.h"
 
 #include <gtest/gtest.h>
@@ -6,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "graphics/window/window_state.h"
 #include "platform/window_backend.h"
 #include "real_window.h"
 

@@ -2,10 +2,10 @@
 
 #include <cmath>
 
-#include "console/console_state.h"
-#include "level/level_state.h"
 #include "console/console.h"
+#include "console/console_state.h"
 #include "level/level.h"
+#include "level/level_state.h"
 #include "support/level_fixtures.h"
 
 namespace {

@@ -2,10 +2,10 @@
 
 #include <cstring>
 
-#include "console/console_state.h"
-#include "level/level_state.h"
 #include "console/console.h"
+#include "console/console_state.h"
 #include "level/level.h"
+#include "level/level_state.h"
 #include "level_tools/level_tools.h"
 #include "support/level_fixtures.h"
 

@@ -11,7 +11,8 @@ namespace fs = std::filesystem;
 
 ScratchFolder::ScratchFolder() : previous(fs::current_path()) {
     std::random_device seed;
-    folder = fs::temp_directory_path() / ("brookfall-test-" + std::to_string(seed()) + std::to_string(seed()));
+    folder =
+        fs::temp_directory_path() / ("brookfall-test-" + std::to_string(seed()) + std::to_string(seed()));
     fs::create_directories(folder);
     fs::current_path(folder);
 }
@@ -37,7 +38,9 @@ std::string ScratchFolder::read(const std::string& relativeName) const {
 
 namespace {
 std::string captured;
-void capture(const char* text, std::size_t length) { captured.append(text, length); }
+void capture(const char* text, std::size_t length) {
+    captured.append(text, length);
+}
 }  // namespace
 
 ConsoleCapture::ConsoleCapture() {
@@ -45,9 +48,13 @@ ConsoleCapture::ConsoleCapture() {
     GLConsole::setPrintHook(capture);
 }
 
-ConsoleCapture::~ConsoleCapture() { GLConsole::setPrintHook(nullptr); }
+ConsoleCapture::~ConsoleCapture() {
+    GLConsole::setPrintHook(nullptr);
+}
 
-const std::string& ConsoleCapture::text() const { return captured; }
+const std::string& ConsoleCapture::text() const {
+    return captured;
+}
 
 std::string ConsoleCapture::take() {
     std::string text;
@@ -55,6 +62,12 @@ std::string ConsoleCapture::take() {
     return text;
 }
 
-ManualClock::ManualClock() { Platform::setManualClock(true); }
-ManualClock::~ManualClock() { Platform::setManualClock(false); }
-void ManualClock::advanceMilliseconds(unsigned milliseconds) { Platform::advanceClock(uint64_t{milliseconds} * 1000); }
+ManualClock::ManualClock() {
+    Platform::setManualClock(true);
+}
+ManualClock::~ManualClock() {
+    Platform::setManualClock(false);
+}
+void ManualClock::advanceMilliseconds(unsigned milliseconds) {
+    Platform::advanceClock(uint64_t{milliseconds} * 1000);
+}

@@ -2,10 +2,10 @@
 
 #include <cmath>
 
-#include "water/water_state.h"
 #include "level/level.h"
 #include "support/level_fixtures.h"
 #include "water/water.h"
+#include "water/water_state.h"
 
 namespace {
 

@@ -147,4 +147,3 @@ TEST_F(IceBodies, IceSlidesAlongAWallWithoutFriction) {
     EXPECT_NEAR(body.velocity.y, 0.0f, 1e-4);
     EXPECT_NEAR(body.position.y, 8.0f, 1e-4);
 }
-

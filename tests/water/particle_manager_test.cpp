@@ -162,7 +162,8 @@ TEST_F(ParticleManagerTest, HeatDriftsToRoomTemperatureAlikeAtAnyFrameRate) {
     for (const int stepsPerSecond : {30, 60, 100}) {
         useSettings("roomTemperature = 20\nheatTransferRate = 0.5\n");
         Particle& particle = addParticle(Vector2D(), Vector2D(), 80.0f);
-        for (int i = 0; i < stepsPerSecond; ++i) ParticleManager::runSimulation(1.0f / static_cast<float>(stepsPerSecond));
+        for (int i = 0; i < stepsPerSecond; ++i)
+            ParticleManager::runSimulation(1.0f / static_cast<float>(stepsPerSecond));
         EXPECT_NEAR(particle.temperature, 50.0f, 0.01f) << stepsPerSecond;
     }
 }

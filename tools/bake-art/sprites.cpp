@@ -150,8 +150,9 @@ ArtSet bakeSprites() {
     for (const SpriteRecipe& recipe : sprites) {
         for (int frame = 0; frame < recipe.frames; ++frame) {
             const float t = static_cast<float>(frame) / static_cast<float>(recipe.frames);
-            Image image = renderSupersampled(recipe.width, recipe.height, 3,
-                                             [&recipe, t](float x, float y) { return recipe.shader(x, y, t); });
+            Image image = renderSupersampled(recipe.width, recipe.height, 3, [&recipe, t](float x, float y) {
+                return recipe.shader(x, y, t);
+            });
             bleedTransparentEdges(image, 4);
             set.push_back({frameName(recipe.name, frame), std::move(image), false});
         }

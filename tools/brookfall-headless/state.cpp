@@ -53,7 +53,8 @@ std::string describeState() {
     json += ",\"water\":" + std::to_string(counts.water);
     json += ",\"steam\":" + std::to_string(counts.steam);
     json += ",\"camera\":{\"x\":" + number(camera.x) + ",\"y\":" + number(camera.y) +
-            ",\"tilt\":" + number(Camera::getTilt()) + ",\"state\":" + std::to_string(Camera::getState()) + "}";
+            ",\"tilt\":" + number(Camera::getTilt()) + ",\"state\":" + std::to_string(Camera::getState()) +
+            "}";
     json += ",\"finished\":" + std::string(GameRules::levelIsWon() ? "true" : "false");
     json += ",\"level_ms\":" + std::to_string(GameRules::getLevelTime());
     json += ",\"score\":{\"water\":" + std::to_string(GameRules::getWaterScore()) +

@@ -125,7 +125,8 @@ int getMouseScreenY() {
 
 bool mouseInClientArea() {
     if (!realWindow())
-        return state().mouseX >= 0 && state().mouseY >= 0 && state().mouseX < state().headless.clientWidth && state().mouseY < state().headless.clientHeight;
+        return state().mouseX >= 0 && state().mouseY >= 0 && state().mouseX < state().headless.clientWidth &&
+               state().mouseY < state().headless.clientHeight;
     int left = 0, top = 0;
     clientOrigin(left, top);
     const int x = getMouseScreenX() - left;

@@ -58,11 +58,13 @@ void deliver(const WindowBackend::Event& event) {
             break;
         case Event::MousePressed:
             storeMouse(event);
-            if (state().eventListener) state().eventListener->mousePressed(state().mouseX, state().mouseY, event.button);
+            if (state().eventListener)
+                state().eventListener->mousePressed(state().mouseX, state().mouseY, event.button);
             break;
         case Event::MouseReleased:
             storeMouse(event);
-            if (state().eventListener) state().eventListener->mouseReleased(state().mouseX, state().mouseY, event.button);
+            if (state().eventListener)
+                state().eventListener->mouseReleased(state().mouseX, state().mouseY, event.button);
             break;
         case Event::KeyPressed:
             state().lastKey = event.key;
