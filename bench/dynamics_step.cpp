@@ -18,7 +18,7 @@ constexpr float stepSeconds = 0.013333334f;
 
 // Water spread over a square about the origin, none of it dying or moving.
 void placeWater(int amount) {
-    ParticleManager::getParticles().clear();
+    ParticleManager::removeAllParticles();
     const int side = static_cast<int>(std::ceil(std::sqrt(static_cast<float>(amount))));
     for (int i = 0; i < amount; ++i) {
         Particle particle;
@@ -78,7 +78,7 @@ void BM_MoverPush(benchmark::State& state) {
         MoverManager::runMovers(stepSeconds);
     }
     state.counters["particles"] = static_cast<double>(ParticleManager::getParticles().size());
-    ParticleManager::getParticles().clear();
+    ParticleManager::removeAllParticles();
     Level::clear();
 }
 BENCHMARK(BM_MoverPush)->Arg(128)->Arg(1024);

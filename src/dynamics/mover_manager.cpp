@@ -54,7 +54,7 @@ void shutdown() {
     TRACE_LOCATION("MoverManager::shutdown");
     GLConsole::print("\nShutting down mover manager..");
     state() = State();
-    CircleCollision::getCollideableNodes().clear();
+    CircleCollision::clearCollideableNodes();
     GLConsole::removeCommands(commands);
 }
 

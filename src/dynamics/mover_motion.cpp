@@ -31,7 +31,7 @@ namespace MoverManager {
 
 void updateCollideableNodes() {
     TRACE_LOCATION("MoverManager::updateCollideableNodes");
-    std::vector<BspNode>& nodes = CircleCollision::getCollideableNodes();
+    std::vector<BspNode>& nodes = state().collideableNodes;
     nodes.clear();
     const float h = std::max(Game::getViewAreaX(), Game::getViewAreaY()) * collisionReach * Camera::getZoom();
     for (const DynamicPolygon& entry : state().dynamicPolygons) {
@@ -46,6 +46,7 @@ void updateCollideableNodes() {
     }
     // Each edge went to the front of the list, newest first.
     std::reverse(nodes.begin(), nodes.end());
+    CircleCollision::swapCollideableNodes(nodes);
 }
 
 void runMovers(float dt) {

@@ -16,6 +16,9 @@ struct State {
     std::list<DynamicPolygon> dynamicPolygons;
     bool moverDraw = false;
     bool dynamicNodeDraw = false;
+    // This step's edges near the view, built here and swapped into the water's
+    // collision test, so that neither list allocates from step to step.
+    std::vector<BspNode> collideableNodes;
 };
 State& state();
 

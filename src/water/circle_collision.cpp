@@ -162,9 +162,14 @@ float getCollisionFriction() {
     return state().collisionFriction;
 }
 
-std::vector<BspNode>& getCollideableNodes() {
-    TRACE_LOCATION("CircleCollision::getCollideableNodes");
-    return state().collideableNodes;
+void swapCollideableNodes(std::vector<BspNode>& nodes) {
+    TRACE_LOCATION("CircleCollision::swapCollideableNodes");
+    state().collideableNodes.swap(nodes);
+}
+
+void clearCollideableNodes() {
+    TRACE_LOCATION("CircleCollision::clearCollideableNodes");
+    state().collideableNodes.clear();
 }
 
 }  // namespace CircleCollision

@@ -159,7 +159,9 @@ bool collisionTestStatic(Vector2D* centre, float radius);
 Vector2D getCollisionNormal();
 float getCollisionFriction();
 // The edges of moving polygons near the view, by value, rebuilt each step by
-// the movers; only edges of collideable polygons stand in it.
-std::vector<BspNode>& getCollideableNodes();
+// the movers; only edges of collideable polygons stand in it. The swap hands
+// the new list in and the old one back.
+void swapCollideableNodes(std::vector<BspNode>& nodes);
+void clearCollideableNodes();
 
 }  // namespace CircleCollision

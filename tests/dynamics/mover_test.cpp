@@ -8,6 +8,7 @@
 #include "graphics/graphics.h"
 #include "level/level.h"
 #include "support/dynamics_fixture.h"
+#include "water/water_state.h"
 
 namespace {
 
@@ -124,7 +125,7 @@ TEST_F(MoverTest, TheEdgesNearTheViewArePlacedAtTheirPolygonsOffsetEachStep) {
     MoverManager::addMover(makeMover(2, Vector2D(), Vector2D(100, 0), 10.0f));
     near.offset = Vector2D(5, 0);
     MoverManager::updateCollideableNodes();
-    std::vector<BspNode>& nodes = CircleCollision::getCollideableNodes();
+    std::vector<BspNode>& nodes = CircleCollision::state().collideableNodes;
     ASSERT_EQ(nodes.size(), 4u);
     float smallestX = 1e9f;
     for (const BspNode& node : nodes) {

@@ -13,7 +13,7 @@ class CircleCollisionTest : public ::testing::Test {
 protected:
     void SetUp() override { load(squareText); }
     void TearDown() override {
-        CircleCollision::getCollideableNodes().clear();
+        CircleCollision::state().collideableNodes.clear();
         Level::clear();
     }
     void load(const std::string& text) {
@@ -95,7 +95,7 @@ TEST_F(CircleCollisionTest, MovingEdgesCountOnlyInTheFullTest) {
     wall.length = 100;
     wall.friction = 0.25f;
     wall.collideable = false;  // not read for moving edges
-    CircleCollision::getCollideableNodes().push_back(wall);
+    CircleCollision::state().collideableNodes.push_back(wall);
     Vector2D centre(350, -1);
     EXPECT_FALSE(CircleCollision::collisionTestStatic(&centre, 2.0f));
     EXPECT_TRUE(CircleCollision::collisionTest(&centre, 2.0f));
