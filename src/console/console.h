@@ -82,6 +82,22 @@ T setting(T& value, T newValue, bool set) {
     return value;
 }
 
+// The function behind a command that reads and sets one field of a
+// subsystem's state and does nothing else, made from the state's accessor and
+// the field: {"TriggerDraw", GLConsole::settingCommand<state, &State::drawTriggers>}.
+template <typename Member>
+struct MemberValue;
+template <typename Owner, typename T>
+struct MemberValue<T Owner::*> {
+    using Type = T;
+};
+template <auto stateOf, auto field>
+typename MemberValue<decltype(field)>::Type settingCommand(typename MemberValue<decltype(field)>::Type value,
+                                                           bool set) {
+    TRACE_LOCATION("GLConsole::settingCommand");
+    return setting(stateOf().*field, value, set);
+}
+
 void addCommandInternal(const GLConsoleCommand& command);
 template <typename Function>
 void addCommand(const char* name, Function function) {

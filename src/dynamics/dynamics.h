@@ -96,7 +96,6 @@ void debugDraw();
 // Console commands.
 void conCmdTriggerTypeList();
 void conCmdTriggerCreate(std::string arguments);
-bool conCmdTriggerDraw(bool value, bool set);
 int conCmdTriggerCount();
 
 }  // namespace TriggerManager
@@ -160,7 +159,6 @@ std::list<Force>& getForces();
 
 int conCmdForceCount();
 void conCmdForceCreate(std::string arguments);
-bool conCmdForceDraw(bool value, bool set);
 
 }  // namespace ForceManager
 
@@ -224,7 +222,5 @@ void debugDraw();
 std::list<Mover>& getMovers();
 
 int conCmdMoverCount();
-bool conCmdMoverDraw(bool value, bool set);
-bool conCmdDynamicNodeDraw(bool value, bool set);
 
 }  // namespace MoverManager

@@ -63,7 +63,7 @@ namespace {
 const GLConsoleCommand commands[] = {
     {"ForceCount", conCmdForceCount},
     {"ForceCreate", conCmdForceCreate},
-    {"ForceDraw", conCmdForceDraw},
+    {"ForceDraw", GLConsole::settingCommand<state, &State::drawForces>},
 };
 }  // namespace
 
@@ -128,11 +128,6 @@ void conCmdForceCreate(std::string arguments) {
     }
     addForce(slStringToInt(args[0]), slStringToFloat(args[1]), slStringToFloat(args[2]),
              slStringToFloat(args[3]), slStringToFloat(args[4]), slStringToFloat(args[5]));
-}
-
-bool conCmdForceDraw(bool value, bool set) {
-    TRACE_LOCATION("ForceManager::conCmdForceDraw");
-    return GLConsole::setting(state().drawForces, value, set);
 }
 
 }  // namespace ForceManager

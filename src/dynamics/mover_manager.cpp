@@ -37,8 +37,8 @@ void addRiders(Mover& mover, std::list<LevelObject>& objects) {
 
 const GLConsoleCommand commands[] = {
     {"MoverCount", conCmdMoverCount},
-    {"MoverDraw", conCmdMoverDraw},
-    {"DynamicNodeDraw", conCmdDynamicNodeDraw},
+    {"MoverDraw", GLConsole::settingCommand<state, &State::moverDraw>},
+    {"DynamicNodeDraw", GLConsole::settingCommand<state, &State::dynamicNodeDraw>},
 };
 
 }  // namespace
@@ -97,16 +97,6 @@ std::list<Mover>& getMovers() {
 int conCmdMoverCount() {
     TRACE_LOCATION("MoverManager::conCmdMoverCount");
     return static_cast<int>(state().movers.size());
-}
-
-bool conCmdMoverDraw(bool value, bool set) {
-    TRACE_LOCATION("MoverManager::conCmdMoverDraw");
-    return GLConsole::setting(state().moverDraw, value, set);
-}
-
-bool conCmdDynamicNodeDraw(bool value, bool set) {
-    TRACE_LOCATION("MoverManager::conCmdDynamicNodeDraw");
-    return GLConsole::setting(state().dynamicNodeDraw, value, set);
 }
 
 }  // namespace MoverManager

@@ -48,11 +48,6 @@ void conCmdTriggerCreate(std::string arguments) {
                Vector2D(x + w, y + h), Vector2D(x, y + h));
 }
 
-bool conCmdTriggerDraw(bool value, bool set) {
-    TRACE_LOCATION("TriggerManager::conCmdTriggerDraw");
-    return GLConsole::setting(state().drawTriggers, value, set);
-}
-
 int conCmdTriggerCount() {
     TRACE_LOCATION("TriggerManager::conCmdTriggerCount");
     return static_cast<int>(state().triggers.size());

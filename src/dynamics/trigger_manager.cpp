@@ -55,7 +55,7 @@ void addTargets(Trigger& trigger, std::list<LevelObject>& objects) {
 const GLConsoleCommand commands[] = {
     {"TriggerTypeList", conCmdTriggerTypeList},
     {"TriggerCreate", conCmdTriggerCreate},
-    {"TriggerDraw", conCmdTriggerDraw},
+    {"TriggerDraw", GLConsole::settingCommand<state, &State::drawTriggers>},
     {"TriggerCount", conCmdTriggerCount},
 };
 

@@ -80,7 +80,6 @@ void setCheckPoint(float x, float y);
 void incrementEndOfLevelTriggerParticleCount(uint32_t n);
 void unpauseLevelTimer();
 void draw();
-bool conCmdTimePrint(bool value, bool set);
 
 }  // namespace GameRules
 

@@ -19,26 +19,6 @@ using GameState::state;
 
 namespace {
 
-bool conCmdShowGameSpeeds(bool value, bool set) {
-    TRACE_LOCATION("Game::conCmdShowGameSpeeds");
-    return GLConsole::setting(state().showGameSpeeds, value, set);
-}
-
-bool conCmdShowDrawSpeeds(bool value, bool set) {
-    TRACE_LOCATION("Game::conCmdShowDrawSpeeds");
-    return GLConsole::setting(state().showDrawSpeeds, value, set);
-}
-
-bool conCmdShowSimSpeeds(bool value, bool set) {
-    TRACE_LOCATION("Game::conCmdShowSimSpeeds");
-    return GLConsole::setting(state().showSimSpeeds, value, set);
-}
-
-bool conCmdFreeCamera(bool value, bool set) {
-    TRACE_LOCATION("Game::conCmdFreeCamera");
-    return GLConsole::setting(state().freeCamera, value, set);
-}
-
 void conCmdZoomCamera() {
     TRACE_LOCATION("Game::conCmdZoomCamera");
     Camera::zoomOut();
@@ -61,10 +41,10 @@ bool conCmdPause(bool value, bool set) {
 }
 
 const GLConsoleCommand commands[] = {
-    {"ShowGameSpeeds", conCmdShowGameSpeeds},
-    {"ShowDrawSpeeds", conCmdShowDrawSpeeds},
-    {"ShowSimSpeeds", conCmdShowSimSpeeds},
-    {"FreeCamera", conCmdFreeCamera},
+    {"ShowGameSpeeds", GLConsole::settingCommand<state, &GameState::State::showGameSpeeds>},
+    {"ShowDrawSpeeds", GLConsole::settingCommand<state, &GameState::State::showDrawSpeeds>},
+    {"ShowSimSpeeds", GLConsole::settingCommand<state, &GameState::State::showSimSpeeds>},
+    {"FreeCamera", GLConsole::settingCommand<state, &GameState::State::freeCamera>},
     {"ZoomCamera", conCmdZoomCamera},
     {"ShakeCamera", conCmdShakeCamera},
     {"Restart", conCmdRestart},

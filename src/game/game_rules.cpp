@@ -55,7 +55,7 @@ State& state() {
 
 namespace {
 const GLConsoleCommand commands[] = {
-    {"TimePrint", conCmdTimePrint},
+    {"TimePrint", GLConsole::settingCommand<state, &State::timePrint>},
 };
 }  // namespace
 
@@ -152,11 +152,6 @@ void draw() {
     std::snprintf(text, sizeof(text), "\n%01i::%2i::%3i.%4i", static_cast<int>(hours),
                   static_cast<int>(minutes), static_cast<int>(seconds), static_cast<int>(t / 10));
     GLConsole::print(text);
-}
-
-bool conCmdTimePrint(bool value, bool set) {
-    TRACE_LOCATION("GameRules::conCmdTimePrint");
-    return GLConsole::setting(state().timePrint, value, set);
 }
 
 }  // namespace GameRules

@@ -127,7 +127,6 @@ void initialise();
 void shutdown();
 // Calls the layer's display list while DrawLevelGeometry is on.
 void drawLayer(int layer);
-bool conCmdDrawLevelGeometry(bool value, bool set);
 }  // namespace LevelGeometryRenderer
 
 namespace DynamicPolygonRenderer {
@@ -149,7 +148,6 @@ namespace ParticleRenderer {
 void initialise();
 void shutdown();
 void draw();
-bool conCmdParticleDraw(bool value, bool set);
 }  // namespace ParticleRenderer
 
 // ---------------------------------------------------------------------------

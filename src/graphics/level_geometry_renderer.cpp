@@ -47,7 +47,7 @@ void compileLayers() {
 }
 
 const GLConsoleCommand commands[] = {
-    {"DrawLevelGeometry", conCmdDrawLevelGeometry},
+    {"DrawLevelGeometry", GLConsole::settingCommand<state, &State::drawLevelGeometry>},
 };
 }  // namespace
 
@@ -78,11 +78,6 @@ void drawLayer(int layer) {
     TRACE_LOCATION("LevelGeometryRenderer::drawLayer");
     if (state().firstList == 0 || !state().drawLevelGeometry || layer < 0 || layer >= drawLayerCount) return;
     glCallList(state().firstList + layer);
-}
-
-bool conCmdDrawLevelGeometry(bool value, bool set) {
-    TRACE_LOCATION("LevelGeometryRenderer::conCmdDrawLevelGeometry");
-    return GLConsole::setting(state().drawLevelGeometry, value, set);
 }
 
 }  // namespace LevelGeometryRenderer

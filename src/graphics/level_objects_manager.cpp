@@ -54,21 +54,9 @@ void quad(const LevelObject& object, const HalfSize& size) {
     glVertex2f(at.x - size.x, at.y + size.y);
 }
 
-bool conCmdObjectsDraw(bool value, bool set) {
-    TRACE_LOCATION("LevelObjectsManager::conCmdObjectsDraw");
-    return GLConsole::setting(state().objectsDraw, value, set);
-}
-bool conCmdObjectsCull(bool value, bool set) {
-    TRACE_LOCATION("LevelObjectsManager::conCmdObjectsCull");
-    return GLConsole::setting(state().objectsCull, value, set);
-}
 int conCmdObjectsCount() {
     TRACE_LOCATION("LevelObjectsManager::conCmdObjectsCount");
     return static_cast<int>(state().staticObjects.size() + state().animatedObjects.size());
-}
-bool conCmdObjectsDrawIds(bool value, bool set) {
-    TRACE_LOCATION("LevelObjectsManager::conCmdObjectsDrawIds");
-    return GLConsole::setting(state().objectsDrawIds, value, set);
 }
 
 void conCmdObjectsCreate(std::string line) {
@@ -90,8 +78,10 @@ void conCmdObjectsCreate(std::string line) {
 }
 
 const GLConsoleCommand commands[] = {
-    {"ObjectsDraw", conCmdObjectsDraw},     {"ObjectsCull", conCmdObjectsCull},
-    {"ObjectsCount", conCmdObjectsCount},   {"ObjectsDrawIds", conCmdObjectsDrawIds},
+    {"ObjectsDraw", GLConsole::settingCommand<state, &State::objectsDraw>},
+    {"ObjectsCull", GLConsole::settingCommand<state, &State::objectsCull>},
+    {"ObjectsCount", conCmdObjectsCount},
+    {"ObjectsDrawIds", GLConsole::settingCommand<state, &State::objectsDrawIds>},
     {"ObjectsCreate", conCmdObjectsCreate},
 };
 }  // namespace

@@ -122,7 +122,7 @@ void drawBodies(const std::vector<const Particle*>& particles, const Look& look,
     glEnd();
 }
 const GLConsoleCommand commands[] = {
-    {"ParticleDraw", conCmdParticleDraw},
+    {"ParticleDraw", GLConsole::settingCommand<state, &State::particleDraw>},
 };
 }  // namespace
 
@@ -162,11 +162,6 @@ void draw() {
     drawBodies(water, state().settings.water, *state().waterTexture, waterTrail);
     drawBodies(steam, state().settings.steam, *state().steamTexture, steamTrail);
     drawBodies(ice, state().settings.ice, *state().iceTexture, nullptr);
-}
-
-bool conCmdParticleDraw(bool value, bool set) {
-    TRACE_LOCATION("ParticleRenderer::conCmdParticleDraw");
-    return GLConsole::setting(state().particleDraw, value, set);
 }
 
 }  // namespace ParticleRenderer

@@ -127,14 +127,9 @@ int conCmdParticleGroupCount() {
     return static_cast<int>(state().groups.size());
 }
 
-bool conCmdParticleGroupDraw(bool value, bool set) {
-    TRACE_LOCATION("ParticleGroupMover::conCmdParticleGroupDraw");
-    return GLConsole::setting(state().debugSwitch, value, set);
-}
-
 const GLConsoleCommand commands[] = {
     {"ParticleGroupCount", conCmdParticleGroupCount},
-    {"ParticleGroupDraw", conCmdParticleGroupDraw},
+    {"ParticleGroupDraw", GLConsole::settingCommand<state, &State::debugSwitch>},
 };
 
 }  // namespace

@@ -35,30 +35,10 @@ float clampUnit(float value) {
     return std::clamp(value, 0.0f, 1.0f);
 }
 
-float conCmdGravity(float value, bool set) {
-    TRACE_LOCATION("ParticleManager::conCmdGravity");
-    return GLConsole::setting(state().gravity, value, set);
-}
-
-float conCmdRoomTemperature(float value, bool set) {
-    TRACE_LOCATION("ParticleManager::conCmdRoomTemperature");
-    return GLConsole::setting(state().roomTemperature, value, set);
-}
-
 float conCmdHeatTransferRate(float value, bool set) {
     TRACE_LOCATION("ParticleManager::conCmdHeatTransferRate");
     if (set) state().heatTransferRate = clampUnit(value);
     return state().heatTransferRate;
-}
-
-float conCmdSteamRiseRate(float value, bool set) {
-    TRACE_LOCATION("ParticleManager::conCmdSteamRiseRate");
-    return GLConsole::setting(state().steamRiseRate, value, set);
-}
-
-float conCmdSteamScatterRate(float value, bool set) {
-    TRACE_LOCATION("ParticleManager::conCmdSteamScatterRate");
-    return GLConsole::setting(state().steamScatterRate, value, set);
 }
 
 bool validCreateArguments(const std::vector<std::string>& args) {
@@ -94,11 +74,11 @@ int conCmdParticleCount() {
 }
 
 const GLConsoleCommand commands[] = {
-    {"Gravity", conCmdGravity},
-    {"RoomTemperature", conCmdRoomTemperature},
+    {"Gravity", GLConsole::settingCommand<state, &State::gravity>},
+    {"RoomTemperature", GLConsole::settingCommand<state, &State::roomTemperature>},
     {"HeatTransferRate", conCmdHeatTransferRate},
-    {"SteamRiseRate", conCmdSteamRiseRate},
-    {"SteamScatterRate", conCmdSteamScatterRate},
+    {"SteamRiseRate", GLConsole::settingCommand<state, &State::steamRiseRate>},
+    {"SteamScatterRate", GLConsole::settingCommand<state, &State::steamScatterRate>},
     {"ParticleCreate", conCmdParticleCreate},
     {"ParticleCount", conCmdParticleCount},
 };

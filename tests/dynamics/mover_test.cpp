@@ -200,11 +200,11 @@ TEST_F(MoverTest, CommandsAndMessages) {
     EXPECT_NE(console.text().find("\nInitialising force manager."), std::string::npos);
     GLConsole::enterLine("MoverDraw true");
     GLConsole::enterLine("DynamicNodeDraw true");
-    EXPECT_TRUE(MoverManager::conCmdMoverDraw(false, false));
+    EXPECT_TRUE(MoverManager::state().moverDraw);
     MoverManager::debugDraw();
     MoverManager::resetMovers();
-    EXPECT_FALSE(MoverManager::conCmdMoverDraw(false, false));
-    EXPECT_FALSE(MoverManager::conCmdDynamicNodeDraw(false, false));
+    EXPECT_FALSE(MoverManager::state().moverDraw);
+    EXPECT_FALSE(MoverManager::state().dynamicNodeDraw);
     MoverManager::shutdown();
     ForceManager::shutdown();
     EXPECT_NE(console.text().find("\nShutting down mover manager.."), std::string::npos);

@@ -241,10 +241,10 @@ TEST_F(TriggerManagerTest, TriggerTypeListNamesEveryTypeInAscendingOrder) {
 }
 
 TEST_F(TriggerManagerTest, TriggerDrawIsAFlagThatStartsOff) {
-    EXPECT_FALSE(TriggerManager::conCmdTriggerDraw(false, false));
+    EXPECT_FALSE(TriggerManager::state().drawTriggers);
     GLConsole::enterLine("TriggerDraw true");
-    EXPECT_TRUE(TriggerManager::conCmdTriggerDraw(false, false));
+    EXPECT_TRUE(TriggerManager::state().drawTriggers);
     TriggerManager::debugDraw();  // no window: draws nothing and doesn't fail
     TriggerManager::initialise();
-    EXPECT_FALSE(TriggerManager::conCmdTriggerDraw(false, false));
+    EXPECT_FALSE(TriggerManager::state().drawTriggers);
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "console/console.h"
+#include "game/game_state.h"
 #include "level/level.h"
 #include "support/dynamics_fixture.h"
 
@@ -149,5 +150,5 @@ TEST_F(GameRulesTest, TimePrintShowsTheLevelTimeEachFrame) {
     GameRules::draw();
     EXPECT_EQ(console.take(), "\n1:: 2::  3.  45");
     GameRules::initialise();
-    EXPECT_FALSE(GameRules::conCmdTimePrint(false, false));
+    EXPECT_FALSE(GameRules::state().timePrint);
 }
