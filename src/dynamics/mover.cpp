@@ -37,7 +37,8 @@ void Mover::run(float dt) {
         case toEnd:
         case loopToEnd:
             position += d;
-            if (position >= length) {
+            // Landing exactly on the end is not yet passing it.
+            if (position > length) {
                 position = length;
                 state = state == toEnd ? stopped : loopToStart;
             }
@@ -45,7 +46,7 @@ void Mover::run(float dt) {
         case toStart:
         case loopToStart:
             position -= d;
-            if (position <= 0.0f) {
+            if (position < 0.0f) {
                 position = 0.0f;
                 state = state == toStart ? stopped : loopToEnd;
             }

@@ -16,6 +16,9 @@ namespace {
 constexpr float pushReach = 520.0f;
 constexpr float groupMargin = 0.25f;
 constexpr float shortestStep = 1e-7f;
+// A move longer than this many strides (over 1,700 units in one step) is walked
+// in longer strides, so that an absurd speed costs a bounded time.
+constexpr float mostStrides = 1024.0f;
 
 using Candidates = std::list<Particle*>;
 using GroupCandidates = std::list<ParticleGroup*>;
@@ -67,15 +70,15 @@ bool insideTriangle(const Polygon2D& polygon, uint32_t triangle, const Vector2D&
     return true;
 }
 
-// p is where the walk has brought the polygon so far: measured against its
-// final offset, water still being carried ahead of it would count as inside.
-void killParticlesInsidePolygon(const DynamicPolygon& entry, const Vector2D& p,
-                                const std::list<Particle*>& particles) {
+// Measured against the polygon's offset at the end of this step, not against
+// where the walk has brought it: water carried by a polygon that moves several
+// strides in a step lies inside that final place and dies.
+void killParticlesInsidePolygon(const DynamicPolygon& entry, const std::list<Particle*>& particles) {
     TRACE_LOCATION("MoverManager::killParticlesInsidePolygon");
     const Polygon2D& polygon = *entry.polygon;
     if (polygon.normalX.size() < polygon.triangleCount * 3) return;
     for (Particle* particle : particles) {
-        const Vector2D local = particle->position - p;
+        const Vector2D local = particle->position - polygon.offset;
         for (uint32_t t = 0; t < polygon.triangleCount; ++t) {
             if (!insideTriangle(polygon, t, local)) continue;
             ParticleManager::killParticle(*particle);
@@ -117,16 +120,19 @@ void push(const DynamicPolygon& entry, float dt, Candidates& candidates, GroupCa
     Vector2D p = polygon.previousOffset;
     Touched touched;
     findTouchingParticles(entry, p, touched, candidates, candidateGroups);
+    const float stride = std::max(MoverManager::pushStep, remaining / mostStrides);
     while (remaining > 0.0f) {
-        const float step = remaining <= MoverManager::pushStep ? remaining : MoverManager::pushStep;
+        const float step = remaining <= stride ? remaining : stride;
         const Vector2D m = dir * step;
         p += m;
         carry(touched, m);
         findTouchingParticles(entry, p, touched, candidates, candidateGroups);
-        remaining -= step;
+        // A move so long that a stride no longer shortens it would never end.
+        const float left = remaining - step;
+        remaining = left < remaining ? left : 0.0f;
         for (Particle* particle : touched.particles)
             CircleCollision::collisionTestStatic(&particle->position, ParticleMover::particleRadius);
-        killParticlesInsidePolygon(entry, p, touched.particles);
+        killParticlesInsidePolygon(entry, touched.particles);
         addNearbyParticles(touched.particles, candidates, MoverManager::nearbyDistance);
         for (Particle* particle : touched.particles) particle->impulse += velocity;
     }
