@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstring>
 
 #include "console/console_state.h"
@@ -40,8 +41,9 @@ void loadConfiguration() {
     state().font.reset();
     const std::string fontName = config.getVarAsString("fontTextureName");
     if (!fontName.empty()) setFontTexture(GLTexture(fontName));
-    state().fontSize = config.getVarAsInt("fontSize");
-    if (state().fontSize < 1) state().fontSize = 1;
+    // Far beyond any screen, and small enough that the layout's sums stay in range.
+    constexpr int largestFontSize = 4096;
+    state().fontSize = std::clamp(config.getVarAsInt("fontSize"), 1, largestFontSize);
     state().outputBackground = readColour(config, "output_background", true);
     state().outputText = readColour(config, "output_text", false);
     state().inputBackground = readColour(config, "input_background", false);

@@ -107,6 +107,11 @@ inline Vector2D operator*(float s, const Vector2D& v) {
     return v * s;
 }
 
+// Neither coordinate infinite nor undefined.
+inline bool isFinite(const Vector2D& v) {
+    return std::isfinite(v.x) && std::isfinite(v.y);
+}
+
 // Single-precision operands with double-precision intermediates. Inline and
 // traced, since the particle loops call them for every pair of neighbours.
 inline float dot(const Vector2D& a, const Vector2D& b) {

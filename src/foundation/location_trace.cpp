@@ -41,7 +41,10 @@ void fatalSignal(int signalNumber) {
     GLWindow::close();
     const std::string report = buildFatalReport(signalNumber);
     Platform::showMessage(report.c_str(), "A fatal program error has occured.");
-    std::exit(1);
+    // No destructors or exit handlers: after a fault they may wait for ever on
+    // an allocator or a driver that the fault left locked.
+    std::fflush(nullptr);
+    std::_Exit(1);
 }
 
 }  // namespace

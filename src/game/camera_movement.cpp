@@ -20,17 +20,22 @@ Vector2D waterTarget() {
     float totalWeight = 0.0f;
     Vector2D sum;
     for (const Particle& particle : ParticleManager::getParticles()) {
+        if (!isFinite(particle.position)) continue;  // gone at the next step; never followed
         const float weight = 1.0f / (distance(particle.position, state().position) + 1.0f);
         totalWeight += weight;
         sum += particle.position * weight;
     }
     for (const ParticleGroup& group : ParticleGroupMover::getGroups()) {
+        if (!isFinite(group.position)) continue;
         const float members = static_cast<float>(group.particles.size());
         const float weight = members / (distance(group.position, state().position) + 1.0f);
         totalWeight += weight;
         sum += group.position * weight;
     }
-    return totalWeight != 0.0f ? sum / totalWeight : Vector2D();
+    if (totalWeight == 0.0f) return Vector2D();
+    const Vector2D target = sum / totalWeight;
+    // Water far enough away to overflow the sums leaves the view where it is.
+    return isFinite(target) ? target : state().position;
 }
 
 float turnInput() {

@@ -118,7 +118,7 @@ bool runTest(const Circle& circle, bool withMovingEdges) {
     s.collisionFriction = 0.0f;
     // A centre that is not a number would be compared with no edge at all,
     // after a walk through the whole tree; it has no contact either way.
-    const bool comparable = std::isfinite(circle.centre->x) && std::isfinite(circle.centre->y);
+    const bool comparable = isFinite(*circle.centre);
     if (withMovingEdges && comparable) buildDynamicPointsAndNodesList(s, circle);
     if (comparable) buildPointsAndNodesListRecursive(s, LevelBspTree::getRoot(), circle);
     bool anyHit = false;

@@ -21,6 +21,9 @@ constexpr float gatherDistanceSquared = 144.0f;
 constexpr float viewMargin = 128.0f;
 constexpr float moveLimitShare = 0.75f;
 constexpr float mergeMargin = 2.0f;
+// A body moving further than this many sub-steps in one step (thousands of
+// units) takes longer ones, so that an absurd speed costs a bounded time.
+constexpr float mostSubSteps = 1024.0f;
 constexpr float pi = 3.1415927f;
 using ParticleMover::particleRadius;
 
@@ -223,12 +226,14 @@ void moveGroup(ParticleGroup& group, float dt) {
     bool contact = false;
     if (moveLength > limit) {
         const Vector2D direction = move / moveLength;
+        const float stride = std::max(limit, moveLength / mostSubSteps);
         float remaining = moveLength;
         while (remaining > 0.0f) {
-            const float step = remaining > limit ? limit : remaining;
+            const float step = remaining > stride ? stride : remaining;
             group.position += direction * step;
             contact = CircleCollision::collisionTest(&group.position, group.radius) || contact;
-            remaining = remaining > limit ? remaining - limit : 0.0f;
+            const float left = remaining - step;
+            remaining = remaining > stride && left < remaining ? left : 0.0f;
         }
     } else {
         group.position += move;

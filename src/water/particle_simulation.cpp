@@ -89,7 +89,7 @@ ViewRectangle viewRectangle() {
 
 float distanceOutside(const ViewRectangle& view, const Vector2D& point) {
     TRACE_LOCATION("ParticleManager::distanceOutside");
-    if (!std::isfinite(point.x) || !std::isfinite(point.y)) return INFINITY;
+    if (!isFinite(point)) return INFINITY;
     float outside = -INFINITY;
     for (int i = 0; i < 4; ++i) outside = std::fmax(outside, -dot(point - view.corners[i], view.normals[i]));
     return outside;

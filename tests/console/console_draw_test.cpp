@@ -163,6 +163,15 @@ TEST_F(ConsoleDrawing, WithoutAFontOnlyTheBandsAndCursorShow) {
     EXPECT_TRUE(near(readPixel(4, 473), cursor));
 }
 
+// A font size whose layout sums would overflow draws one huge cell, no more.
+TEST_F(ConsoleDrawing, AnAbsurdFontSizeDrawsWithoutOverflow) {
+    folder.write("cfg/console.cfg", "fontSize = 107374183\nfontTextureName = gfx\\console_font.tga\n");
+    GLConsole::loadConfiguration();
+    GLConsole::print("\nXXXX");
+    draw();
+    EXPECT_LE(GLConsole::state().fontSize, 4096);
+}
+
 TEST_F(ConsoleDrawing, TheFontIsSharedWithOtherSubsystems) {
     const GLTexture font = GLConsole::getFontTexture();
     EXPECT_EQ(font.name, "GFX\\CONSOLE_FONT.TGA");

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <cstdlib>
@@ -97,7 +98,25 @@ namespace {
     std::abort();
 }
 
+// An exit handler that never returns stands for a destructor waiting on a lock
+// that the fault left held.
+[[noreturn]] void faultWithAStuckExitHandler() {
+    unsetenv("DISPLAY");
+    unsetenv("WAYLAND_DISPLAY");
+    LocationTrace::initialise();
+    std::atexit([] {
+        for (;;) pause();
+    });
+    std::raise(SIGSEGV);
+    std::abort();
+}
+
 }  // namespace
+
+TEST(FatalReportDeathTest, TheReportEndsTheProcessWhateverStateTheFaultLeft) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(faultWithAStuckExitHandler(), ::testing::ExitedWithCode(1), "Error type: Read or write");
+}
 
 TEST(FatalReportDeathTest, SegmentationFaultReportsTheDeepestLocationFirst) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");

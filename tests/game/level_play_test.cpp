@@ -3,11 +3,13 @@
 // by forces. The settings are the shipped ones.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 
+#include "console/console.h"
 #include "dynamics/dynamics.h"
 #include "dynamics/trigger_state.h"
 #include "game/game.h"
@@ -190,3 +192,78 @@ TEST_F(LevelPlayTest, WaterLostInAKillAreaComesBackAtTheCheckPoint) {
     EXPECT_EQ(GameRules::getParticleCount(), 128);
     EXPECT_EQ(GameRules::state().checkPoint, Vector2D(0, 30));
 }
+
+namespace {
+
+// Absurd values in a level or on the console must neither freeze the game nor
+// strand it: within a second of play the view is still a place, and a restart
+// brings the water back.
+struct AbsurdCase {
+    const char* name;
+    void (*change)(LevelFile& level);
+    const char* consoleLine;
+};
+
+void moverFromFarAway(LevelFile& level) {
+    // A raft that comes home under the water from 30 million units away in one step.
+    level.polygons.push_back(box(-150, 50, 50, 60, 5));
+    MoverRecord mover;
+    mover.id = 5;
+    mover.speed = 2.25e9f;
+    mover.start = {0, 0};
+    mover.end = {30000000, 0};
+    level.movers = {mover};
+    level.triggers = {area(408, -200, -100, 100, 50, 5)};
+}
+
+void forceOf(LevelFile& level, float strength, float directionX) {
+    ForceRecord force;
+    force.id = 8;
+    force.directionX = directionX;
+    force.strength = strength;
+    level.forces = {force};
+    level.triggers = {area(200, -200, -100, 450, 60, 8), area(202, -200, -100, 450, 60, 8)};
+}
+
+void infiniteForce(LevelFile& level) {
+    forceOf(level, 1e38f, 1.0f);
+}
+void undefinedForce(LevelFile& level) {
+    forceOf(level, std::nanf(""), 1.0f);
+}
+void undefinedDirection(LevelFile& level) {
+    forceOf(level, 40.0f, std::nanf(""));
+}
+void frozenWater(LevelFile& level) {
+    level.triggers = {area(0, -200, -100, 700, 60)};
+}
+
+class AbsurdInputTest : public LevelPlayTest, public ::testing::WithParamInterface<AbsurdCase> {};
+
+TEST_P(AbsurdInputTest, TheGameGoesOnAndTheLevelCanBeRestarted) {
+    LevelFile level = trough();
+    GetParam().change(level);
+    level.triggers.push_back(area(801, 500, -100, 700, 60));
+    play(level);
+    steps(20);
+    if (*GetParam().consoleLine) GLConsole::enterLine(GetParam().consoleLine);
+    steps(75);
+    EXPECT_TRUE(isFinite(Camera::getPosition()));
+    GLConsole::enterLine("Gravity 1000");
+    GLConsole::enterLine("Restart");
+    steps(2);
+    EXPECT_EQ(GameRules::getParticleCount(), 128);
+    steps(75);
+    EXPECT_TRUE(isFinite(Camera::getPosition()));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    EachCase, AbsurdInputTest,
+    ::testing::Values(AbsurdCase{"MoverFromFarAway", moverFromFarAway, ""},
+                      AbsurdCase{"InfiniteForce", infiniteForce, ""},
+                      AbsurdCase{"UndefinedForce", undefinedForce, ""},
+                      AbsurdCase{"UndefinedDirection", undefinedDirection, ""},
+                      AbsurdCase{"IceFallingAtAbsurdSpeed", frozenWater, "Gravity 100000000000000000"}),
+    [](const ::testing::TestParamInfo<AbsurdCase>& test) { return std::string(test.param.name); });
+
+}  // namespace
