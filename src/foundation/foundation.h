@@ -294,6 +294,10 @@ private:
 bool edgesCross(const Vector2D& a1, const Vector2D& a2, const Vector2D& b1, const Vector2D& b2);
 void lineIntersection(const Vector2D& a1, const Vector2D& a2, const Vector2D& b1, const Vector2D& b2,
                       Vector2D& result);
+// The crossing of the two infinite lines by edgesCross's formula, kept in
+// double precision; false for parallel lines, which leave x and y as they were.
+bool lineCrossing(const Vector2D& a1, const Vector2D& a2, const Vector2D& b1, const Vector2D& b2, double& x,
+                  double& y);
 bool pointInConvexPolygon(float x, float y, const Vector2D* vertices, int count);
 // Makes the triangle's winding the one pointInConvexPolygon expects.
 void fixTriangleWinding(Vector2D& p0, Vector2D& p1, Vector2D& p2);

@@ -44,11 +44,17 @@ bool edgesCross(const Vector2D& a1, const Vector2D& a2, const Vector2D& b1, cons
 void lineIntersection(const Vector2D& a1, const Vector2D& a2, const Vector2D& b1, const Vector2D& b2,
                       Vector2D& result) {
     TRACE_LOCATION("lineIntersection");
-    const double denominator = denominatorOf(a1, a2, b1, b2);
-    if (denominator == 0.0) return;
     double x, y;
+    if (lineCrossing(a1, a2, b1, b2, x, y)) result = Vector2D(static_cast<float>(x), static_cast<float>(y));
+}
+
+bool lineCrossing(const Vector2D& a1, const Vector2D& a2, const Vector2D& b1, const Vector2D& b2, double& x,
+                  double& y) {
+    TRACE_LOCATION("lineCrossing");
+    const double denominator = denominatorOf(a1, a2, b1, b2);
+    if (denominator == 0.0) return false;
     intersectionOf(a1, a2, b1, b2, denominator, x, y);
-    result = Vector2D(static_cast<float>(x), static_cast<float>(y));
+    return true;
 }
 
 bool pointInConvexPolygon(float x, float y, const Vector2D* vertices, int count) {

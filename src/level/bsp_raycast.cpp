@@ -26,20 +26,24 @@ bool withinUnit(float t) {
     return bitsOf(t) < 0x3F800001u;
 }
 
-// Shortens the ray to the crossing with the node's edge, if there is one. Both
-// parameters come from one division, and the hit point is only made on a hit.
+// How far from p1 towards p2 the point lies, measured on the segment's longer
+// axis: x only where its extent is strictly the larger. The doubled bit
+// patterns shift the sign out, so the compare is of the absolute extents.
+float fractionAlong(const Vector2D& p1, const Vector2D& p2, double x, double y) {
+    const float dx = p2.x - p1.x, dy = p2.y - p1.y;
+    if ((bitsOf(dx) << 1) > (bitsOf(dy) << 1))
+        return static_cast<float>((x - p1.x) / (static_cast<double>(p2.x) - p1.x));
+    return static_cast<float>((y - p1.y) / (static_cast<double>(p2.y) - p1.y));
+}
+
+// Shortens the ray to the crossing with the node's edge, if there is one.
 bool edgeIntersectFast(const Vector2D& a1, Vector2D& a2, const BspNode& node) {
-    const double rx = static_cast<double>(a2.x) - a1.x, ry = static_cast<double>(a2.y) - a1.y;
-    const double sx = static_cast<double>(node.end.x) - node.start.x;
-    const double sy = static_cast<double>(node.end.y) - node.start.y;
-    const double denominator = rx * sy - ry * sx;
-    if (denominator == 0.0) return false;
-    const double qx = static_cast<double>(node.start.x) - a1.x, qy = static_cast<double>(node.start.y) - a1.y;
-    const double reciprocal = 1.0 / denominator;
-    const double alongRay = (qx * sy - qy * sx) * reciprocal;
-    const double alongEdge = (qx * ry - qy * rx) * reciprocal;
-    if (!withinUnit(static_cast<float>(alongRay)) || !withinUnit(static_cast<float>(alongEdge))) return false;
-    a2 = Vector2D(static_cast<float>(a1.x + rx * alongRay), static_cast<float>(a1.y + ry * alongRay));
+    TRACE_LOCATION("LevelBspTree::edgeIntersectFast");
+    double x, y;
+    if (!lineCrossing(a1, a2, node.start, node.end, x, y)) return false;
+    if (!withinUnit(fractionAlong(a1, a2, x, y)) || !withinUnit(fractionAlong(node.start, node.end, x, y)))
+        return false;
+    a2 = Vector2D(static_cast<float>(x), static_cast<float>(y));
     return true;
 }
 

@@ -162,6 +162,22 @@ TEST_F(BspTest, RaysAgreeWithTestingEveryEdge) {
     EXPECT_GT(hits, 200);
 }
 
+// A ray aimed exactly at a corner ends exactly on it, whichever edge it names.
+TEST_F(BspTest, RaysAtCornersEndExactlyOnThem) {
+    load(squareText);
+    const struct {
+        Vector2D start, corner;
+    } cases[] = {
+        {{-50, -50}, {0, 0}}, {{150, -30}, {100, 0}}, {{130, 170}, {100, 100}}, {{-7, 103}, {0, 100}}};
+    for (const auto& c : cases) {
+        Vector2D end = c.corner + (c.corner - c.start);
+        const BspNode* hit = LevelBspTree::raycast(c.start, end);
+        ASSERT_NE(hit, nullptr);
+        EXPECT_EQ(end, c.corner);
+        EXPECT_TRUE(hit->start == c.corner || hit->end == c.corner);
+    }
+}
+
 TEST_F(BspTest, CollideableSwitchAndReset) {
     load(std::string(squareText) + "polygon id 2\n300 0\n400 0\n400 100\nend\n");
     Polygon2D* square = &Level::getPolygons().front();
