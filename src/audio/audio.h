@@ -1,0 +1,110 @@
+// The game's sound: the output device and master volume (SoundSystem), one
+// buffer of samples for each sound file shared by name (SoundManager), and the
+// handle that everything else plays through (Sound).
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "foundation/foundation.h"
+#include "platform/sound_backend.h"
+
+namespace SoundSystem {
+
+// Opens the output device. Without one the game goes on silent: every handle
+// then does nothing.
+void initialise();
+void shutdown();
+// The master volume, 0 to 1. A playing sound keeps its level until its next
+// play, loop or setVolume.
+void setVolume(float volume);
+float getVolume();
+bool hasDevice();
+
+}  // namespace SoundSystem
+
+namespace SoundManager {
+
+constexpr const char* defaultSoundName = "snd\\default.wav";
+
+// The master copy of one sound file, shared by every handle on its name.
+struct SoundInternal {
+    SoundBackend::BufferId buffer = SoundBackend::noBuffer;  // none if loading failed
+    uint32_t refCount = 0;
+};
+
+void initialise();
+// Releases every entry whatever its count; handles still alive stay silent.
+void shutdown();
+// The entry of the name, in any case of letters, with one reference more. A
+// name is read from its file once: a file that failed stays listed as failed.
+SoundInternal* loadSound(const std::string& name);
+void freeSound(const std::string& name);
+// Reads a PCM wave file into a new buffer; noBuffer if there is no device or
+// the file isn't a wave the game reads.
+SoundBackend::BufferId createSoundBuffer(const std::string& name);
+// One line per entry in name order: the upper-cased name, with
+// " (loading failed)" after a file that gave no buffer.
+void getSoundList(std::vector<std::string>& list);
+
+}  // namespace SoundManager
+
+// A handle on a sound file: a playing copy of its own, with its own position,
+// volume, pan and pitch, over the shared samples. Cheap to copy, and silent
+// rather than failing when there is no device or the file didn't load.
+class Sound {
+public:
+    Sound();
+    explicit Sound(const char* name);
+    explicit Sound(const std::string& name);
+    // The copy plays the same samples from the start, at volume 1.
+    Sound(const Sound& other);
+    Sound& operator=(const Sound& other);
+    ~Sound();
+
+    // Plays once from the current position at the stored volume.
+    void play();
+    void loop();
+    // Stops where it is; play goes on from there, rewind starts over.
+    void stop();
+    void rewind();
+    // Applies the stored volume, as after a change of the master volume.
+    void setVolume();
+    // 0 to 1, stored even without a device.
+    void setVolume(float volume);
+    // -1 left to 1 right.
+    void setPan(float pan);
+    // -1 (100 Hz) through 0 (the file's own rate) to 1 (200000 Hz).
+    void setFrequency(float frequency);
+    bool isPlaying() const;
+    bool isLooping() const;
+    // Takes the other handle's play position, so that two loops of one file
+    // sound as one. False if either handle is silent.
+    bool synchroniseWith(const Sound& other);
+
+    const std::string& getName() const { return name; }
+    float getVolume() const { return volume; }
+    float getFrequency() const { return frequency; }
+    float getPan() const { return pan; }
+
+    // A level from 0 to 1 as the device's volume in hundredths of a decibel:
+    // the curve rises steeply from silence, so that 0.5 is only -12.94 dB.
+    static int32_t volumeToHundredths(float level);
+    static int32_t panToHundredths(float pan);
+    // The rate in hertz for a pitch setting, from the buffer's own rate.
+    static uint32_t frequencyToRate(float frequency, uint32_t baseFrequency);
+
+private:
+    // This handle's own copy of the source's samples, stopped, at volume 1.
+    void duplicateFrom(SoundBackend::BufferId source);
+    void applyVolume();
+    bool audible() const;
+
+    SoundBackend::BufferId buffer = SoundBackend::noBuffer;
+    std::string name;
+    uint32_t baseFrequency = 0;
+    float volume = 1.0f;
+    float frequency = 0.0f;
+    float pan = 0.0f;
+};
