@@ -1,6 +1,7 @@
 // The game's sound: the output device and master volume (SoundSystem), one
-// buffer of samples for each sound file shared by name (SoundManager), and the
-// handle that everything else plays through (Sound).
+// buffer of samples for each sound file shared by name (SoundManager), the
+// handle that everything else plays through (Sound), and sounds placed in the
+// level (SoundSource, SoundSourceManager).
 #pragma once
 
 #include <cstdint>
@@ -108,3 +109,49 @@ private:
     float frequency = 0.0f;
     float pan = 0.0f;
 };
+
+// A sound placed in the level. Looping sources run as long as the level and
+// fade with the view's distance; one-shot sources are fired by triggers.
+struct SoundSource {
+    Vector2D position;
+    float strength = 1000.0f;  // the distance at which it falls silent
+    Sound sound;
+    bool looping = false;
+    bool stopped = false;  // silenced; the sound update passes it over
+    int32_t id = -1;
+
+    SoundSource() = default;
+    // A source read from a level or typed on the console starts stopped.
+    SoundSource(const Sound& sourceSound, float x, float y, bool isLooping, int32_t sourceId,
+                float sourceStrength);
+    // Stopped and rewound, as at the start of the level.
+    void reset();
+};
+
+namespace SoundSourceManager {
+
+constexpr float quietestLevel = 0.0001f;
+
+void initialise();
+void shutdown();
+// Adds a copy; a looping source that isn't stopped starts at once.
+void addSoundSource(const SoundSource& source);
+// The sources of the id, the looping ones first.
+void getSoundSources(int32_t id, std::vector<const SoundSource*>& list);
+// The trigger actions: start or silence every source of the id.
+void playSounds(int32_t id);
+void stopSounds(int32_t id);
+// Starts, at volume 0, every looping source whose id isn't in the list: the
+// loops that no trigger starts run from the beginning of the level.
+void playExcludedSounds(const std::vector<int32_t>& ids);
+// Silences everything without marking it stopped.
+void pauseAllSounds();
+void resetSounds();
+// Fades the running loops by the view's distance, silences them while the
+// game doesn't run, and brings them back in step with loops of the same file.
+void updateAllSounds();
+// The source takes the play position of a running loop of its file.
+void syncLoopingSound(SoundSource& source);
+void debugDraw();
+
+}  // namespace SoundSourceManager

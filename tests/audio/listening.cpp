@@ -215,6 +215,22 @@ double middleLevel(const std::vector<float>& samples, const Stretch& stretch) {
     return rms(samples, stretch.begin + fifth, stretch.end - fifth);
 }
 
+// The level of the rising tone grows in proportion to the play position, so a
+// straight line fitted to the levels along the stretch meets zero that far
+// before the stretch.
+double startingPosition(const std::vector<float>& recording, const Stretch& stretch) {
+    const std::size_t step = rate / 50;
+    double n = 0, sumT = 0, sumL = 0, sumTT = 0, sumTL = 0;
+    for (std::size_t at = stretch.begin + step; at + 2 * step <= stretch.end; at += step) {
+        const double t = static_cast<double>(at - stretch.begin) / rate + 0.01;
+        const double level = rms(recording, at, at + step);
+        n += 1, sumT += t, sumL += level, sumTT += t * t, sumTL += t * level;
+    }
+    const double slope = (n * sumTL - sumT * sumL) / (n * sumTT - sumT * sumT);
+    const double atStart = (sumL - slope * sumT) / n;
+    return atStart / slope;
+}
+
 double decibels(double ratio) {
     return 20.0 * std::log10(ratio);
 }
@@ -239,6 +255,7 @@ void AudioTest::SetUp() {
 }
 
 void AudioTest::TearDown() {
+    SoundSourceManager::shutdown();
     SoundManager::shutdown();
     SoundSystem::shutdown();
     capture.reset();
@@ -262,6 +279,7 @@ bool AudioTest::startSound() {
 }
 
 std::vector<float> AudioTest::stopSound() {
+    SoundSourceManager::shutdown();
     SoundManager::shutdown();
     SoundSystem::shutdown();
     return soundRecording();

@@ -57,6 +57,8 @@ std::vector<Stretch> stretches(const std::vector<float>& samples, double thresho
 double rms(const std::vector<float>& samples, std::size_t begin, std::size_t end);
 // RMS of the middle of a stretch, away from where the level ramps.
 double middleLevel(const std::vector<float>& samples, const Stretch& stretch);
+// Where in the rising tone a stretch of the recording began, in seconds.
+double startingPosition(const std::vector<float>& samples, const Stretch& stretch);
 double decibels(double ratio);
 
 void sleepMilliseconds(int milliseconds);

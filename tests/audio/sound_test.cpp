@@ -127,22 +127,6 @@ TEST_F(SoundTest, ALoopWrapsAndAPlayEndsWithTheSound) {
     }
 }
 
-// Where in the rising tone a stretch of the recording began, in seconds: its
-// level grows in proportion to the play position, so a straight line fitted to
-// the levels along the stretch meets zero that far before the stretch.
-double startingPosition(const std::vector<float>& recording, const Stretch& stretch) {
-    const std::size_t step = rate / 50;
-    double n = 0, sumT = 0, sumL = 0, sumTT = 0, sumTL = 0;
-    for (std::size_t at = stretch.begin + step; at + 2 * step <= stretch.end; at += step) {
-        const double t = static_cast<double>(at - stretch.begin) / rate + 0.01;
-        const double level = rms(recording, at, at + step);
-        n += 1, sumT += t, sumL += level, sumTT += t * t, sumTL += t * level;
-    }
-    const double slope = (n * sumTL - sumT * sumL) / (n * sumTT - sumT * sumT);
-    const double atStart = (sumL - slope * sumT) / n;
-    return atStart / slope;
-}
-
 TEST_F(SoundTest, StopThenPlayGoesOnWhereItStoppedAndRewindStartsOver) {
     write("rising.wav", waveFile(rising(2.0, 0.8)));
     ASSERT_TRUE(startSound());
