@@ -1,7 +1,7 @@
 // The game's sound: the output device and master volume (SoundSystem), one
 // buffer of samples for each sound file shared by name (SoundManager), the
-// handle that everything else plays through (Sound), and sounds placed in the
-// level (SoundSource, SoundSourceManager).
+// handle that everything else plays through (Sound), sounds placed in the
+// level (SoundSource, SoundSourceManager), and streamed music (MusicSystem).
 #pragma once
 
 #include <cstdint>
@@ -155,3 +155,19 @@ void syncLoopingSound(SoundSource& source);
 void debugDraw();
 
 }  // namespace SoundSourceManager
+
+namespace MusicSystem {
+
+void initialise();
+void shutdown();
+// Plays one music file, once or looped, in place of what played before.
+bool play(const std::string& fileName, bool loop);
+// False only if the stream wouldn't close.
+bool stop();
+bool pause();
+bool resume();
+// 0 to 255.
+void setVolume(uint8_t volume);
+uint8_t getVolume();
+
+}  // namespace MusicSystem

@@ -258,6 +258,7 @@ void AudioTest::TearDown() {
     SoundSourceManager::shutdown();
     SoundManager::shutdown();
     SoundSystem::shutdown();
+    MusicSystem::shutdown();
     capture.reset();
     GLConsole::shutdown();
     scratch.reset();
