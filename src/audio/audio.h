@@ -1,7 +1,9 @@
 // The game's sound: the output device and master volume (SoundSystem), one
 // buffer of samples for each sound file shared by name (SoundManager), the
 // handle that everything else plays through (Sound), sounds placed in the
-// level (SoundSource, SoundSourceManager), and streamed music (MusicSystem).
+// level (SoundSource, SoundSourceManager), streamed music (MusicSystem), and
+// the behaviours that turn the state of the water into sound (GameSfx_Water,
+// GameSfx_Ice, GameSfx_Steam).
 #pragma once
 
 #include <cstdint>
@@ -171,3 +173,46 @@ void setVolume(uint8_t volume);
 uint8_t getVolume();
 
 }  // namespace MusicSystem
+
+// The sound of the water, the ice and the steam, heard from the whole body of
+// water once a step: how much there is, how fast it moves, how much it has
+// just slowed down. Each reads the water and changes nothing in it.
+namespace GameSfx {
+// Amounts are counts of particles over this: a full start of water gives 1.
+constexpr float referenceParticleCount = 128.0f;
+// A loop below this level is stopped.
+constexpr float quietestLoopLevel = 0.001f;
+}  // namespace GameSfx
+
+namespace GameSfx_Water {
+// Reads "cfg\game_sfx.cfg"; makes the handles on the first call only.
+void initialise();
+void shutdown();
+void update();
+// Free particles above freezing and below boiling.
+uint32_t getWaterParticleCount();
+// The mean length of their velocity; 0 without water.
+void getAverageWaterVelocity(float& result);
+// A splash from the bank for a loss of average speed, if none of its level sounds.
+void playDisturbanceSounds(float loss, float amount);
+}  // namespace GameSfx_Water
+
+namespace GameSfx_Ice {
+void initialise();
+void shutdown();
+void update(float dt);
+// Every particle held in an ice body.
+uint32_t getIceParticleCount();
+// The mean speed of the ice bodies, weighed by their particles; 0 without ice.
+void getAverageIceVelocity(float& result);
+void calculateFrictionLevel(float dt);
+void playDisturbanceSounds(float loss, float amount);
+}  // namespace GameSfx_Ice
+
+namespace GameSfx_Steam {
+void initialise();
+void shutdown();
+void update(float dt);
+// Free particles at boiling or above.
+uint32_t getSteamParticleCount();
+}  // namespace GameSfx_Steam

@@ -255,6 +255,9 @@ void AudioTest::SetUp() {
 }
 
 void AudioTest::TearDown() {
+    GameSfx_Ice::shutdown();
+    GameSfx_Water::shutdown();
+    GameSfx_Steam::shutdown();
     SoundSourceManager::shutdown();
     SoundManager::shutdown();
     SoundSystem::shutdown();
