@@ -16,6 +16,7 @@ State& state() {
 namespace {
 
 bool isWater(const Particle& particle) {
+    TRACE_LOCATION("GameSfx_Water::isWater");
     return particle.temperature > ParticleManager::freezingTemperature &&
            particle.temperature < ParticleManager::steamTemperature;
 }

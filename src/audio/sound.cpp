@@ -15,9 +15,13 @@ constexpr double highestRate = SoundBackend::highestRate;
 
 }  // namespace
 
-Sound::Sound() : Sound(SoundManager::defaultSoundName) {}
+Sound::Sound() : Sound(SoundManager::defaultSoundName) {
+    TRACE_LOCATION("Sound::Sound");
+}
 
-Sound::Sound(const char* soundName) : Sound(std::string(soundName ? soundName : "")) {}
+Sound::Sound(const char* soundName) : Sound(std::string(soundName ? soundName : "")) {
+    TRACE_LOCATION("Sound::Sound");
+}
 
 Sound::Sound(const std::string& soundName) : name(soundName) {
     TRACE_LOCATION("Sound::Sound");

@@ -19,6 +19,7 @@ namespace {
 
 template <typename Action>
 void forEachOfId(int32_t id, Action action) {
+    TRACE_LOCATION("SoundSourceManager::forEachOfId");
     State& s = state();
     for (auto* store : {&s.looping, &s.oneShot}) {
         const auto found = store->find(id);
@@ -29,6 +30,7 @@ void forEachOfId(int32_t id, Action action) {
 
 template <typename Action>
 void forEachSource(Action action) {
+    TRACE_LOCATION("SoundSourceManager::forEachSource");
     State& s = state();
     for (auto* store : {&s.looping, &s.oneShot})
         for (auto& [id, list] : *store)

@@ -52,15 +52,18 @@ private:
 };
 
 uint16_t little16(const uint8_t* bytes) {
+    TRACE_LOCATION("SoundManager::little16");
     return static_cast<uint16_t>(bytes[0] | bytes[1] << 8);
 }
 
 uint32_t little32(const uint8_t* bytes) {
+    TRACE_LOCATION("SoundManager::little32");
     return static_cast<uint32_t>(bytes[0]) | static_cast<uint32_t>(bytes[1]) << 8 |
            static_cast<uint32_t>(bytes[2]) << 16 | static_cast<uint32_t>(bytes[3]) << 24;
 }
 
 bool hasId(const uint8_t* bytes, const char* id) {
+    TRACE_LOCATION("SoundManager::hasId");
     return std::memcmp(bytes, id, 4) == 0;
 }
 
