@@ -2,7 +2,6 @@
 
 #include <unistd.h>
 
-#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstdlib>
@@ -21,8 +20,6 @@ namespace Listening {
 
 namespace {
 
-constexpr double pi = 3.14159265358979;
-constexpr double toneHertz = 441.0;
 constexpr std::size_t window = rate / 100;
 
 fs::path recordingFolder() {
@@ -30,21 +27,21 @@ fs::path recordingFolder() {
 }
 
 // Points OpenAL at a configuration of our own before any device opens: the
-// wave-file device, writing 32-bit float stereo at 44100 Hz with nothing
-// between the mix and the file (no limiter, no dither). SDL's disk driver
-// writes the music as raw 16-bit stereo.
+// wave-file device writing 32-bit float stereo at 44100 Hz, with no limiter
+// or dither between the mix and the file. SDL's disk driver writes raw 16-bit stereo.
 class RecordingEnvironment : public ::testing::Environment {
 public:
     void SetUp() override {
         fs::create_directories(recordingFolder());
         const fs::path config = recordingFolder() / "openal.conf";
-        std::ofstream(config) << "drivers=wave\n[general]\nchannels=stereo\nsample-type=float32\n"
-                              << "frequency=44100\noutput-limiter=false\ndither=false\nhrtf=false\n"
-                              << "[wave]\nfile=" << soundRecordingPath() << "\n";
+        std::ofstream(config)
+            << "drivers=wave\n[general]\nchannels=stereo\nsample-type=float32\nfrequency=44100\n"
+            << "output-limiter=false\ndither=false\nhrtf=false\n[wave]\nfile=" << soundRecordingPath()
+            << "\n";
         setenv("ALSOFT_CONF", config.c_str(), 1);
         setenv("ALSOFT_DRIVERS", "wave", 1);
         setenv("SDL_AUDIODRIVER", "disk", 1);
-        setenv("SDL_DISKAUDIOFILE", musicRecordingPath().c_str(), 1);
+        setenv("SDL_DISKAUDIOFILE", (recordingFolder() / "music.raw").c_str(), 1);
     }
     void TearDown() override {
         std::error_code error;
@@ -55,150 +52,120 @@ public:
 ::testing::Environment* const recordingEnvironment =
     ::testing::AddGlobalTestEnvironment(new RecordingEnvironment);
 
-std::string bytesOf(const fs::path& file) {
-    std::ifstream in(file, std::ios::binary);
+std::string bytesOf(const std::string& file) {
     std::ostringstream bytes;
-    bytes << in.rdbuf();
+    bytes << std::ifstream(file, std::ios::binary).rdbuf();
     return bytes.str();
 }
 
-uint32_t read32(const std::string& b, std::size_t at) {
-    uint32_t v = 0;
-    for (int i = 3; i >= 0; --i) v = v << 8 | static_cast<uint8_t>(b[at + static_cast<std::size_t>(i)]);
-    return v;
+template <typename T>
+T get(const std::string& bytes, std::size_t at) {
+    T value{};
+    std::memcpy(&value, bytes.data() + at, sizeof(value));
+    return value;
 }
 
-uint16_t read16(const std::string& b, std::size_t at) {
-    return static_cast<uint16_t>(static_cast<uint8_t>(b[at]) | static_cast<uint8_t>(b[at + 1]) << 8);
+template <typename T>
+void put(std::string& bytes, T value) {
+    bytes.append(reinterpret_cast<const char*>(&value), sizeof(value));
 }
 
-void put16(std::string& out, uint32_t v) {
-    out += static_cast<char>(v & 0xFF);
-    out += static_cast<char>(v >> 8 & 0xFF);
-}
-
-void put32(std::string& out, uint32_t v) {
-    put16(out, v & 0xFFFF);
-    put16(out, v >> 16);
-}
-
-std::vector<int16_t> shaped(double seconds, double (*amplitudeAt)(double share, double amplitude),
-                            double amplitude) {
-    const std::size_t count = static_cast<std::size_t>(seconds * rate);
-    std::vector<int16_t> samples(count);
-    for (std::size_t i = 0; i < count; ++i) {
-        const double share = static_cast<double>(i) / static_cast<double>(count);
-        const double value = amplitudeAt(share, amplitude) * std::sin(2.0 * pi * toneHertz * i / rate);
-        samples[i] = static_cast<int16_t>(std::lround(value * 32767.0));
-    }
+template <typename Shape>
+std::vector<int16_t> generate(double seconds, Shape shape) {
+    std::vector<int16_t> samples(static_cast<std::size_t>(seconds * rate));
+    for (std::size_t i = 0; i < samples.size(); ++i)
+        samples[i] = static_cast<int16_t>(std::lround(shape(i, samples.size()) * 32767.0));
     return samples;
+}
+
+double sine(std::size_t i) {
+    return std::sin(2.0 * 3.14159265358979 * 441.0 * static_cast<double>(i) / rate);
 }
 
 }  // namespace
 
 std::vector<int16_t> tone(double seconds, double amplitude) {
-    return shaped(
-        seconds, [](double, double a) { return a; }, amplitude);
+    return generate(seconds, [=](std::size_t i, std::size_t) { return amplitude * sine(i); });
 }
 
 std::vector<int16_t> rising(double seconds, double amplitude) {
-    return shaped(
-        seconds, [](double share, double a) { return share * a; }, amplitude);
+    return generate(seconds, [=](std::size_t i, std::size_t n) {
+        return amplitude * static_cast<double>(i) / static_cast<double>(n) * sine(i);
+    });
 }
 
 std::vector<int16_t> noise(double seconds, double amplitude) {
-    std::vector<int16_t> samples(static_cast<std::size_t>(seconds * rate));
     uint32_t state = 12345;
-    for (int16_t& sample : samples) {
+    return generate(seconds, [&](std::size_t, std::size_t) {
         state = state * 1664525u + 1013904223u;
-        const double unit = static_cast<double>(state >> 8) / static_cast<double>(1u << 24) * 2.0 - 1.0;
-        sample = static_cast<int16_t>(std::lround(unit * amplitude * 32767.0));
-    }
-    return samples;
+        return amplitude * (static_cast<double>(state >> 8) / (1u << 23) - 1.0);
+    });
 }
 
 std::string chunk(const char* id, const std::string& body) {
     std::string out(id, 4);
-    put32(out, static_cast<uint32_t>(body.size()));
+    put(out, static_cast<uint32_t>(body.size()));
     return out + body;
 }
 
 std::string waveFile(const std::vector<int16_t>& samples, const WaveLayout& layout) {
-    const uint16_t blockAlign = layout.blockAlign >= 0
-                                    ? static_cast<uint16_t>(layout.blockAlign)
-                                    : static_cast<uint16_t>(layout.channels * layout.bitsPerSample / 8);
+    const int32_t block =
+        layout.blockAlign >= 0 ? layout.blockAlign : layout.channels * layout.bitsPerSample / 8;
     std::string format;
-    put16(format, layout.formatTag);
-    put16(format, layout.channels);
-    put32(format, layout.samplesPerSecond);
-    put32(format, layout.bytesPerSecond >= 0 ? static_cast<uint32_t>(layout.bytesPerSecond)
-                                             : layout.samplesPerSecond * blockAlign);
-    put16(format, blockAlign);
-    put16(format, layout.bitsPerSample);
+    put(format, layout.formatTag);
+    put(format, layout.channels);
+    put(format, layout.samplesPerSecond);
+    put(format, static_cast<uint32_t>(layout.bytesPerSecond >= 0 ? layout.bytesPerSecond
+                                                                 : layout.samplesPerSecond * block));
+    put(format, static_cast<uint16_t>(block));
+    put(format, layout.bitsPerSample);
     format.resize(layout.formatSize, '\0');
-    std::string data;
-    for (int16_t sample : samples) put16(data, static_cast<uint16_t>(sample));
-    std::string dataChunk = chunk("data", data);
-    if (layout.dataSizeField >= 0) {
-        std::string size;
-        put32(size, static_cast<uint32_t>(layout.dataSizeField));
-        dataChunk.replace(4, 4, size);
-    }
-    const std::string body =
-        "WAVE" + layout.beforeFormat + chunk("fmt ", format) + layout.beforeData + dataChunk;
-    return chunk("RIFF", body);
+    std::string data(reinterpret_cast<const char*>(samples.data()), samples.size() * 2);
+    std::string dataChunk = chunk(layout.dataId.c_str(), data);
+    const uint32_t claimed = static_cast<uint32_t>(layout.dataSize);
+    if (layout.dataSize >= 0) std::memcpy(&dataChunk[4], &claimed, sizeof(claimed));
+    return chunk("RIFF",
+                 "WAVE" + layout.beforeFormat + chunk("fmt ", format) + layout.beforeData + dataChunk);
 }
 
-// The wave device writes an extensible header: a 40-byte "fmt " chunk whose
-// sub-format names float samples.
+// The wave device writes an extensible header: a 40-byte "fmt " chunk
+// naming float samples.
 std::vector<float> soundRecording() {
     const std::string b = bytesOf(soundRecordingPath());
     std::vector<float> left;
     uint16_t channels = 0;
-    std::size_t at = 12;
-    while (at + 8 <= b.size()) {
-        const uint32_t size = read32(b, at + 4);
-        if (b.compare(at, 4, "fmt ") == 0) {
-            channels = read16(b, at + 10);
-            EXPECT_EQ(read16(b, at + 22), 32) << "the recording is not in 32-bit floats";
-        } else if (b.compare(at, 4, "data") == 0 && channels > 0) {
-            const std::size_t frameBytes = 4u * channels;
-            const std::size_t available = std::min<std::size_t>(size, b.size() - at - 8);
-            for (std::size_t f = 0; f + frameBytes <= available; f += frameBytes) {
-                float value = 0.0f;
-                std::memcpy(&value, b.data() + at + 8 + f, sizeof(value));
-                left.push_back(value);
-            }
-            return left;
-        }
-        at += 8 + size;
+    for (std::size_t at = 12; at + 8 <= b.size(); at += 8 + get<uint32_t>(b, at + 4)) {
+        if (b.compare(at, 4, "fmt ") == 0) channels = get<uint16_t>(b, at + 10);
+        if (b.compare(at, 4, "data") != 0 || channels == 0) continue;
+        for (std::size_t f = at + 8; f + 4u * channels <= b.size(); f += 4u * channels)
+            left.push_back(get<float>(b, f));
+        break;
     }
-    ADD_FAILURE() << "no recording in " << soundRecordingPath();
     return left;
 }
 
 std::vector<float> musicRecording() {
-    const std::string b = bytesOf(musicRecordingPath());
+    const std::string b = bytesOf((recordingFolder() / "music.raw").string());
     std::vector<float> left;
-    for (std::size_t at = 0; at + 4 <= b.size(); at += 4)
-        left.push_back(static_cast<float>(static_cast<int16_t>(read16(b, at))) / 32768.0f);
+    for (std::size_t at = 0; at + 4 <= b.size(); at += 4) left.push_back(get<int16_t>(b, at) / 32768.0f);
     return left;
 }
 
-std::vector<Stretch> stretches(const std::vector<float>& samples, double threshold, double minimumGap) {
+std::string soundRecordingPath() {
+    return (recordingFolder() / "sound.wav").string();
+}
+
+std::vector<Stretch> stretches(const std::vector<float>& samples, double threshold) {
     std::vector<Stretch> found;
-    const std::size_t gapWindows = static_cast<std::size_t>(minimumGap * rate) / window;
-    std::size_t quietWindows = 0;
+    std::size_t quiet = 0;
     for (std::size_t at = 0; at + window <= samples.size(); at += window) {
         if (rms(samples, at, at + window) <= threshold) {
-            ++quietWindows;
-            continue;
-        }
-        if (found.empty() || quietWindows >= gapWindows)
-            found.push_back({at, at + window});
-        else
+            ++quiet;
+        } else {
+            if (found.empty() || quiet >= 5) found.push_back({at, at});
             found.back().end = at + window;
-        quietWindows = 0;
+            quiet = 0;
+        }
     }
     return found;
 }
@@ -210,25 +177,26 @@ double rms(const std::vector<float>& samples, std::size_t begin, std::size_t end
     return end > begin ? std::sqrt(sum / static_cast<double>(end - begin)) : 0.0;
 }
 
-double middleLevel(const std::vector<float>& samples, const Stretch& stretch) {
-    const std::size_t fifth = (stretch.end - stretch.begin) / 5;
-    return rms(samples, stretch.begin + fifth, stretch.end - fifth);
+double rms(const std::vector<float>& samples, const Stretch& stretch, double from, double to) {
+    return rms(samples, stretch.begin + static_cast<std::size_t>(from * rate),
+               stretch.begin + static_cast<std::size_t>(to * rate));
 }
 
-// The level of the rising tone grows in proportion to the play position, so a
-// straight line fitted to the levels along the stretch meets zero that far
-// before the stretch.
-double startingPosition(const std::vector<float>& recording, const Stretch& stretch) {
-    const std::size_t step = rate / 50;
+double middleLevel(const std::vector<float>& samples, const Stretch& stretch) {
+    return rms(samples, stretch, stretch.seconds() / 5, stretch.seconds() * 4 / 5);
+}
+
+// The level of the rising tone grows with the play position, so a straight
+// line fitted to the levels along the stretch meets zero that far before it.
+double startingPosition(const std::vector<float>& samples, const Stretch& stretch) {
     double n = 0, sumT = 0, sumL = 0, sumTT = 0, sumTL = 0;
-    for (std::size_t at = stretch.begin + step; at + 2 * step <= stretch.end; at += step) {
-        const double t = static_cast<double>(at - stretch.begin) / rate + 0.01;
-        const double level = rms(recording, at, at + step);
-        n += 1, sumT += t, sumL += level, sumTT += t * t, sumTL += t * level;
+    for (double t = 0.02; t + 0.04 <= stretch.seconds(); t += 0.02) {
+        const double level = rms(samples, stretch, t, t + 0.02);
+        n += 1, sumT += t + 0.01, sumL += level, sumTT += (t + 0.01) * (t + 0.01),
+            sumTL += (t + 0.01) * level;
     }
     const double slope = (n * sumTL - sumT * sumL) / (n * sumTT - sumT * sumT);
-    const double atStart = (sumL - slope * sumT) / n;
-    return atStart / slope;
+    return (sumL - slope * sumT) / n / slope;
 }
 
 double decibels(double ratio) {
@@ -237,14 +205,6 @@ double decibels(double ratio) {
 
 void sleepMilliseconds(int milliseconds) {
     std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
-}
-
-std::string soundRecordingPath() {
-    return (recordingFolder() / "sound.wav").string();
-}
-
-std::string musicRecordingPath() {
-    return (recordingFolder() / "music.raw").string();
 }
 
 void AudioTest::SetUp() {
@@ -271,9 +231,8 @@ std::string AudioTest::run(const std::string& line) {
     printed();
     GLConsole::enterLine(line);
     const std::string text = printed();
-    const std::string echo = "\n" + line;
-    EXPECT_EQ(text.substr(0, echo.size()), echo);
-    return text.substr(std::min(echo.size(), text.size()));
+    EXPECT_EQ(text.substr(0, line.size() + 1), "\n" + line);
+    return text.substr(std::min(line.size() + 1, text.size()));
 }
 
 bool AudioTest::startSound() {
