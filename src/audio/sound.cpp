@@ -69,7 +69,7 @@ void Sound::duplicateFrom(SoundBackend::BufferId source) {
         const int32_t sourceVolume = SoundBackend::getVolume(source);
         buffer = SoundBackend::duplicateBuffer(source);
         if (buffer != SoundBackend::noBuffer) {
-            // A duplicate takes a volume only when it differs from the one it
+            // Some devices ignore a volume equal to the one a duplicate already
             // has, so it first gets one just off the source's, then the real one.
             const int32_t offset =
                 sourceVolume == SoundBackend::quietestVolume ? sourceVolume + 1 : sourceVolume - 1;

@@ -1,8 +1,8 @@
 // The sound device behind SoundSystem and Sound: one OpenAL device and context.
-// The game keeps DirectSound's model of it: a buffer per sound file holds the
-// samples, and each handle plays a duplicate of it with a position, volume, pan
-// and rate of its own. Here a buffer's samples are one OpenAL buffer shared by
-// all its duplicates, and each duplicate is an OpenAL source on it.
+// The game sees buffers: a master buffer per sound file holds the samples, and
+// each handle plays a duplicate of it with a position, volume, pan and rate of
+// its own. Here a buffer's samples are one OpenAL buffer shared by all its
+// duplicates, and each duplicate is an OpenAL source on it.
 //
 // Buffers are named by ids that are never reused. An id whose buffer has gone,
 // because it was released or because its device closed, is ignored by every

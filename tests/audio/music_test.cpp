@@ -46,7 +46,7 @@ TEST_F(MusicTest, TheVolumeScalesTheMusicAndZeroSilencesIt) {
     MusicSystem::setVolume(0);
     ASSERT_TRUE(MusicSystem::play("long.wav", true));
     sleepMilliseconds(200);
-    for (const uint8_t volume : {255, 0, 128, 0, 64}) {
+    for (const uint8_t volume : std::initializer_list<uint8_t>{255, 0, 128, 0, 64}) {
         MusicSystem::setVolume(volume);
         sleepMilliseconds(volume ? 300 : 150);
     }
