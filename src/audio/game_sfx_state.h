@@ -1,0 +1,103 @@
+// The state of the three water behaviours, shared by their files (and tests
+// that look inside), and the two ways of driving sound that they share.
+#pragma once
+
+#include <array>
+#include <memory>
+
+#include "audio/audio.h"
+
+namespace GameSfx {
+
+// Four variants of each of three levels, level first.
+constexpr int disturbanceLevels = 3;
+constexpr int disturbanceVariants = 4;
+using SoundBank = std::array<std::unique_ptr<Sound>, disturbanceLevels * disturbanceVariants>;
+
+// When a loss of average speed sounds, and how much each sample varies.
+struct DisturbanceSettings {
+    float level1Speed = 0.0f;
+    float level2Speed = 0.0f;
+    float level3Speed = 0.0f;
+    float randomnessPitch = 0.0f;
+    float randomnessVolume = 0.0f;
+};
+
+// Reads the bank's twelve names, "<prefix>L_N", and makes the handles that
+// aren't made yet.
+void makeBank(SoundBank& bank, const ConfigFile& config, const std::string& prefix);
+// A handle on the name under the key, unless one is made already.
+void makeSound(std::unique_ptr<Sound>& sound, const ConfigFile& config, const char* key);
+// A loop at or above the quietest level plays at that level while sound is
+// allowed, and is stopped otherwise. The water starts its loop before setting
+// the level; the others set the level first.
+void driveLoop(Sound* sound, float level, bool allowed, bool startFirst);
+// The level 1 to 3 of a loss, or 0 for none.
+int disturbanceLevel(float loss, const DisturbanceSettings& settings);
+void playDisturbance(float loss, float amount, const DisturbanceSettings& settings, SoundBank& bank);
+
+}  // namespace GameSfx
+
+namespace GameSfx_Water {
+
+struct Levels {
+    float previousVelocity = 0.0f;
+};
+struct Settings {
+    GameSfx::DisturbanceSettings disturbance;
+    float ambientVolume = 0.0f;
+};
+struct State {
+    std::unique_ptr<Sound> ambient;
+    GameSfx::SoundBank bank;
+    Settings settings;
+    Levels levels;
+};
+State& state();
+
+}  // namespace GameSfx_Water
+
+namespace GameSfx_Ice {
+
+struct Levels {
+    float frictionLevel = 0.0f;
+    float freezeLevel = 0.0f;
+    float freezePending = 0.0f;
+    float previousVelocity = 0.0f;
+    uint32_t lastCount = 0;
+};
+struct Settings {
+    GameSfx::DisturbanceSettings disturbance;
+    float frictionChangeRate = 0.0f;
+    float frictionSpeed = 0.0f;
+    float freezeEffectSpeed = 0.0f;
+    float freezeVolume = 0.0f;
+    float freezeVolumeFadeRate = 0.0f;
+};
+struct State {
+    std::unique_ptr<Sound> freeze;
+    std::unique_ptr<Sound> friction;
+    GameSfx::SoundBank bank;
+    Settings settings;
+    Levels levels;
+};
+State& state();
+
+}  // namespace GameSfx_Ice
+
+namespace GameSfx_Steam {
+
+struct Levels {
+    float ambientLevel = 0.0f;
+    float evaporateLevel = 0.0f;
+    float evaporatePending = 0.0f;
+    uint32_t lastCount = 0;
+};
+struct State {
+    std::unique_ptr<Sound> evaporate;
+    std::unique_ptr<Sound> ambient;
+    Levels levels;
+};
+State& state();
+
+}  // namespace GameSfx_Steam
