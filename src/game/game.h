@@ -126,6 +126,7 @@ public:
     static void startPlaying();
 
     static bool isRunning();
+    static bool isPaused();
     static const std::string& getCurrentMapName();
     // Game steps taken since the program started.
     static uint64_t getGameStepCount();

@@ -75,6 +75,11 @@ bool Game::isRunning() {
     return state().running;
 }
 
+bool Game::isPaused() {
+    TRACE_LOCATION("Game::isPaused");
+    return state().paused;
+}
+
 const std::string& Game::getCurrentMapName() {
     TRACE_LOCATION("Game::getCurrentMapName");
     return state().currentMapName;
