@@ -25,6 +25,10 @@ struct Subsystem {
     std::set<std::string> commands;
 };
 
+void PrintTo(const Subsystem& subsystem, std::ostream* out) {
+    *out << subsystem.name;
+}
+
 class CommandTablesTest : public ConsoleTest, public ::testing::WithParamInterface<Subsystem> {};
 
 TEST_P(CommandTablesTest, ShutdownLeavesTheRegistryAsInitialiseFoundIt) {

@@ -238,6 +238,10 @@ void frozenWater(LevelFile& level) {
     level.triggers = {area(0, -200, -100, 700, 60)};
 }
 
+void PrintTo(const AbsurdCase& absurd, std::ostream* out) {
+    *out << absurd.name;
+}
+
 class AbsurdInputTest : public LevelPlayTest, public ::testing::WithParamInterface<AbsurdCase> {};
 
 TEST_P(AbsurdInputTest, TheGameGoesOnAndTheLevelCanBeRestarted) {
