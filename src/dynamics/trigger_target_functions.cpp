@@ -1,6 +1,7 @@
 // The trigger actions that work on the things named by the trigger's target
 // id: sprites, polygons, forces, movers, the camera and the check point. Each
 // walks the whole target list and passes over the kinds it doesn't act on.
+#include "audio/audio.h"
 #include "dynamics/dynamics.h"
 #include "game/game.h"
 #include "graphics/graphics.h"
@@ -88,11 +89,13 @@ void trigFuncMoverGotoEndLoop(Trigger& trigger, void*, TriggerSubjectKind, float
 
 // Sound sources and effect emitters are not in the game yet: these triggers
 // fire and count, and find nothing to act on.
-void trigFuncSoundPlay(Trigger&, void*, TriggerSubjectKind, float) {
+void trigFuncSoundPlay(Trigger& trigger, void*, TriggerSubjectKind, float) {
     TRACE_LOCATION("trigFuncSoundPlay");
+    SoundSourceManager::playSounds(trigger.targetId);
 }
-void trigFuncSoundStop(Trigger&, void*, TriggerSubjectKind, float) {
+void trigFuncSoundStop(Trigger& trigger, void*, TriggerSubjectKind, float) {
     TRACE_LOCATION("trigFuncSoundStop");
+    SoundSourceManager::stopSounds(trigger.targetId);
 }
 void trigFuncEmitterCreateBurst(Trigger&, void*, TriggerSubjectKind, float) {
     TRACE_LOCATION("trigFuncEmitterCreateBurst");

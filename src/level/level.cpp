@@ -2,6 +2,7 @@
 // the start points, and the order in which a level comes and goes.
 #include "level/level.h"
 
+#include "audio/audio.h"
 #include "console/console.h"
 #include "dynamics/dynamics.h"
 #include "graphics/graphics.h"
@@ -76,6 +77,7 @@ bool load(const std::string& fileName) {
     LevelGeometryRenderer::initialise();
     DynamicPolygonRenderer::initialise();
     buildPolyNodeMap();
+    playUntargetedSounds();
     GLConsole::addCommands(commands);
     return true;
 }
@@ -84,13 +86,14 @@ void clear() {
     TRACE_LOCATION("Level::clear");
     GLConsole::print("\nClearing level data...");
     GLConsole::removeCommands(commands);
-    TriggerManager::shutdown();
-    MoverManager::shutdown();
-    ForceManager::shutdown();
     LevelGeometryRenderer::shutdown();
     LevelBspTree::clear();
     LevelObjectsManager::shutdown();
+    ForceManager::shutdown();
     DynamicPolygonRenderer::shutdown();
+    TriggerManager::shutdown();
+    SoundSourceManager::shutdown();
+    MoverManager::shutdown();
     // Polygons go last: everything cleared before them points at them.
     state() = State();
 }
@@ -106,8 +109,21 @@ void reset() {
     LevelBspTree::resetTree();
     LevelObjectsManager::resetObjects();
     MoverManager::resetMovers();
-    // Last, since the things that triggers changed are put back above.
+    SoundSourceManager::resetSounds();
+    // After the things that triggers changed are put back above.
     TriggerManager::resetTriggers();
+    playUntargetedSounds();
+}
+
+// Loops that no "Sound_play_1" trigger starts are on from the beginning of the level.
+void playUntargetedSounds() {
+    TRACE_LOCATION("Level::playUntargetedSounds");
+    constexpr int32_t triggerSoundPlay = 100;
+    std::vector<int32_t> started;
+    for (const TriggerRecord& trigger : state().records.triggers)
+        if (trigger.type == triggerSoundPlay) started.push_back(trigger.targetId);
+    SoundSourceManager::playExcludedSounds(started);
+    SoundSourceManager::updateAllSounds();
 }
 
 void setPolygonCollideable(Polygon2D* polygon, bool value) {

@@ -240,6 +240,7 @@ bool load(const std::string& fileName);
 void clear();
 void reset();
 void setPolygonCollideable(Polygon2D* polygon, bool value);
+void playUntargetedSounds();
 void debugDraw();
 
 // Polygons stay at one address while the level is loaded.

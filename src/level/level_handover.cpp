@@ -5,8 +5,10 @@
 // records are kept by the level, where Level::getRecords shows them.
 #include "level/level_handover.h"
 
+#include "audio/audio.h"
 #include "dynamics/dynamics.h"
 #include "graphics/graphics.h"
+#include "graphics/window/window.h"
 #include "level/level_state.h"
 
 namespace {
@@ -23,6 +25,7 @@ void handOverObjects(const std::vector<ObjectRecord>& objects) {
         object.mirrored = record.mirrored != 0;
         object.setTexture(record.textureName);
         LevelObjectsManager::addObject(object);
+        GLWindow::run();
     }
 }
 
@@ -47,6 +50,15 @@ void handOverForces(const std::vector<ForceRecord>& forces) {
 void handOverSoundSources(const std::vector<SoundSourceRecord>& sounds) {
     TRACE_LOCATION("LevelLoader::handOverSoundSources");
     Level::state().records.sounds = sounds;
+    SoundSourceManager::initialise();
+    for (const SoundSourceRecord& record : sounds) {
+        const Vector2D at = record.position.toVector();
+        SoundSourceManager::addSoundSource(SoundSource(Sound(record.soundName), at.x, at.y,
+                                                       record.looping != 0, record.id,
+                                                       static_cast<float>(record.strength)));
+        // Keeps the window answering while the sounds load.
+        GLWindow::run();
+    }
 }
 
 void handOverMovers(const std::vector<MoverRecord>& movers) {
