@@ -45,7 +45,7 @@ void placeGlyph(Image& image, const FT_Bitmap& bitmap, int left, int top, int ce
 bool renderFont(FT_Library library, const FontRecipe& recipe, const std::string& folder, Image& image) {
     FT_Face face = nullptr;
     if (FT_New_Face(library, (folder + "/" + recipe.file).c_str(), 0, &face) != 0) return false;
-    const int pixelSize = static_cast<int>(recipe.cell * recipe.scale);
+    const int pixelSize = static_cast<int>(static_cast<float>(recipe.cell) * recipe.scale);
     FT_Set_Pixel_Sizes(face, 0, static_cast<FT_UInt>(pixelSize));
     const int ascender = static_cast<int>(face->size->metrics.ascender >> 6);
     const int descender = static_cast<int>(face->size->metrics.descender >> 6);

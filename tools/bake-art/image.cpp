@@ -43,7 +43,9 @@ Image renderSupersampled(int width, int height, int samples, const Shader& shade
             Rgba sum;
             for (int sy = 0; sy < samples; ++sy) {
                 for (int sx = 0; sx < samples; ++sx) {
-                    const Rgba c = shader(x + (sx + 0.5f) * step, y + (sy + 0.5f) * step);
+                    const float u = static_cast<float>(x) + (static_cast<float>(sx) + 0.5f) * step;
+                    const float v = static_cast<float>(y) + (static_cast<float>(sy) + 0.5f) * step;
+                    const Rgba c = shader(u, v);
                     sum.r += c.r * c.a;
                     sum.g += c.g * c.a;
                     sum.b += c.b * c.a;
@@ -77,7 +79,8 @@ bool neighbourColour(const Image& image, const std::vector<bool>& known, int x, 
         ++count;
     }
     if (count == 0) return false;
-    colour = {sum.r / count, sum.g / count, sum.b / count, 0.0f};
+    const float n = static_cast<float>(count);
+    colour = {sum.r / n, sum.g / n, sum.b / n, 0.0f};
     return true;
 }
 

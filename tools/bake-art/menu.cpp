@@ -119,12 +119,15 @@ void addArrows(ArtSet& set) {
 Image logo(const std::string& fontFolder, bool& fontOk) {
     Image image(512, 128, rgb(0.8f, 0.95f, 1.0f, 0.0f));
     const std::string font = fontFolder + "/DejaVuSans-Bold.ttf";
-    for (int ring = 6; ring >= 1; --ring)
-        for (int a = 0; a < 8; ++a)
-            fontOk = drawTextLine(image, {font, 84, rgb(0.2f, 0.6f, 1.0f, 0.05f)}, "Brookfall",
-                                  256 + static_cast<int>(std::lround(ring * std::cos(a * 0.785f))),
-                                  96 + static_cast<int>(std::lround(ring * std::sin(a * 0.785f)))) &&
-                     fontOk;
+    for (int ring = 6; ring >= 1; --ring) {
+        for (int a = 0; a < 8; ++a) {
+            const float radius = static_cast<float>(ring), angle = static_cast<float>(a) * 0.785f;
+            const int x = 256 + static_cast<int>(std::lround(radius * std::cos(angle)));
+            const int y = 96 + static_cast<int>(std::lround(radius * std::sin(angle)));
+            fontOk =
+                drawTextLine(image, {font, 84, rgb(0.2f, 0.6f, 1.0f, 0.05f)}, "Brookfall", x, y) && fontOk;
+        }
+    }
     fontOk = drawTextLine(image, {font, 84, rgb(0.9f, 0.97f, 1.0f)}, "Brookfall", 256, 96) && fontOk;
     bleedTransparentEdges(image, 8);
     return image;

@@ -64,7 +64,8 @@ float fractal(float u, float v, int basePeriod, int octaves, uint32_t seed, floa
     float total = 0.0f;
     int period = basePeriod;
     for (int o = 0; o < octaves; ++o) {
-        sum += amplitude * perlin(u * period, v * period, period, seed + static_cast<uint32_t>(o) * 1013u);
+        const float scale = static_cast<float>(period);
+        sum += amplitude * perlin(u * scale, v * scale, period, seed + static_cast<uint32_t>(o) * 1013u);
         total += amplitude;
         amplitude *= gain;
         period *= 2;
@@ -73,8 +74,8 @@ float fractal(float u, float v, int basePeriod, int octaves, uint32_t seed, floa
 }
 
 CellDistances cellular(float u, float v, int period, uint32_t seed) {
-    const float x = u * period;
-    const float y = v * period;
+    const float x = u * static_cast<float>(period);
+    const float y = v * static_cast<float>(period);
     const int cx = static_cast<int>(std::floor(x));
     const int cy = static_cast<int>(std::floor(y));
     CellDistances result;
@@ -86,8 +87,8 @@ CellDistances cellular(float u, float v, int period, uint32_t seed) {
             const int gy = cy + oy;
             const int wx = ((gx % period) + period) % period;
             const int wy = ((gy % period) + period) % period;
-            const float px = gx + 0.1f + 0.8f * hashUnit(wx, wy, seed);
-            const float py = gy + 0.1f + 0.8f * hashUnit(wx, wy, seed + 77u);
+            const float px = static_cast<float>(gx) + 0.1f + 0.8f * hashUnit(wx, wy, seed);
+            const float py = static_cast<float>(gy) + 0.1f + 0.8f * hashUnit(wx, wy, seed + 77u);
             const float d = std::sqrt((px - x) * (px - x) + (py - y) * (py - y));
             if (d < result.nearest) {
                 result.second = result.nearest;

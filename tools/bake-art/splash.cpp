@@ -44,7 +44,7 @@ Rgba rippleShader(float x, float y, float t) {
     const float r = std::hypot(dx, dy);
     Rgba out;
     for (int ring = 0; ring < 4; ++ring) {
-        const float age = std::fmod(t + ring / 4.0f, 1.0f);
+        const float age = std::fmod(t + static_cast<float>(ring) / 4.0f, 1.0f);
         const float radius = age * rippleSize * 0.48f;
         const float strength = (1.0f - age) * smoothstep(0.0f, 0.08f, age);
         const float line = 1.0f - smoothstep(1.0f, 3.0f, std::fabs(r - radius));

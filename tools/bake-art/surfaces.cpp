@@ -51,7 +51,8 @@ Rgba metalTexel(int x, int y) {
     const int px = (x + offsetX) % 128, py = shiftedY % 128;
     for (int cx : {9, 119}) {
         for (int cy : {9, 119}) {
-            const float dx = static_cast<float>(px) + 0.5f - cx, dy = static_cast<float>(py) + 0.5f - cy;
+            const float dx = static_cast<float>(px) + 0.5f - static_cast<float>(cx);
+            const float dy = static_cast<float>(py) + 0.5f - static_cast<float>(cy);
             const float d = std::sqrt(dx * dx + dy * dy);
             if (d < 3.5f) return scaled(c, 1.05f + 0.35f * clamp01(-(dx + dy) / 5.0f) - 0.2f * (d / 3.5f));
             if (d < 4.5f) return scaled(c, 0.55f);

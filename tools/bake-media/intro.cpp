@@ -65,8 +65,10 @@ std::vector<uint8_t> introFrame(int frame, const Logo& logo) {
             const float light =
                 caustic(static_cast<float>(x), static_cast<float>(y), t) * (1.0f - depth) * 0.35f;
             r += light * 0.6f, g += light * 0.9f, b += light;
-            const float dx = x - introWidth * 0.5f, dy = (y - 240.0f) * 3.0f;
-            if (t < 1.6f && std::hypot(dx, (y - dropY) * 0.8f) < 7.0f) r = 0.75f, g = 0.9f, b = 1.0f;
+            const float dx = static_cast<float>(x) - introWidth * 0.5f;
+            const float dy = (static_cast<float>(y) - 240.0f) * 3.0f;
+            if (t < 1.6f && std::hypot(dx, (static_cast<float>(y) - dropY) * 0.8f) < 7.0f)
+                r = 0.75f, g = 0.9f, b = 1.0f;
             if (ringAge > 0.0f) {
                 const float ring = std::exp(-std::pow((std::hypot(dx, dy) - ringAge * 260.0f) / 6.0f, 2.0f));
                 const float strength = ring * std::exp(-ringAge * 1.2f) * 0.8f;

@@ -9,7 +9,7 @@ namespace {
 constexpr float twoPi = 6.2831853f;
 
 float noteHz(int semitonesFromA4) {
-    return 440.0f * std::pow(2.0f, semitonesFromA4 / 12.0f);
+    return 440.0f * std::pow(2.0f, static_cast<float>(semitonesFromA4) / 12.0f);
 }
 
 void mixAt(std::vector<float>& target, const std::vector<float>& source, size_t start, float gain) {
@@ -39,9 +39,11 @@ std::vector<float> pad(const int* chord, int notes, float seconds) {
         const float t = static_cast<float>(i) / audioRate;
         const float swell = std::sin(3.1415927f * t / seconds);
         float v = 0.0f;
-        for (int n = 0; n < notes; ++n)
-            v += std::sin(twoPi * noteHz(chord[n]) * t) * (0.8f + 0.2f * std::sin(twoPi * 0.3f * t + n));
-        out[i] = v * swell * swell / notes;
+        for (int n = 0; n < notes; ++n) {
+            const float shimmer = 0.8f + 0.2f * std::sin(twoPi * 0.3f * t + static_cast<float>(n));
+            v += std::sin(twoPi * noteHz(chord[n]) * t) * shimmer;
+        }
+        out[i] = v * swell * swell / static_cast<float>(notes);
     }
     return out;
 }
@@ -73,13 +75,14 @@ std::vector<float> levelMusic() {
     std::vector<float> music(static_cast<size_t>(4 * 4 * 8 * beat * audioRate), 0.0f);
     for (int pass = 0; pass < 4; ++pass) {
         for (int c = 0; c < 4; ++c) {
-            const size_t barStart = static_cast<size_t>(((pass * 4 + c) * 8) * beat * audioRate);
+            const int firstBeat = (pass * 4 + c) * 8;
+            const size_t barStart = static_cast<size_t>(static_cast<float>(firstBeat) * beat * audioRate);
             mixAt(music, pad(chords[c], 3, 8 * beat), barStart, 0.35f);
             for (int b = 0; b < 8; ++b) {
                 if (pass == 0 && b % 2 == 1) continue;
                 const int shift = pass == 3 ? 12 : 0;
                 mixAt(music, pluck(noteHz(melody[c][b] + shift), 2.5f, 9000u + pass * 100u + c * 10u + b),
-                      barStart + static_cast<size_t>(b * beat * audioRate), 0.5f);
+                      barStart + static_cast<size_t>(static_cast<float>(b) * beat * audioRate), 0.5f);
             }
         }
     }
@@ -105,7 +108,7 @@ std::vector<float> introSoundTrack() {
     mixAt(track, drop, static_cast<size_t>(1.6f * audioRate), 0.8f);
     for (int n = 0; n < 4; ++n)
         mixAt(track, pluck(noteHz(chord[n] + 12), 3.0f, 9900u + n),
-              static_cast<size_t>((1.7f + 0.15f * n) * audioRate), 0.5f);
+              static_cast<size_t>((1.7f + 0.15f * static_cast<float>(n)) * audioRate), 0.5f);
     normalise(track, 0.7f);
     return track;
 }

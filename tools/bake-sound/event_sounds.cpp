@@ -7,7 +7,7 @@
 namespace {
 
 float note(int semitonesFromA4) {
-    return 440.0f * std::pow(2.0f, semitonesFromA4 / 12.0f);
+    return 440.0f * std::pow(2.0f, static_cast<float>(semitonesFromA4) / 12.0f);
 }
 
 // A short, soft blip: what a missing sound would have been.
@@ -22,7 +22,8 @@ Samples finish() {
     Samples s;
     const int steps[] = {3, 7, 10, 15};
     for (int i = 0; i < 4; ++i)
-        mixInto(s, bell(note(steps[i]), 1.3f, 3.0f), samplesFor(0.12f * i), 1.0f - 0.1f * i);
+        mixInto(s, bell(note(steps[i]), 1.3f, 3.0f), samplesFor(0.12f * static_cast<float>(i)),
+                1.0f - 0.1f * static_cast<float>(i));
     normalise(s, 0.8f);
     return s;
 }
@@ -31,7 +32,8 @@ Samples finish() {
 Samples highScore() {
     Samples s;
     const int climb[] = {-2, 3, 7, 10};
-    for (int i = 0; i < 4; ++i) mixInto(s, bell(note(climb[i]), 0.4f, 6.0f), samplesFor(0.1f * i), 0.8f);
+    for (int i = 0; i < 4; ++i)
+        mixInto(s, bell(note(climb[i]), 0.4f, 6.0f), samplesFor(0.1f * static_cast<float>(i)), 0.8f);
     for (int step : {3, 7, 10, 15}) mixInto(s, bell(note(step), 1.8f, 1.6f), samplesFor(0.45f), 0.6f);
     normalise(s, 0.8f);
     return s;
@@ -40,7 +42,8 @@ Samples highScore() {
 // The water is gone: a falling, wobbling gulp.
 Samples dead() {
     Samples s = sweep(640.0f, 140.0f, 0.8f);
-    for (size_t i = 0; i < s.size(); ++i) s[i] *= 0.7f + 0.3f * std::sin(6.2831853f * 14.0f * i / sampleRate);
+    for (size_t i = 0; i < s.size(); ++i)
+        s[i] *= 0.7f + 0.3f * std::sin(6.2831853f * 14.0f * static_cast<float>(i) / sampleRate);
     applyEnvelope(s, 0.01f, 3.5f);
     normalise(s, 0.7f);
     return s;
@@ -52,9 +55,10 @@ Samples crash() {
     applyEnvelope(s, 0.005f, 4.0f);
     Noise timing(402u);
     for (int knock = 0; knock < 6; ++knock) {
-        Samples k = bandPass(whiteNoise(0.12f, 410u + knock), 180.0f + 60.0f * knock, 3.0f);
+        const float centreHz = 180.0f + 60.0f * static_cast<float>(knock);
+        Samples k = bandPass(whiteNoise(0.12f, 410u + knock), centreHz, 3.0f);
         applyEnvelope(k, 0.002f, 30.0f);
-        mixInto(s, k, samplesFor(0.05f + 0.18f * knock + 0.05f * timing.next()), 2.5f);
+        mixInto(s, k, samplesFor(0.05f + 0.18f * static_cast<float>(knock) + 0.05f * timing.next()), 2.5f);
     }
     normalise(s, 0.85f);
     return s;
@@ -63,11 +67,12 @@ Samples crash() {
 // A mill at work: churning water and the thump of paddles, once a second.
 Samples mill() {
     Samples s = bandPass(whiteNoise(4.5f, 501u), 600.0f, 0.8f);
-    for (size_t i = 0; i < s.size(); ++i) s[i] *= 0.6f + 0.4f * std::sin(6.2831853f * 0.5f * i / sampleRate);
+    for (size_t i = 0; i < s.size(); ++i)
+        s[i] *= 0.6f + 0.4f * std::sin(6.2831853f * 0.5f * static_cast<float>(i) / sampleRate);
     for (int beat = 0; beat < 5; ++beat) {
         Samples thump = sweep(120.0f, 60.0f, 0.25f);
         applyEnvelope(thump, 0.003f, 14.0f);
-        mixInto(s, thump, samplesFor(0.9f * beat), 1.2f);
+        mixInto(s, thump, samplesFor(0.9f * static_cast<float>(beat)), 1.2f);
     }
     Samples loop = makeLoop(s, 0.5f);
     normalise(loop, 0.6f);
@@ -80,8 +85,9 @@ Samples menuAmbient() {
     Samples s(samplesFor(8.5f), 0.0f);
     for (int step : {-21, -14, -9, -5}) {
         Samples tone = sweep(note(step), note(step), 8.5f);
+        const float wobbleHz = 0.13f + 0.02f * static_cast<float>(step);
         for (size_t i = 0; i < tone.size(); ++i)
-            tone[i] *= 0.6f + 0.4f * std::sin(6.2831853f * (0.13f + 0.02f * step) * i / sampleRate);
+            tone[i] *= 0.6f + 0.4f * std::sin(6.2831853f * wobbleHz * static_cast<float>(i) / sampleRate);
         mixInto(s, tone, 0, 0.25f);
     }
     mixInto(s, lowPass(whiteNoise(8.5f, 551u), 500.0f), 0, 0.5f);
@@ -106,7 +112,7 @@ Samples menuClick() {
 Samples scoreCount() {
     Samples s(samplesFor(0.5f), 0.0f);
     for (int tick = 0; tick < 5; ++tick)
-        mixInto(s, bell(note(14 + tick), 0.06f, 60.0f), samplesFor(0.1f * tick), 0.8f);
+        mixInto(s, bell(note(14 + tick), 0.06f, 60.0f), samplesFor(0.1f * static_cast<float>(tick)), 0.8f);
     normalise(s, 0.4f);
     return s;
 }

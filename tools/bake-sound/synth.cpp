@@ -92,7 +92,7 @@ Samples sweep(float fromHz, float toHz, float seconds) {
     Samples out(samplesFor(seconds));
     float phase = 0.0f;
     for (size_t i = 0; i < out.size(); ++i) {
-        const float share = static_cast<float>(i) / out.size();
+        const float share = static_cast<float>(i) / static_cast<float>(out.size());
         const float frequency = fromHz * std::pow(toHz / fromHz, share);
         phase += twoPi * frequency / sampleRate;
         out[i] = std::sin(phase);
@@ -111,7 +111,7 @@ Samples makeLoop(const Samples& samples, float crossfadeSeconds) {
     const size_t fade = std::min(samples.size() / 2, static_cast<size_t>(samplesFor(crossfadeSeconds)));
     Samples out(samples.begin(), samples.end() - fade);
     for (size_t i = 0; i < fade; ++i) {
-        const float t = static_cast<float>(i) / fade;
+        const float t = static_cast<float>(i) / static_cast<float>(fade);
         out[i] = out[i] * t + samples[samples.size() - fade + i] * (1.0f - t);
     }
     return out;

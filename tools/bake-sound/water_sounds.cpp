@@ -31,8 +31,8 @@ void wander(Samples& s, uint32_t seed, float rateHz) {
 Samples brook() {
     Samples s(samplesFor(6.5f), 0.0f);
     for (int band = 0; band < 3; ++band) {
-        Samples b = bandPass(whiteNoise(6.5f, 601u + band), 350.0f * (band + 1), 1.2f);
-        wander(b, 611u + band, 3.0f + band);
+        Samples b = bandPass(whiteNoise(6.5f, 601u + band), 350.0f * static_cast<float>(band + 1), 1.2f);
+        wander(b, 611u + band, 3.0f + static_cast<float>(band));
         mixInto(s, b, 0, 1.0f);
     }
     Noise timing(620u);
@@ -48,14 +48,16 @@ Samples brook() {
 Samples waterDisturbance(int level, int take) {
     const uint32_t seed = 700u + level * 10u + take;
     Noise noise(seed);
-    const float length = 0.15f + 0.3f * level;
-    Samples s = bandPass(whiteNoise(length, seed), 900.0f + 500.0f * take - 150.0f * level, 0.9f);
-    applyEnvelope(s, 0.003f, 9.0f / level);
+    const float strength = static_cast<float>(level);
+    const float length = 0.15f + 0.3f * strength;
+    const float centreHz = 900.0f + 500.0f * static_cast<float>(take) - 150.0f * strength;
+    Samples s = bandPass(whiteNoise(length, seed), centreHz, 0.9f);
+    applyEnvelope(s, 0.003f, 9.0f / strength);
     const int bubbles = 2 + level * 4;
     for (int i = 0; i < bubbles; ++i)
-        mixInto(s, bubble(500.0f + 400.0f * (0.5f + 0.5f * noise.next()), 0.04f + 0.02f * level),
+        mixInto(s, bubble(500.0f + 400.0f * (0.5f + 0.5f * noise.next()), 0.04f + 0.02f * strength),
                 samplesFor(length * 0.6f * (0.5f + 0.5f * noise.next())), 0.6f);
-    normalise(s, 0.5f + 0.12f * level);
+    normalise(s, 0.5f + 0.12f * strength);
     return s;
 }
 
@@ -64,7 +66,7 @@ Samples freeze() {
     Samples s(samplesFor(3.5f), 0.0f);
     Noise noise(801u);
     for (size_t i = 0; i < s.size(); ++i) {
-        const float density = 0.002f + 0.0015f * std::sin(twoPi * 0.7f * i / sampleRate);
+        const float density = 0.002f + 0.0015f * std::sin(twoPi * 0.7f * static_cast<float>(i) / sampleRate);
         if (0.5f + 0.5f * noise.next() < density) s[i] = noise.next();
     }
     s = highPass(bandPass(s, 3200.0f, 0.7f), 1200.0f);
@@ -76,7 +78,8 @@ Samples freeze() {
 // Ice sliding: a bright scrape that breathes a little.
 Samples friction() {
     Samples s = bandPass(highPass(whiteNoise(3.5f, 811u), 1500.0f), 2600.0f, 1.5f);
-    for (size_t i = 0; i < s.size(); ++i) s[i] *= 0.75f + 0.25f * std::sin(twoPi * 2.0f * i / sampleRate);
+    for (size_t i = 0; i < s.size(); ++i)
+        s[i] *= 0.75f + 0.25f * std::sin(twoPi * 2.0f * static_cast<float>(i) / sampleRate);
     Samples loop = makeLoop(s, 0.3f);
     normalise(loop, 0.5f);
     return loop;
@@ -84,20 +87,23 @@ Samples friction() {
 
 // Level 1 a tink, level 2 a clonk, level 3 a cracking thud.
 Samples iceDisturbance(int level, int take) {
-    const float pitch = (level == 1 ? 2200.0f : level == 2 ? 900.0f : 300.0f) * (1.0f + 0.07f * take);
-    Samples s = bell(pitch, 0.2f + 0.25f * level, 14.0f / level);
+    const float strength = static_cast<float>(level);
+    const float basePitch = level == 1 ? 2200.0f : level == 2 ? 900.0f : 300.0f;
+    const float pitch = basePitch * (1.0f + 0.07f * static_cast<float>(take));
+    Samples s = bell(pitch, 0.2f + 0.25f * strength, 14.0f / strength);
     if (level > 1) {
-        Samples crack = highPass(whiteNoise(0.08f * level, 900u + level * 10u + take), 2000.0f);
-        applyEnvelope(crack, 0.001f, 40.0f / level);
+        Samples crack = highPass(whiteNoise(0.08f * strength, 900u + level * 10u + take), 2000.0f);
+        applyEnvelope(crack, 0.001f, 40.0f / strength);
         mixInto(s, crack, 0, 0.6f);
     }
-    normalise(s, 0.5f + 0.12f * level);
+    normalise(s, 0.5f + 0.12f * strength);
     return s;
 }
 
 Samples hiss(float cutoffHz, uint32_t seed, float seconds, float wobbleHz) {
     Samples s = highPass(whiteNoise(seconds, seed), cutoffHz);
-    for (size_t i = 0; i < s.size(); ++i) s[i] *= 0.7f + 0.3f * std::sin(twoPi * wobbleHz * i / sampleRate);
+    for (size_t i = 0; i < s.size(); ++i)
+        s[i] *= 0.7f + 0.3f * std::sin(twoPi * wobbleHz * static_cast<float>(i) / sampleRate);
     Samples loop = makeLoop(s, 0.4f);
     normalise(loop, 0.45f);
     return loop;
