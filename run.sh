@@ -84,7 +84,7 @@ case "$mode" in
   test)
     # Formatting first: a slip fails in a second instead of after the build.
     check_format || exit 1
-    build build-test -DCMAKE_BUILD_TYPE=Debug -DBROOKFALL_SANITIZE=ON -DBROOKFALL_BENCHMARKS=OFF
+    build build-test -DCMAKE_BUILD_TYPE=Debug -DBROOKFALL_SANITIZE=ON -DBROOKFALL_STRICT=ON -DBROOKFALL_BENCHMARKS=OFF
     export ASAN_OPTIONS="detect_leaks=1:abort_on_error=0"
     export LSAN_OPTIONS="suppressions=$PWD/tests/lsan.supp:print_suppressions=0"
     export LIBGL_ALWAYS_SOFTWARE=1 ALSOFT_DRIVERS=wave ALSOFT_CONF=/dev/null
