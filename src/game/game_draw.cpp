@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "audio/audio.h"
 #include "console/console.h"
 #include "dynamics/dynamics.h"
 #include "foundation/foundation.h"
@@ -80,11 +81,13 @@ void drawLevel() {
     drawLayer(2);
     drawLayer(3);
     drawLayer(4);
+    // Each is silent unless its own console switch is on.
     Level::debugDraw();
-    ParticleGroupMover::debugDraw();
-    LevelObjectsManager::debugDraw();
-    TriggerManager::debugDraw();
     ForceManager::debugDraw();
+    ParticleGroupMover::debugDraw();
+    TriggerManager::debugDraw();
+    LevelObjectsManager::debugDraw();
+    SoundSourceManager::debugDraw();
     MoverManager::debugDraw();
 }
 

@@ -18,6 +18,11 @@ void Polygon2D::drawOutline() const {
 void Polygon2D::drawTrianglesOutline() const {
     TRACE_LOCATION("Polygon2D::drawTrianglesOutline");
     if (!GLWindow::contextAvailable() || triangleCount == 0) return;
+    // Plain red lines: with texturing or blending on they would take the
+    // colour of whatever texture is bound.
+    GLWindow::glPushState();
+    glDisable(GL_TEXTURE_2D);
+    glDisable(GL_BLEND);
     glColor3f(1.0f, 0.0f, 0.0f);
     glLineWidth(1.0f);
     for (uint32_t t = 0; t < triangleCount; ++t) {
@@ -26,4 +31,5 @@ void Polygon2D::drawTrianglesOutline() const {
             glVertex2f(triangleX[t * 3 + v] + offset.x, triangleY[t * 3 + v] + offset.y);
         glEnd();
     }
+    GLWindow::glPopState();
 }

@@ -118,6 +118,23 @@ TEST_F(LevelDrawing, LayersStandInTheirOrderWithTheWaterBetweenOneAndTwo) {
     EXPECT_TRUE(near(world(-300, 200), white));
 }
 
+// Whatever texture and blending the level's drawing left behind, the outlines
+// show red: here a clear texture is bound, which would hide a textured line.
+TEST_F(LevelDrawing, DrawTrianglesOutlinesEachTriangleInRed) {
+    folder.write("gfx/clear.tga", makeRawTga(32, 32, true, solid(0, 0, 0, 0)));
+    const GLTexture clear("gfx\\clear.tga");
+    Game::drawFrame();
+    GLConsole::enterLine("DrawTriangles true");
+    glEnable(GL_TEXTURE_2D);
+    glEnable(GL_BLEND);
+    glBindTexture(GL_TEXTURE_2D, clear.id);
+    Level::debugDraw();
+    // Either diagonal of the green square crosses its centre; the blue square's
+    // diagonals miss (250, 180).
+    EXPECT_TRUE(near(world(100, 100), red));
+    EXPECT_TRUE(near(world(250, 180), blue));
+}
+
 TEST_F(LevelDrawing, ATiltedViewTurnsTheWorld) {
     Camera::setTilt(90.0f);
     Game::drawFrame();
