@@ -71,7 +71,7 @@ void keyPressed(int key);
 void draw();
 // The console font, a 16 by 16 grid of character cells; the default texture when
 // there is none. Other subsystems draw their debug labels with it.
-GLTexture getFontTexture();
+const GLTexture& getFontTexture();
 void setFontTexture(const GLTexture& texture);
 
 // Registry. addCommand takes a function of any of the thirteen command shapes.

@@ -31,6 +31,7 @@ struct State {
     int fontSize = 1;
     // The font in use, or null for none (then no text is drawn).
     std::unique_ptr<GLTexture> font;
+    std::unique_ptr<GLTexture> defaultFont;  // stands in for labels while there is no font
     Colour outputBackground, outputText, inputBackground, inputBorder, inputText;
 
     FILE* logFile = nullptr;

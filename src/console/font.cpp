@@ -5,9 +5,12 @@
 
 namespace GLConsole {
 
-GLTexture getFontTexture() {
+const GLTexture& getFontTexture() {
     TRACE_LOCATION("GLConsole::getFontTexture");
-    return state().font ? *state().font : GLTexture();
+    if (state().font) return *state().font;
+    // Made once, so that labels drawn every frame never load the default anew.
+    if (!state().defaultFont) state().defaultFont = std::make_unique<GLTexture>();
+    return *state().defaultFont;
 }
 
 void setFontTexture(const GLTexture& texture) {

@@ -55,6 +55,7 @@ void loadConfiguration() {
 void shutdown() {
     TRACE_LOCATION("GLConsole::shutdown");
     state().font.reset();
+    state().defaultFont.reset();
     state().commands.clear();
     for (std::string& line : state().history) line.clear();
     state().completionPrefix.clear();

@@ -126,16 +126,10 @@ void drawFreeCameraOverlay() {
                     1.0f, 1.0f, 1.0f);
 }
 
-// The virtual screen of 800 by 600 in which the screens and overlays draw.
-void beginVirtualScreen() {
-    GLWindow::glBeginDraw2d();
-    glScalef(static_cast<float>(GLWindow::getClientWidth()) / 800.0f,
-             static_cast<float>(GLWindow::getClientHeight()) / 600.0f, 1.0f);
-}
-
+// The rules' drawing has left the virtual screen of 800 by 600 in place.
 void drawPaused() {
-    const GLFont font(GLConsole::getFontTexture());
-    beginVirtualScreen();
+    TRACE_LOCATION("Game::drawPaused");
+    const GLFont& font = *state().font;
     font.drawStringCentered("Paused", 2.0f, 2.0f, 800.0f, 600.0f, 32.0f, 0.0f, 0.0f, 0.0f, 1.0f);
     font.drawStringCentered("Paused", 0.0f, 0.0f, 800.0f, 600.0f, 32.0f, 1.0f, 1.0f, 1.0f, 1.0f);
 }
@@ -176,7 +170,7 @@ void Game::drawFrame() {
     if (!finished) drawLevel();
     if (state().freeCamera && !finished) drawFreeCameraOverlay();
     GameRules::draw();
-    if (state().paused && !state().freeCamera) drawPaused();
+    if (state().paused && !state().freeCamera && state().font) drawPaused();
     recordDrawTime(Platform::clockMicroseconds() - start);
     if (state().consoleVisible) GLConsole::draw();
 }

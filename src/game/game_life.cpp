@@ -1,5 +1,8 @@
 // The life of a level: loading and setting up every subsystem for it, putting
 // it back to its start, and shutting it down.
+#include <memory>
+
+#include "audio/audio.h"
 #include "console/console.h"
 #include "dynamics/dynamics.h"
 #include "foundation/foundation.h"
@@ -52,12 +55,17 @@ const GLConsoleCommand commands[] = {
 };
 
 // The switches that every start and restart of a level puts back.
-void resetSwitches() {
-    TRACE_LOCATION("Game::resetSwitches");
+void startRunning() {
+    TRACE_LOCATION("Game::startRunning");
     state().running = true;
     state().stopRequested = false;
     state().mapRequested = false;
     state().restartRequested = false;
+}
+
+// The console's views of a level go back to the player's view.
+void resetViewSwitches() {
+    TRACE_LOCATION("Game::resetViewSwitches");
     state().freeCameraZoom = 1.0f;
     state().freeCameraPosition = Vector2D();
     state().showGameSpeeds = false;
@@ -75,6 +83,7 @@ void placeWaterAndCamera() {
     Camera::setState(Camera::movingToWaypoint);
 }
 
+// The pointer and the font are made once and outlive changes of level.
 void readSettings() {
     TRACE_LOCATION("Game::readSettings");
     const ConfigFile config("cfg\\game.cfg");
@@ -82,42 +91,56 @@ void readSettings() {
     state().background[1] = config.getVarAsFloat("background_g");
     state().background[2] = config.getVarAsFloat("background_b");
     state().musicName = config.getVarAsString("music");
+    state().clock.reset();
+    if (!state().cursorTexture)
+        state().cursorTexture = std::make_unique<GLTexture>(config.getVarAsString("cursor"));
+    if (!state().font) state().font = std::make_unique<GLFont>(GLTexture(config.getVarAsString("font")));
+}
+
+void startWaterSounds() {
+    TRACE_LOCATION("Game::startWaterSounds");
+    GameSfx_Ice::initialise();
+    GameSfx_Water::initialise();
+    GameSfx_Steam::initialise();
 }
 
 void setUpLoadedLevel(const std::string& levelName) {
     TRACE_LOCATION("Game::setUpLoadedLevel");
     state().currentMapName = levelName;
     state().stepTime = Game::stepThreshold;
+    resetViewSwitches();
     GLConsole::addCommands(commands);
     GLConsole::printTitle("Game initialisation");
+    Triggers_HeatSources_LoadSettings();
     ParticleManager::initialise();
     ParticleRenderer::initialise();
     Camera::initialise();
     placeWaterAndCamera();
     readSettings();
-    Triggers_HeatSources_LoadSettings();
+    startWaterSounds();
     GameRules::initialise();
-    state().clock.reset();
 }
 
 }  // namespace
 
 void Game::initialise(const std::string& levelName) {
     TRACE_LOCATION("Game::initialise");
-    resetSwitches();
+    startRunning();
     GameLinks::openMainMenu();
     if (Level::load(levelName)) setUpLoadedLevel(levelName);
 }
 
 void Game::resetLevel() {
     TRACE_LOCATION("Game::resetLevel");
-    resetSwitches();
+    startRunning();
+    resetViewSwitches();
     ParticleManager::removeAllParticles();
     ParticleGroupMover::removeAllGroups();
     ParticleMover::clearParticleGrid();
     Level::reset();
     Camera::initialise();
     placeWaterAndCamera();
+    startWaterSounds();
     GameRules::initialise();
 }
 
@@ -128,6 +151,9 @@ void Game::shutdown() {
     Level::clear();
     ParticleManager::shutdown();
     ParticleRenderer::shutdown();
+    GameSfx_Ice::shutdown();
+    GameSfx_Water::shutdown();
+    GameSfx_Steam::shutdown();
     // A game shut down is as one never started: the next run measures its frames afresh.
     state() = GameState::State();
 }

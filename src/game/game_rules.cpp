@@ -1,12 +1,15 @@
 // The rules of a level: its timer, the water that must stand in the end area
 // at one moment, the finish, the scores, and the water given back at the last
 // check point once all of it is lost.
+#include <GL/gl.h>
+
 #include <algorithm>
 #include <cstdio>
 
 #include "console/console.h"
 #include "game/game.h"
 #include "game/game_state.h"
+#include "graphics/window/window.h"
 #include "level/level.h"
 #include "water/water.h"
 
@@ -140,6 +143,12 @@ void unpauseLevelTimer() {
 // Hours, minutes, seconds and hundredths of the level time, every frame while asked for.
 void draw() {
     TRACE_LOCATION("GameRules::draw");
+    // What follows in the frame draws in the virtual screen of 800 by 600.
+    if (GLWindow::contextAvailable()) {
+        GLWindow::glBeginDraw2d();
+        glScalef(static_cast<float>(GLWindow::getClientWidth()) / 800.0f,
+                 static_cast<float>(GLWindow::getClientHeight()) / 600.0f, 1.0f);
+    }
     if (!state().timePrint) return;
     uint32_t t = state().levelTimer.elapsed;
     const uint32_t hours = t / 3600000;

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "foundation/foundation.h"
 #include "game/game.h"
+#include "graphics/graphics.h"
 
 namespace GameState {
 
@@ -23,6 +25,9 @@ struct State {
     std::string mapName;
     std::string currentMapName;
     std::string musicName;
+    // Made at the first level and kept across levels.
+    std::unique_ptr<GLTexture> cursorTexture;
+    std::unique_ptr<GLFont> font;
     FrameClock clock;
     float frameTimeSum = 0.0f;
     int frameCounter = 0;

@@ -125,6 +125,8 @@ TEST_F(LevelDrawing, DrawTrianglesOutlinesEachTriangleInRed) {
     const GLTexture clear("gfx\\clear.tga");
     Game::drawFrame();
     GLConsole::enterLine("DrawTriangles true");
+    GLWindow::glBeginDraw2d();
+    Camera::viewFrom();
     glEnable(GL_TEXTURE_2D);
     glEnable(GL_BLEND);
     glBindTexture(GL_TEXTURE_2D, clear.id);
