@@ -1,3 +1,5 @@
+// Beside the other drawing tests in a real window: the console program counts
+// every allocation, which the GL driver's own allocations must not meet.
 #include <gtest/gtest.h>
 
 #include <string>
