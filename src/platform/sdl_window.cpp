@@ -133,24 +133,30 @@ bool translate(const SDL_Event& sdlEvent, Event& event) {
 }
 }  // namespace
 
-bool create(const char* title, int clientWidth, int clientHeight, int samples, std::string& error) {
-    if (state().window) return true;
-    if (!initialiseVideo(error)) return false;
+CreateStage failedAt(CreateStage stage, std::string& error) {
+    error = SDL_GetError();
+    destroy();
+    return stage;
+}
+
+CreateStage create(const char* title, int clientWidth, int clientHeight, int samples, std::string& error) {
+    if (state().window) return CreateStage::succeeded;
+    if (!initialiseVideo(error)) return CreateStage::videoSystem;
+    if (SDL_GL_LoadLibrary(nullptr) != 0) return failedAt(CreateStage::glLibrary, error);
     state().window = openWindow(title, clientWidth, clientHeight, samples, true);
     // A display without accumulation visuals still gets a window; only the fade needs it.
     if (!state().window && samples <= 1)
         state().window = openWindow(title, clientWidth, clientHeight, samples, false);
-    if (state().window) state().context = SDL_GL_CreateContext(state().window);
-    if (!state().window || !state().context) {
-        error = SDL_GetError();
-        destroy();
-        return false;
-    }
+    if (!state().window) return failedAt(CreateStage::window, error);
+    if (!(SDL_GetWindowFlags(state().window) & SDL_WINDOW_OPENGL))
+        return failedAt(CreateStage::glWindow, error);
+    state().context = SDL_GL_CreateContext(state().window);
+    if (!state().context) return failedAt(CreateStage::renderContext, error);
     SDL_GL_MakeCurrent(state().window, state().context);
     state().arrowCursor = SDL_CreateSystemCursor(SDL_SYSTEM_CURSOR_ARROW);
     state().crossCursor = SDL_CreateSystemCursor(SDL_SYSTEM_CURSOR_CROSSHAIR);
     state().keysDown.clear();
-    return true;
+    return CreateStage::succeeded;
 }
 
 void destroy() {

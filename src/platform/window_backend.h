@@ -31,8 +31,16 @@ struct Event {
 // Opens the window at the centre of the desktop, hidden until shown, with a
 // double-buffered context of 8 bits per channel, 8-bit accumulation channels,
 // 24 depth bits and 8 stencil bits; with samples above 1 also a multisample
-// buffer. Returns false with a reason when SDL refuses.
-bool create(const char* title, int clientWidth, int clientHeight, int samples, std::string& error);
+// buffer. Returns the stage that failed, with SDL's reason, or succeeded.
+enum class CreateStage {
+    succeeded,
+    videoSystem,    // the display cannot be reached at all
+    glLibrary,      // no OpenGL driver to load
+    window,         // the window itself
+    glWindow,       // a window without OpenGL drawing
+    renderContext,  // the OpenGL context
+};
+CreateStage create(const char* title, int clientWidth, int clientHeight, int samples, std::string& error);
 void destroy();
 bool exists();
 // True when this thread has an OpenGL context current, so that GL calls reach a driver.

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -263,3 +264,18 @@ TEST(Window, ARefusedDisplayModeLeavesTheFlag) {
 }
 
 }  // namespace
+
+// Each stage of making the window that can fail says which, and ends the program.
+[[noreturn]] void createWithVideoDriver(const char* driver) {
+    setenv("SDL_VIDEODRIVER", driver, 1);
+    unsetenv("DISPLAY");  // the message goes to standard error
+    GLWindow::Headless::setEnabled(false);
+    GLWindow::createWindow("Brookfall", 800, 600);
+    std::exit(0);
+}
+
+TEST(WindowDeathTest, AnUnreachableDisplayEndsTheProgramWithItsMessage) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(createWithVideoDriver("no_such_driver"), ::testing::ExitedWithCode(1),
+                "Game error\nUnable to create window: couldn't get program handle\\.");
+}

@@ -7,6 +7,7 @@
 
 #include "foundation/foundation.h"
 #include "graphics/window/window_state.h"
+#include "platform/platform.h"
 #include "platform/window_backend.h"
 
 namespace GLWindow {
@@ -20,6 +21,33 @@ bool realWindow() {
 }
 bool drawingPossible() {
     return WindowBackend::hasContext();
+}
+
+// Each stage of making a window that can fail has its own message; the game
+// cannot go on without a window, so the program ends.
+void failUnlessCreated(const char* windowTitle, int width, int height) {
+    TRACE_LOCATION("GLWindow::failUnlessCreated");
+    using Stage = WindowBackend::CreateStage;
+    std::string error;
+    const Stage stage = WindowBackend::create(windowTitle, width, height, 1, error);
+    if (stage == Stage::succeeded) return;
+    static const struct {
+        Stage stage;
+        const char* text;
+        const char* title;
+    } messages[] = {
+        {Stage::videoSystem, "Unable to create window: couldn't get program handle.", "Game error"},
+        {Stage::glLibrary, "Unable to create window: couldn't register window class.", "Error"},
+        {Stage::window, "Unable to create window.", "Error"},
+        {Stage::glWindow, "Unable to create window: could not get the device context.", "Error"},
+        {Stage::renderContext, "Unable to create window. Could not create an OpenGL rendering context.",
+         "Error"},
+    };
+    std::fprintf(stderr, "%s\n", error.c_str());
+    for (const auto& message : messages)
+        if (message.stage == stage) Platform::showMessage(message.text, message.title);
+    std::fflush(nullptr);
+    std::exit(1);
 }
 
 void resetViewport() {
@@ -100,12 +128,7 @@ void createWindow(const char* newTitle, int width, int height) {
     TRACE_LOCATION("GLWindow::createWindow");
     if (exists()) return;
     if (state().headless.enabled) return createHeadless(newTitle, width, height);
-    std::string error;
-    if (!WindowBackend::create(state().title.c_str(), width, height, 1, error)) {
-        std::fprintf(stderr, "%s\n", error.c_str());
-        showMessageBox("Unable to create window. Could not create an OpenGL rendering context.", "Error");
-        std::exit(1);
-    }
+    failUnlessCreated(state().title.c_str(), width, height);
     setCursor(1);
     state().mouseX = state().mouseY = 0;
     state().antiAliasingMode = 1;

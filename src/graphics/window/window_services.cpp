@@ -63,15 +63,9 @@ bool rebuildWindow(int samples) {
     state().eventListener = nullptr;  // nothing sees the teardown
     close();
     std::string error;
-    bool granted =
-        WindowBackend::create(saved.title.c_str(), saved.clientWidth, saved.clientHeight, samples, error);
-    if (!granted &&
-        !WindowBackend::create(saved.title.c_str(), saved.clientWidth, saved.clientHeight, 1, error)) {
-        std::fprintf(stderr, "%s\n", error.c_str());
-        Platform::showMessage("Unable to create window. Could not create an OpenGL rendering context.",
-                              "Error");
-        std::exit(1);
-    }
+    const bool granted = WindowBackend::create(saved.title.c_str(), saved.clientWidth, saved.clientHeight,
+                                               samples, error) == WindowBackend::CreateStage::succeeded;
+    if (!granted) failUnlessCreated(saved.title.c_str(), saved.clientWidth, saved.clientHeight);
     state().antiAliasingMode = granted ? samples : 1;
     if (state().antiAliasingMode > 1)
         glEnable(GL_MULTISAMPLE_ARB);

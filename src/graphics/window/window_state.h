@@ -44,5 +44,8 @@ bool drawingPossible();
 void resetViewport();
 // Top left of the client area on the screen.
 void clientOrigin(int& x, int& y);
+// Makes the real window with its context at one sample, or ends the program
+// with the message of the stage that failed.
+void failUnlessCreated(const char* windowTitle, int width, int height);
 
 }  // namespace GLWindow
