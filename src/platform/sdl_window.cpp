@@ -327,9 +327,9 @@ bool mouseButtonDown(int button) {
     }
 }
 
-void getGlobalMouse(int& x, int& y) {
+void getWindowMouse(int& x, int& y) {
     x = y = 0;
-    if (state().window) SDL_GetGlobalMouseState(&x, &y);
+    if (state().window) SDL_GetMouseState(&x, &y);
 }
 
 void warpMouse(int clientX, int clientY) {

@@ -76,7 +76,8 @@ bool setFullscreen(bool fullscreen, int width, int height);
 bool keyDown(int virtualKey);
 bool keyToggled(int virtualKey);
 bool mouseButtonDown(int button);
-void getGlobalMouse(int& x, int& y);
+// The pointer relative to the window's client area.
+void getWindowMouse(int& x, int& y);
 void warpMouse(int clientX, int clientY);
 void restrictMouse(int x, int y, int width, int height);
 void unRestrictMouse();

@@ -6,9 +6,11 @@
 #include <string>
 #include <vector>
 
+#include "game/game.h"
 #include "graphics/window/window_state.h"
 #include "platform/window_backend.h"
 #include "real_window.h"
+#include "support/test_support.h"
 
 namespace {
 
@@ -278,4 +280,23 @@ TEST(WindowDeathTest, AnUnreachableDisplayEndsTheProgramWithItsMessage) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(createWithVideoDriver("no_such_driver"), ::testing::ExitedWithCode(1),
                 "Game error\nUnable to create window: couldn't get program handle\\.");
+}
+
+// Full screen without a window manager reports the window where it does not
+// stand; mouse turning must still measure the untouched pointer as centred.
+TEST(Window, AnUntouchedMouseTurnsNoViewInFullScreen) {
+    ScratchFolder folder;
+    folder.write("cfg/camera.cfg", "mouseTurnSpeed = 10\nmaxAngle = 180\nrotationSmooth = 0.5\n");
+    RealWindow window(800, 600);
+    GLWindow::setFullscreen(true, GLWindow::getScreenWidth(), GLWindow::getScreenHeight());
+    GLWindow::centerMouse();  // where the game's first step leaves it
+    GLWindow::run();
+    Camera::initialise();
+    Camera::setState(Camera::following);
+    for (int step = 0; step < 200; ++step) {
+        GLWindow::run();
+        Camera::doMovements(true, 1.0f / 75.0f);
+    }
+    EXPECT_EQ(Camera::getTilt(), 0.0f);
+    GLWindow::setFullscreen(false, 800, 600);
 }

@@ -109,28 +109,32 @@ int getMouseY() {
     return state().mouseY;
 }
 
+// The pointer is read relative to the window and placed at the client origin
+// as it is reported, so that the centre and the pointer always agree: where
+// the window is reported and where it stands can differ (full screen without
+// a window manager), which would otherwise turn the view by itself.
 int getMouseScreenX() {
+    TRACE_LOCATION("GLWindow::getMouseScreenX");
     if (!realWindow()) return state().mouseX;
-    int x = 0, y = 0;
-    WindowBackend::getGlobalMouse(x, y);
-    return x;
+    int left = 0, top = 0, x = 0, y = 0;
+    clientOrigin(left, top);
+    WindowBackend::getWindowMouse(x, y);
+    return left + x;
 }
 
 int getMouseScreenY() {
+    TRACE_LOCATION("GLWindow::getMouseScreenY");
     if (!realWindow()) return state().mouseY;
-    int x = 0, y = 0;
-    WindowBackend::getGlobalMouse(x, y);
-    return y;
+    int left = 0, top = 0, x = 0, y = 0;
+    clientOrigin(left, top);
+    WindowBackend::getWindowMouse(x, y);
+    return top + y;
 }
 
 bool mouseInClientArea() {
-    if (!realWindow())
-        return state().mouseX >= 0 && state().mouseY >= 0 && state().mouseX < state().headless.clientWidth &&
-               state().mouseY < state().headless.clientHeight;
-    int left = 0, top = 0;
-    clientOrigin(left, top);
-    const int x = getMouseScreenX() - left;
-    const int y = getMouseScreenY() - top;
+    TRACE_LOCATION("GLWindow::mouseInClientArea");
+    int x = state().mouseX, y = state().mouseY;
+    if (realWindow()) WindowBackend::getWindowMouse(x, y);
     return x >= 0 && y >= 0 && x < getClientWidth() && y < getClientHeight();
 }
 
