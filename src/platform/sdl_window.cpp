@@ -133,6 +133,13 @@ bool translate(const SDL_Event& sdlEvent, Event& event) {
 }
 }  // namespace
 
+// Whether the OpenGL driver can be loaded at all; the window holds it otherwise.
+bool openGLLoads() {
+    if (SDL_GL_LoadLibrary(nullptr) != 0) return false;
+    SDL_GL_UnloadLibrary();
+    return true;
+}
+
 CreateStage failedAt(CreateStage stage, std::string& error) {
     error = SDL_GetError();
     destroy();
@@ -142,12 +149,11 @@ CreateStage failedAt(CreateStage stage, std::string& error) {
 CreateStage create(const char* title, int clientWidth, int clientHeight, int samples, std::string& error) {
     if (state().window) return CreateStage::succeeded;
     if (!initialiseVideo(error)) return CreateStage::videoSystem;
-    if (SDL_GL_LoadLibrary(nullptr) != 0) return failedAt(CreateStage::glLibrary, error);
     state().window = openWindow(title, clientWidth, clientHeight, samples, true);
     // A display without accumulation visuals still gets a window; only the fade needs it.
     if (!state().window && samples <= 1)
         state().window = openWindow(title, clientWidth, clientHeight, samples, false);
-    if (!state().window) return failedAt(CreateStage::window, error);
+    if (!state().window) return failedAt(openGLLoads() ? CreateStage::window : CreateStage::glLibrary, error);
     if (!(SDL_GetWindowFlags(state().window) & SDL_WINDOW_OPENGL))
         return failedAt(CreateStage::glWindow, error);
     state().context = SDL_GL_CreateContext(state().window);
