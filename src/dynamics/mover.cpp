@@ -19,6 +19,7 @@ void Mover::setEndPoint(const Vector2D& point) {
 }
 
 void Mover::updatePath() {
+    TRACE_LOCATION("Mover::updatePath");
     const Vector2D path = end - start;
     length = ::length(path);
     direction = length > 0.0f ? path / length : Vector2D();

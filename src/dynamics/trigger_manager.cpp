@@ -15,6 +15,7 @@ State& state() {
 }
 
 bool limitReached(const Trigger& trigger) {
+    TRACE_LOCATION("TriggerManager::limitReached");
     return trigger.typeInfo->fireLimit != 0 && trigger.fireCount >= trigger.typeInfo->fireLimit;
 }
 

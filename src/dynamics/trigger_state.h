@@ -30,11 +30,13 @@ bool limitReached(const Trigger& trigger);
 
 // Points on an edge count as inside.
 inline bool insideTriangle(const Vector2D& p, const TriggerTriangle& t) {
+    TRACE_LOCATION("TriggerManager::insideTriangle");
     for (int i = 0; i < 3; ++i)
         if (dot(p - t.corners[i], t.normals[i]) < 0.0f) return false;
     return true;
 }
 inline bool insideTrigger(const Vector2D& p, const Trigger& trigger) {
+    TRACE_LOCATION("TriggerManager::insideTrigger");
     return insideTriangle(p, trigger.first) || insideTriangle(p, trigger.second);
 }
 

@@ -79,12 +79,15 @@ void Triggers_HeatSources_LoadSettings() {
 }
 
 float Triggers_getTemperatureChangeSpeed() {
+    TRACE_LOCATION("Triggers_getTemperatureChangeSpeed");
     return state().temperatureChangeSpeed;
 }
 float Triggers_getTemperatureChangeAmountIce() {
+    TRACE_LOCATION("Triggers_getTemperatureChangeAmountIce");
     return state().temperatureChangeAmountIce;
 }
 float Triggers_getTemperatureChangeAmountSteam() {
+    TRACE_LOCATION("Triggers_getTemperatureChangeAmountSteam");
     return state().temperatureChangeAmountSteam;
 }
 

@@ -124,6 +124,7 @@ void ConfigFile::separateTokens(const char* text, std::vector<std::string>& toke
 }
 
 const std::string* ConfigFile::find(const std::string& key) const {
+    TRACE_LOCATION("ConfigFile::find");
     std::string upper = key;
     slStringUpper(upper);
     const auto it = values.find(upper);
@@ -131,6 +132,7 @@ const std::string* ConfigFile::find(const std::string& key) const {
 }
 
 std::string ConfigFile::getVarAsString(const char* key) const {
+    TRACE_LOCATION("ConfigFile::getVarAsString");
     return getVarAsString(std::string(key ? key : ""));
 }
 
@@ -141,6 +143,7 @@ std::string ConfigFile::getVarAsString(const std::string& key) const {
 }
 
 float ConfigFile::getVarAsFloat(const char* key) const {
+    TRACE_LOCATION("ConfigFile::getVarAsFloat");
     return getVarAsFloat(std::string(key ? key : ""));
 }
 
@@ -151,6 +154,7 @@ float ConfigFile::getVarAsFloat(const std::string& key) const {
 }
 
 int ConfigFile::getVarAsInt(const char* key) const {
+    TRACE_LOCATION("ConfigFile::getVarAsInt");
     return getVarAsInt(std::string(key ? key : ""));
 }
 
@@ -161,6 +165,7 @@ int ConfigFile::getVarAsInt(const std::string& key) const {
 }
 
 bool ConfigFile::getVarAsBool(const char* key) const {
+    TRACE_LOCATION("ConfigFile::getVarAsBool");
     return getVarAsBool(std::string(key ? key : ""));
 }
 
@@ -171,6 +176,7 @@ bool ConfigFile::getVarAsBool(const std::string& key) const {
 }
 
 bool ConfigFile::variableExists(const char* key) const {
+    TRACE_LOCATION("ConfigFile::variableExists");
     return variableExists(std::string(key ? key : ""));
 }
 

@@ -28,6 +28,7 @@ bool isNumberText(const char* text, int dotsAllowed) {
 }  // namespace
 
 bool slIsSeparator(char c) {
+    TRACE_LOCATION("slIsSeparator");
     return c == ' ' || c == '\r' || c == '\n' || c == '\t' || c == 27 || c == 8;
 }
 
@@ -61,6 +62,7 @@ bool slStringIsNumeric(const char* text) {
 }
 
 bool slStringIsNumeric(const std::string& text) {
+    TRACE_LOCATION("slStringIsNumeric");
     return slStringIsNumeric(text.c_str());
 }
 
@@ -70,6 +72,7 @@ bool slStringIsInteger(const char* text) {
 }
 
 bool slStringIsInteger(const std::string& text) {
+    TRACE_LOCATION("slStringIsInteger");
     return slStringIsInteger(text.c_str());
 }
 
@@ -81,6 +84,7 @@ bool slStringIsBoolean(const char* text) {
 }
 
 bool slStringIsBoolean(const std::string& text) {
+    TRACE_LOCATION("slStringIsBoolean");
     return slStringIsBoolean(text.c_str());
 }
 
@@ -90,6 +94,7 @@ int slStringToInt(const char* text) {
 }
 
 int slStringToInt(const std::string& text) {
+    TRACE_LOCATION("slStringToInt");
     return slStringToInt(text.c_str());
 }
 
@@ -106,6 +111,7 @@ bool slStringToBool(const char* text) {
 }
 
 bool slStringToBool(const std::string& text) {
+    TRACE_LOCATION("slStringToBool");
     return slStringToBool(text.c_str());
 }
 
@@ -121,5 +127,6 @@ void slSeparateArgs(const char* text, std::vector<std::string>& args) {
 }
 
 void slSeparateArgs(const std::string& text, std::vector<std::string>& args) {
+    TRACE_LOCATION("slSeparateArgs");
     slSeparateArgs(text.c_str(), args);
 }

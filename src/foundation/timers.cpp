@@ -29,12 +29,14 @@ FrameClock::FrameClock() {
 }
 
 void FrameClock::reset() {
+    TRACE_LOCATION("FrameClock::reset");
     lastTicks = static_cast<int32_t>(Platform::clockMilliseconds());
     deltaTicks = 0;
     deltaSeconds = 0.0f;
 }
 
 void FrameClock::update() {
+    TRACE_LOCATION("FrameClock::update");
     const int32_t now = static_cast<int32_t>(Platform::clockMilliseconds());
     deltaTicks = now - lastTicks;
     lastTicks = now;

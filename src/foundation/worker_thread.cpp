@@ -35,6 +35,7 @@ WorkerThread::~WorkerThread() {
 }
 
 void WorkerThread::resume() {
+    TRACE_LOCATION("WorkerThread::resume");
     if (!handle.joinable() || !routine || suspended != 1) return;
     suspended = 0;
     {
@@ -45,11 +46,13 @@ void WorkerThread::resume() {
 }
 
 void WorkerThread::suspend() {
+    TRACE_LOCATION("WorkerThread::suspend");
     if (!handle.joinable() || !routine || suspended != 0) return;
     suspended = 1;
 }
 
 void WorkerThread::setPriority(int newPriority) {
+    TRACE_LOCATION("WorkerThread::setPriority");
     if (newPriority < -2 || newPriority > 2 || !handle.joinable()) return;
     priority = newPriority;
 }

@@ -33,12 +33,14 @@ void LevelObject::setTexture(const std::string& textureName) {
 }
 
 void LevelObject::resetAnimation() {
+    TRACE_LOCATION("LevelObject::resetAnimation");
     frameTimer = 0.0f;
     currentFrame = 0;
     playCount = 0;
 }
 
 void LevelObject::runAnimation(float seconds, float speed) {
+    TRACE_LOCATION("LevelObject::runAnimation");
     if (speed <= 0.0f || stopped) return;
     frameTimer += seconds;
     if (frameTimer < 1.0f / speed) return;
@@ -58,5 +60,6 @@ void LevelObject::runAnimation(float seconds, float speed) {
 }
 
 const GLTexture* LevelObject::currentTexture() const {
+    TRACE_LOCATION("LevelObject::currentTexture");
     return currentFrame < frames.size() ? &frames[currentFrame] : nullptr;
 }

@@ -125,6 +125,7 @@ void resetObjects() {
 }
 
 void runAnimations(float seconds) {
+    TRACE_LOCATION("LevelObjectsManager::runAnimations");
     for (LevelObject& object : state().animatedObjects) object.runAnimation(seconds, state().animationSpeed);
 }
 
@@ -139,6 +140,7 @@ void prepareDraw() {
 }
 
 void drawLayer(int layer) {
+    TRACE_LOCATION("LevelObjectsManager::drawLayer");
     if (layer < 0 || layer >= drawLayerCount) return;
     std::vector<const LevelObject*>& drawQueue = state().drawQueues[layer];
     drawQueue.erase(std::remove_if(drawQueue.begin(), drawQueue.end(),
@@ -181,9 +183,11 @@ void debugDraw() {
 }
 
 std::list<LevelObject>& getStaticObjects() {
+    TRACE_LOCATION("LevelObjectsManager::getStaticObjects");
     return state().staticObjects;
 }
 std::list<LevelObject>& getAnimatedObjects() {
+    TRACE_LOCATION("LevelObjectsManager::getAnimatedObjects");
     return state().animatedObjects;
 }
 

@@ -22,6 +22,7 @@ void emitTriangles(const Polygon2D& polygon, const GLTexture& texture, bool with
 }  // namespace
 
 void drawPolygonBatches(std::vector<TexturedPolygon>& polygons, bool withOffset) {
+    TRACE_LOCATION("drawPolygonBatches");
     std::stable_sort(
         polygons.begin(), polygons.end(),
         [](const TexturedPolygon& a, const TexturedPolygon& b) { return *a.texture < *b.texture; });

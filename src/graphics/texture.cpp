@@ -44,6 +44,7 @@ GLTexture::~GLTexture() {
 
 // Width, height and id are copied now; a later reload keeps the id, so the copy stays good.
 void GLTexture::take(const std::string& textureName) {
+    TRACE_LOCATION("GLTexture::take");
     name = textureName;
     slStringUpper(name);
     const GLTextureInternal* entry = GLTextureManager::loadTexture(name);

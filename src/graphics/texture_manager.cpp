@@ -115,6 +115,7 @@ void setTextureDetailLevel(int level) {
 }
 
 int getTextureDetailLevel() {
+    TRACE_LOCATION("GLTextureManager::getTextureDetailLevel");
     return state().textureDetailLevel;
 }
 
@@ -131,19 +132,24 @@ void setAnisotropicFilteringLevel(int level) {
 }
 
 int getAnisotropicFilteringLevel() {
+    TRACE_LOCATION("GLTextureManager::getAnisotropicFilteringLevel");
     return state().anisotropicLevel;
 }
 int getMaxAnisotropicLevel() {
+    TRACE_LOCATION("GLTextureManager::getMaxAnisotropicLevel");
     return state().maxAnisotropicLevel;
 }
 bool supportsAnisotropic() {
+    TRACE_LOCATION("GLTextureManager::supportsAnisotropic");
     return state().anisotropicSupported;
 }
 bool supportsCompression() {
+    TRACE_LOCATION("GLTextureManager::supportsCompression");
     return state().compressionSupported;
 }
 
 unsigned int getTextureBytesUsed() {
+    TRACE_LOCATION("GLTextureManager::getTextureBytesUsed");
     unsigned int bytes = 0;
     for (const auto& [name, entry] : state().textures)
         bytes += static_cast<unsigned int>(entry.width * entry.height * 4);
@@ -151,6 +157,7 @@ unsigned int getTextureBytesUsed() {
 }
 
 void getTextureList(std::vector<std::string>& list) {
+    TRACE_LOCATION("GLTextureManager::getTextureList");
     for (const auto& [name, entry] : state().textures) {
         std::string line = name;
         if (!entry.loaded) line += " (loading failed) ";
@@ -160,6 +167,7 @@ void getTextureList(std::vector<std::string>& list) {
 }
 
 const GLTextureInternal* findTexture(const std::string& name) {
+    TRACE_LOCATION("GLTextureManager::findTexture");
     const auto found = state().textures.find(upperCase(name));
     return found == state().textures.end() ? nullptr : &found->second;
 }

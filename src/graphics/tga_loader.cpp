@@ -80,6 +80,7 @@ bool decodeRunLength(const uint8_t* source, uint32_t available, const Header& he
 }  // namespace
 
 bool decode(const uint8_t* data, uint32_t size, std::vector<uint8_t>& pixels, int& width, int& height) {
+    TRACE_LOCATION("GLTga32Loader::decode");
     width = height = 0;
     if (!data || size < headerSize) return false;
     const Header header = readHeader(data);

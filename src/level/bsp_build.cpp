@@ -18,6 +18,7 @@ constexpr float minimumLength = 0.01f;
 
 // Fresh direction, normal and length from the node's own ends.
 void orient(BspNode& node) {
+    TRACE_LOCATION("LevelBspTree::Build::orient");
     node.direction = node.end - node.start;
     node.length = length(node.direction);
     normalise(node.direction);

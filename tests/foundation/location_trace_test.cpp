@@ -1,8 +1,14 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <string>
+#include <vector>
 
 #include "foundation/foundation.h"
 
@@ -133,4 +139,56 @@ TEST(FatalReportDeathTest, AbortAtDepthOneListsWinMainAlone) {
     EXPECT_EXIT(abortInsideWinMain(), ::testing::ExitedWithCode(1),
                 "Error type: Abnormal program termination by program\\.\n\n"
                 "Backtrace of locations visited by program: \n\n1 - WinMain\n$");
+}
+
+// Every operation of the game, down to one-line accessors, writes its name to
+// the trace, so that a fatal report can say where the program was. Read from
+// the sources as they stand: a function defined outside an unnamed namespace
+// must begin with TRACE_LOCATION. The stand-ins for the operating system under
+// src/platform, the trace itself and the subsystems' state accessors are not
+// operations of the game.
+namespace {
+
+std::vector<std::string> operationsWithoutTrace(const std::filesystem::path& sources) {
+    const std::regex definition(R"(^[\w:<>,*&\s]+?[\s*&]([\w:~]+)\(.*\)\s*(const\s*)?(noexcept\s*)?\{$)");
+    const std::regex namespaceOpen(R"(^namespace\s*([\w:]*)\s*\{)");
+    std::vector<std::string> missing;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(sources)) {
+        const std::string path = entry.path().generic_string();
+        if (entry.path().extension() != ".cpp" || path.find("/platform/") != std::string::npos ||
+            path.find("location_trace.cpp") != std::string::npos ||
+            path.find("main.cpp") != std::string::npos)
+            continue;
+        std::ifstream in(entry.path());
+        std::vector<bool> anonymous;  // the namespaces open at this line
+        std::string line, previous;
+        bool awaitingTrace = false;
+        for (int number = 1; std::getline(in, line); ++number) {
+            const std::string code = line.substr(0, line.find("//"));
+            std::smatch match;
+            if (awaitingTrace && line.find("TRACE_LOCATION") == std::string::npos)
+                missing.push_back(previous);
+            awaitingTrace = false;
+            if (std::regex_search(code, match, namespaceOpen)) {
+                anonymous.push_back(match[1].length() == 0);
+            } else if (code.rfind('}', 0) == 0 && line.find("namespace") != std::string::npos) {
+                if (!anonymous.empty()) anonymous.pop_back();
+            } else if (std::find(anonymous.begin(), anonymous.end(), true) == anonymous.end() &&
+                       code.rfind(' ', 0) != 0 && std::regex_search(code, match, definition) &&
+                       match[1] != "state") {
+                awaitingTrace = true;
+                previous = path + ":" + std::to_string(number) + " " + match[1].str();
+            }
+        }
+    }
+    return missing;
+}
+
+}  // namespace
+
+TEST(LocationTraceCoverage, EveryOperationOfTheGameTracesItself) {
+    const char* source = std::getenv("BROOKFALL_SOURCE_DIR");
+    ASSERT_NE(source, nullptr);
+    const std::vector<std::string> missing = operationsWithoutTrace(std::filesystem::path(source) / "src");
+    EXPECT_TRUE(missing.empty()) << ::testing::PrintToString(missing);
 }

@@ -11,16 +11,19 @@
 namespace GLWindow {
 
 bool contextAvailable() {
+    TRACE_LOCATION("GLWindow::contextAvailable");
     return drawingPossible();
 }
 
 void clearScreen(float r, float g, float b) {
+    TRACE_LOCATION("GLWindow::clearScreen");
     if (!drawingPossible()) return;
     glClearColor(r, g, b, 1.0f);
     glClear(GL_COLOR_BUFFER_BIT);
 }
 
 void glBeginDraw2d() {
+    TRACE_LOCATION("GLWindow::glBeginDraw2d");
     if (!drawingPossible()) return;
     const float width = static_cast<float>(getClientWidth());
     const float height = static_cast<float>(getClientHeight());
@@ -35,6 +38,7 @@ void glBeginDraw2d() {
 }
 
 void glBeginDraw3d(float fieldOfView, float nearPlane, float farPlane) {
+    TRACE_LOCATION("GLWindow::glBeginDraw3d");
     if (!drawingPossible()) return;
     float width = static_cast<float>(getClientWidth());
     float height = static_cast<float>(getClientHeight());
@@ -49,6 +53,7 @@ void glBeginDraw3d(float fieldOfView, float nearPlane, float farPlane) {
 }
 
 void glPushState() {
+    TRACE_LOCATION("GLWindow::glPushState");
     if (!drawingPossible()) return;
     glPushAttrib(0xFFFFF);
     glPushClientAttrib(GL_CLIENT_ALL_ATTRIB_BITS);
@@ -59,6 +64,7 @@ void glPushState() {
 }
 
 void glPopState() {
+    TRACE_LOCATION("GLWindow::glPopState");
     if (!drawingPossible()) return;
     glMatrixMode(GL_MODELVIEW);
     glPopMatrix();
@@ -75,6 +81,7 @@ void glVertex(const Vector2D& point) {
 }
 
 void glCircle(float x, float y, float radius, int segments) {
+    TRACE_LOCATION("GLWindow::glCircle");
     if (!drawingPossible() || segments < 1) return;
     const float step = 6.2831855f / static_cast<float>(segments);
     glBegin(GL_LINES);
@@ -88,12 +95,14 @@ void glCircle(float x, float y, float radius, int segments) {
 }
 
 void getExtensionList(std::vector<std::string>& list) {
+    TRACE_LOCATION("GLWindow::getExtensionList");
     if (!drawingPossible()) return;
     const GLubyte* extensions = glGetString(GL_EXTENSIONS);
     if (extensions) slSeparateArgs(reinterpret_cast<const char*>(extensions), list);
 }
 
 bool extensionSupported(const char* name) {
+    TRACE_LOCATION("GLWindow::extensionSupported");
     if (!name || !drawingPossible()) return false;
     const GLubyte* extensions = glGetString(GL_EXTENSIONS);
     if (!extensions) return false;
@@ -109,11 +118,13 @@ bool extensionSupported(const char* name) {
 }
 
 void enableVsync(bool enabled) {
+    TRACE_LOCATION("GLWindow::enableVsync");
     state().headless.vsync = enabled;
     WindowBackend::setSwapInterval(enabled ? 1 : 0);
 }
 
 bool vsyncEnabled() {
+    TRACE_LOCATION("GLWindow::vsyncEnabled");
     if (!realWindow()) return state().headless.vsync;
     // A driver that cannot tell counts as synchronised.
     const int interval = WindowBackend::getSwapInterval();

@@ -23,6 +23,7 @@ void clientOrigin(int& x, int& y) {
 }
 
 int getClientWidth() {
+    TRACE_LOCATION("GLWindow::getClientWidth");
     if (!realWindow()) return state().headless.clientWidth;
     int width = 0, height = 0;
     WindowBackend::getClientSize(width, height);
@@ -30,6 +31,7 @@ int getClientWidth() {
 }
 
 int getClientHeight() {
+    TRACE_LOCATION("GLWindow::getClientHeight");
     if (!realWindow()) return state().headless.clientHeight;
     int width = 0, height = 0;
     WindowBackend::getClientSize(width, height);
@@ -37,18 +39,21 @@ int getClientHeight() {
 }
 
 int getX() {
+    TRACE_LOCATION("GLWindow::getX");
     int x = 0, y = 0;
     clientOrigin(x, y);
     return x - borders().left;
 }
 
 int getY() {
+    TRACE_LOCATION("GLWindow::getY");
     int x = 0, y = 0;
     clientOrigin(x, y);
     return y - borders().top;
 }
 
 int getWidth() {
+    TRACE_LOCATION("GLWindow::getWidth");
     if (!realWindow()) return state().headless.clientWidth;
     int width = 0, height = 0;
     WindowBackend::getClientSize(width, height);
@@ -57,6 +62,7 @@ int getWidth() {
 }
 
 int getHeight() {
+    TRACE_LOCATION("GLWindow::getHeight");
     if (!realWindow()) return state().headless.clientHeight;
     int width = 0, height = 0;
     WindowBackend::getClientSize(width, height);
@@ -65,24 +71,28 @@ int getHeight() {
 }
 
 int getScreenWidth() {
+    TRACE_LOCATION("GLWindow::getScreenWidth");
     int width = 0, height = 0;
     WindowBackend::getDesktopSize(width, height);
     return width;
 }
 
 int getScreenHeight() {
+    TRACE_LOCATION("GLWindow::getScreenHeight");
     int width = 0, height = 0;
     WindowBackend::getDesktopSize(width, height);
     return height;
 }
 
 int getClientCenterX() {
+    TRACE_LOCATION("GLWindow::getClientCenterX");
     int x = 0, y = 0;
     clientOrigin(x, y);
     return x + getClientWidth() / 2 - 1;
 }
 
 int getClientCenterY() {
+    TRACE_LOCATION("GLWindow::getClientCenterY");
     int x = 0, y = 0;
     clientOrigin(x, y);
     return y + getClientHeight() / 2 - 1;
@@ -123,44 +133,56 @@ void center() {
 }
 
 void setTitle(const char* newTitle) {
+    TRACE_LOCATION("GLWindow::setTitle");
     state().title = newTitle ? newTitle : "";
     WindowBackend::setTitle(state().title.c_str());
 }
 
 std::string getTitle() {
+    TRACE_LOCATION("GLWindow::getTitle");
     return state().title;
 }
 
 void setResizeable(bool resizeable) {
+    TRACE_LOCATION("GLWindow::setResizeable");
     state().headless.resizeable = resizeable;
     WindowBackend::setResizeable(resizeable);
 }
 
 bool isResizeable() {
+    TRACE_LOCATION("GLWindow::isResizeable");
     return realWindow() ? WindowBackend::isResizeable() : state().headless.resizeable;
 }
 bool isMinimised() {
+    TRACE_LOCATION("GLWindow::isMinimised");
     return WindowBackend::isMinimised();
 }
 bool isMaximised() {
+    TRACE_LOCATION("GLWindow::isMaximised");
     return WindowBackend::isMaximised();
 }
 bool hasFocus() {
+    TRACE_LOCATION("GLWindow::hasFocus");
     return realWindow() ? WindowBackend::hasFocus() : state().headless.exists;
 }
 void minimize() {
+    TRACE_LOCATION("GLWindow::minimize");
     WindowBackend::minimize();
 }
 void maximize() {
+    TRACE_LOCATION("GLWindow::maximize");
     WindowBackend::maximize();
 }
 void restore() {
+    TRACE_LOCATION("GLWindow::restore");
     WindowBackend::restore();
 }
 void giveFocous() {
+    TRACE_LOCATION("GLWindow::giveFocous");
     WindowBackend::raise();
 }
 bool isFullscreen() {
+    TRACE_LOCATION("GLWindow::isFullscreen");
     return state().fullscreen;
 }
 

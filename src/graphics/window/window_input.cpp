@@ -72,14 +72,17 @@ void setMember(std::set<int>& members, int value, bool member) {
 }  // namespace
 
 bool keyboardKeyPressed(int key) {
+    TRACE_LOCATION("GLWindow::keyboardKeyPressed");
     return state().headless.keysDown.count(key) != 0 || WindowBackend::keyDown(key);
 }
 
 bool keyboardKeyToggled(int key) {
+    TRACE_LOCATION("GLWindow::keyboardKeyToggled");
     return state().headless.keysToggled.count(key) != 0 || WindowBackend::keyToggled(key);
 }
 
 char keyboardKeyToAscii(int key) {
+    TRACE_LOCATION("GLWindow::keyboardKeyToAscii");
     const bool shifted = keyboardKeyPressed(shiftKey);
     if (key >= 'A' && key <= 'Z') {
         const bool upper = shifted != keyboardKeyToggled(capsLockKey);
@@ -95,17 +98,21 @@ char keyboardKeyToAscii(int key) {
 }
 
 bool mouseButtonPressed(int button) {
+    TRACE_LOCATION("GLWindow::mouseButtonPressed");
     if (button != 1 && button != 2 && button != 4) return false;
     return state().headless.buttonsDown.count(button) != 0 || WindowBackend::mouseButtonDown(button);
 }
 
 int getLastKeyPressed() {
+    TRACE_LOCATION("GLWindow::getLastKeyPressed");
     return std::exchange(state().lastKey, 0);
 }
 int getMouseX() {
+    TRACE_LOCATION("GLWindow::getMouseX");
     return state().mouseX;
 }
 int getMouseY() {
+    TRACE_LOCATION("GLWindow::getMouseY");
     return state().mouseY;
 }
 
@@ -139,10 +146,12 @@ bool mouseInClientArea() {
 }
 
 int getCursor() {
+    TRACE_LOCATION("GLWindow::getCursor");
     return state().cursorMode;
 }
 
 void setCursor(int mode) {
+    TRACE_LOCATION("GLWindow::setCursor");
     if (mode < 0 || mode > 2) return;
     state().cursorMode = mode;
     WindowBackend::setCursor(mode);
@@ -174,35 +183,44 @@ void moveMouse(int dx, int dy) {
 }
 
 void restrictMouse(int x, int y, int width, int height) {
+    TRACE_LOCATION("GLWindow::restrictMouse");
     WindowBackend::restrictMouse(x, y, width, height);
 }
 void unRestrictMouse() {
+    TRACE_LOCATION("GLWindow::unRestrictMouse");
     WindowBackend::unRestrictMouse();
 }
 
 namespace Headless {
 void setEnabled(bool enabled) {
+    TRACE_LOCATION("GLWindow::Headless::setEnabled");
     state().headless.enabled = enabled;
 }
 void setKeyDown(int key, bool down) {
+    TRACE_LOCATION("GLWindow::Headless::setKeyDown");
     setMember(state().headless.keysDown, key, down);
 }
 void setKeyToggled(int key, bool toggled) {
+    TRACE_LOCATION("GLWindow::Headless::setKeyToggled");
     setMember(state().headless.keysToggled, key, toggled);
 }
 void setMouse(int x, int y) {
+    TRACE_LOCATION("GLWindow::Headless::setMouse");
     state().mouseX = x;
     state().mouseY = y;
 }
 void setMouseButtonDown(int button, bool down) {
+    TRACE_LOCATION("GLWindow::Headless::setMouseButtonDown");
     setMember(state().headless.buttonsDown, button, down);
 }
 void setClientSize(int width, int height) {
+    TRACE_LOCATION("GLWindow::Headless::setClientSize");
     if (width < 1 || height < 1) return;
     state().headless.clientWidth = width;
     state().headless.clientHeight = height;
 }
 void pressKey(int key) {
+    TRACE_LOCATION("GLWindow::Headless::pressKey");
     state().lastKey = key;
     if (state().eventListener) state().eventListener->keyboardPressed(key);
 }

@@ -17,9 +17,11 @@ State& state() {
 }
 
 bool realWindow() {
+    TRACE_LOCATION("GLWindow::realWindow");
     return WindowBackend::exists();
 }
 bool drawingPossible() {
+    TRACE_LOCATION("GLWindow::drawingPossible");
     return WindowBackend::hasContext();
 }
 
@@ -51,6 +53,7 @@ void failUnlessCreated(const char* windowTitle, int width, int height) {
 }
 
 void resetViewport() {
+    TRACE_LOCATION("GLWindow::resetViewport");
     if (drawingPossible()) glViewport(0, 0, getClientWidth(), getClientHeight());
 }
 namespace {
@@ -156,6 +159,7 @@ void close() {
 }
 
 bool exists() {
+    TRACE_LOCATION("GLWindow::exists");
     return realWindow() || state().headless.exists;
 }
 
@@ -170,17 +174,21 @@ void run() {
 }
 
 GLWindowEventListener* getEventListener() {
+    TRACE_LOCATION("GLWindow::getEventListener");
     return state().eventListener;
 }
 void setEventListener(GLWindowEventListener* listener) {
+    TRACE_LOCATION("GLWindow::setEventListener");
     state().eventListener = listener;
 }
 
 void requestRepaint() {
+    TRACE_LOCATION("GLWindow::requestRepaint");
     if (realWindow()) state().repaintRequested = true;
 }
 
 void swapBuffers() {
+    TRACE_LOCATION("GLWindow::swapBuffers");
     WindowBackend::swapBuffers();
 }
 

@@ -84,6 +84,7 @@ bool setHeadlessAntiAliasingMode(int samples) {
 }  // namespace
 
 int getAntiAliasingMode() {
+    TRACE_LOCATION("GLWindow::getAntiAliasingMode");
     return state().antiAliasingMode;
 }
 
@@ -100,12 +101,14 @@ bool setAntiAliasingMode(int samples) {
 }
 
 bool antiAliasingModeAvailable(int samples) {
+    TRACE_LOCATION("GLWindow::antiAliasingModeAvailable");
     if (static_cast<unsigned>(samples) < 2) return true;
     if (!realWindow() || !extensionSupported("GL_ARB_multisample")) return false;
     return samples > 0 && WindowBackend::samplesAvailable(samples);
 }
 
 void setGamma(float gamma) {
+    TRACE_LOCATION("GLWindow::setGamma");
     if (gamma < 0.0f || gamma > 2.0f || !realWindow()) return;
     const int k = static_cast<int>(gamma * 255.0f);
     unsigned short ramp[256];
@@ -176,6 +179,7 @@ bool saveScreenshot(const std::string& fileName) {
 }
 
 void showMessageBox(const char* text, const char* boxTitle) {
+    TRACE_LOCATION("GLWindow::showMessageBox");
     if (realWindow())
         WindowBackend::showMessage(text, boxTitle);
     else
@@ -183,14 +187,17 @@ void showMessageBox(const char* text, const char* boxTitle) {
 }
 
 bool showQuestionBox(const char* text, const char* boxTitle) {
+    TRACE_LOCATION("GLWindow::showQuestionBox");
     return realWindow() && WindowBackend::askQuestion(text, boxTitle);
 }
 
 // The game never asks for file boxes, and SDL has none; they answer as if cancelled.
 std::string showOpenFileBox(const char*, const char*, const FileFilters&) {
+    TRACE_LOCATION("GLWindow::showOpenFileBox");
     return {};
 }
 std::string showSaveFileBox(const char*, const char*, const FileFilters&) {
+    TRACE_LOCATION("GLWindow::showSaveFileBox");
     return {};
 }
 
