@@ -1,5 +1,6 @@
 // The entry sequence: services start in a fixed order, the game runs, and the
 // services stop again in reverse order. Command line and environment are ignored.
+#include "audio/audio.h"
 #include "console/console.h"
 #include "foundation/foundation.h"
 #include "game/game.h"
@@ -20,11 +21,17 @@ int main(int, char**) {
     GLWindow::enableVsync(true);
     GLTextureManager::initialise();
     GLConsole::initialise();
+    MusicSystem::initialise();
+    SoundSystem::initialise();
+    SoundManager::initialise();
     GLWindow::giveFocous();
 
     // The player may have closed the window already; then there is no game to run.
     if (GLWindow::exists()) Game::run("maps\\testLevel.rill");
 
+    SoundManager::shutdown();
+    SoundSystem::shutdown();
+    MusicSystem::shutdown();
     GLConsole::shutdown();
     GLTextureManager::shutdown();
 
