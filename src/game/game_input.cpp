@@ -2,6 +2,7 @@
 // pause key and the right mouse button.
 #include <cctype>
 
+#include "audio/audio.h"
 #include "console/console.h"
 #include "foundation/foundation.h"
 #include "game/game.h"
@@ -27,9 +28,9 @@ void GameState::setPaused(bool paused) {
     TRACE_LOCATION("Game::setPaused");
     state().paused = paused;
     if (paused)
-        GameLinks::pauseMusic();
+        MusicSystem::pause();
     else
-        GameLinks::resumeMusic();
+        MusicSystem::resume();
 }
 
 void Game::keyboardPressed(int key) {

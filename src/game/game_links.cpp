@@ -1,6 +1,5 @@
-// Game's side of the subsystems that are not built yet: until the menus, sound,
-// music and effects arrive, no menu is ever open, the game is silent and no
-// effect particle moves.
+// Game's side of the subsystems that are not built yet: until the menus and
+// the effects arrive, no menu is ever open and no effect particle moves.
 #include "foundation/foundation.h"
 #include "game/game.h"
 #include "game/game_state.h"
@@ -40,15 +39,4 @@ void sendMouseReleaseToMenu(int, int, int) {
 void runEffects(float) {
     TRACE_LOCATION("GameLinks::runEffects");
 }
-void updateSounds(float) {
-    TRACE_LOCATION("GameLinks::updateSounds");
-}
-
-void pauseMusic() {
-    TRACE_LOCATION("GameLinks::pauseMusic");
-}
-void resumeMusic() {
-    TRACE_LOCATION("GameLinks::resumeMusic");
-}
-
 }  // namespace GameLinks

@@ -3,6 +3,7 @@
 // are requests to stop, change the level or restart carried out.
 #include <algorithm>
 
+#include "audio/audio.h"
 #include "console/console.h"
 #include "dynamics/dynamics.h"
 #include "foundation/foundation.h"
@@ -126,5 +127,8 @@ void Game::runSimulation(float dt) {
 
 void Game::soundUpdate(float dt) {
     TRACE_LOCATION("Game::soundUpdate");
-    GameLinks::updateSounds(dt);
+    SoundSourceManager::updateAllSounds();
+    GameSfx_Ice::update(dt);
+    GameSfx_Water::update();
+    GameSfx_Steam::update(dt);
 }

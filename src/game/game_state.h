@@ -53,8 +53,8 @@ void checkFreeCameraInput();
 
 }  // namespace GameState
 
-// What Game asks of the subsystems that are not built yet: the menus, sound,
-// music and effects. Each goes when its subsystem arrives.
+// What Game asks of the subsystems that are not built yet: the menus and the
+// effects. Each goes when its subsystem arrives.
 namespace GameLinks {
 
 bool menuIsOpen();
@@ -69,9 +69,6 @@ void sendMousePressToMenu(int x, int y, int button);
 void sendMouseReleaseToMenu(int x, int y, int button);
 // The effect particles' step, between the movers and the water.
 void runEffects(float dt);
-void updateSounds(float dt);
-void pauseMusic();
-void resumeMusic();
 
 }  // namespace GameLinks
 
