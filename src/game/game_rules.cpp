@@ -23,12 +23,23 @@ void readSettings() {
     const ConfigFile config("cfg\\game.cfg");
     state().finishAnimationTime = std::max(config.getVarAsFloat("finishAnimationTime"), shortestFinish);
     state().finishWaterVolume = config.getVarAsFloat("finishWaterVolume");
+    if (!state().finishSound)
+        state().finishSound = std::make_unique<Sound>(config.getVarAsString("finishSound"));
+    if (!state().deadSound) state().deadSound = std::make_unique<Sound>(config.getVarAsString("deadSound"));
+}
+
+void playFromTheStart(Sound& sound) {
+    TRACE_LOCATION("GameRules::playFromTheStart");
+    sound.rewind();
+    sound.setVolume(1.0f);
+    sound.play();
 }
 
 // All water lost: what the check point saw comes back there, and the camera
 // glides to it while the water rests. The clock goes on.
 void giveWaterBack() {
     TRACE_LOCATION("GameRules::giveWaterBack");
+    if (state().deadSound) playFromTheStart(*state().deadSound);
     ParticleManager::createParticles(state().checkPoint.x, state().checkPoint.y, GameRules::checkPointRadius,
                                      static_cast<int>(state().checkPointCount));
     Camera::setState(Camera::movingToWaypoint);
@@ -46,6 +57,7 @@ void checkForWin() {
     state().finished = true;
     state().endCount = 0;
     state().finishTimer = state().finishAnimationTime;
+    if (state().finishSound) playFromTheStart(*state().finishSound);
 }
 
 }  // namespace
@@ -64,7 +76,12 @@ const GLConsoleCommand commands[] = {
 
 void initialise() {
     TRACE_LOCATION("GameRules::initialise");
+    // The two sounds are made once; everything else starts afresh.
+    std::unique_ptr<Sound> finishSound = std::move(state().finishSound);
+    std::unique_ptr<Sound> deadSound = std::move(state().deadSound);
     state() = State();
+    state().finishSound = std::move(finishSound);
+    state().deadSound = std::move(deadSound);
     state().checkPoint = Level::getWaterStart();
     readSettings();
     state().finishTimer = state().finishAnimationTime;
@@ -80,7 +97,14 @@ void update(float dt) {
             state().levelTimer.unpause();
     }
     if (ParticleManager::getParticles().empty() && ParticleGroupMover::getGroups().empty()) giveWaterBack();
-    if (state().finished && state().finishTimer > 0.0f) state().finishTimer -= dt;
+    if (state().finished && state().finishTimer > 0.0f) {
+        state().finishTimer -= dt;
+        // The level falls silent as the finish animation ends.
+        if (state().finishTimer <= 0.0f) {
+            SoundSourceManager::pauseAllSounds();
+            MusicSystem::stop();
+        }
+    }
     if (!state().finished) checkForWin();
 }
 

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "audio/audio.h"
 #include "foundation/foundation.h"
 #include "game/game.h"
 #include "graphics/graphics.h"
@@ -88,6 +89,9 @@ struct State {
     uint32_t checkPointCount = GameRules::fullLevelParticles;
     Vector2D checkPoint;
     bool timePrint = false;
+    // Made at the first level and kept across levels.
+    std::unique_ptr<Sound> finishSound;
+    std::unique_ptr<Sound> deadSound;
 };
 State& state();
 
