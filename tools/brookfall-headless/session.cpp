@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <iostream>
 
+#include "audio/audio.h"
 #include "console/console.h"
 #include "foundation/foundation.h"
 #include "game/game.h"
@@ -57,6 +58,11 @@ bool startGame(const Options& options) {
     GLConsole::setPrintHook(printToStandardOutput);
     if (options.window) openWindow();
     GLConsole::initialise();
+    // Sound and music start as the game starts them, on whatever device there
+    // is: without one the game says so once and plays on silently.
+    MusicSystem::initialise();
+    SoundSystem::initialise();
+    SoundManager::initialise();
 
     SurfaceTypeManager::initialise();
     Game::initialise(options.levelName);
@@ -67,6 +73,9 @@ bool startGame(const Options& options) {
 
 void stopGame() {
     Game::shutdown();
+    SoundManager::shutdown();
+    SoundSystem::shutdown();
+    MusicSystem::shutdown();
     GLConsole::shutdown();
     GLTextureManager::shutdown();
     GLWindow::close();
