@@ -50,7 +50,7 @@ void initialise() {
         if (!isDynamic(polygon)) continue;
         Entry& entry = state().entries.emplace_back();
         entry.polygon = &polygon;
-        entry.texture = polygon.textureName;
+        if (polygon.texture) entry.texture = *polygon.texture;
         findPolygonBounds(polygon, entry.minX, entry.maxX, entry.minY, entry.maxY);
     }
 }

@@ -2,6 +2,8 @@
 // list per layer when a level is loaded, so that a layer costs one call a frame.
 #include <GL/gl.h>
 
+#include <optional>
+
 #include "console/console.h"
 #include "graphics/polygon_batches.h"
 #include "graphics/window/window.h"
@@ -14,8 +16,9 @@ namespace {
 struct State {
     GLuint firstList = 0;
     bool drawLevelGeometry = false;
-    // The textures the lists were compiled with stay held as long as the lists.
-    std::vector<GLTexture> listTextures;
+    // For polygons made without a texture; the others hold theirs as long as
+    // the lists that bind them.
+    std::optional<GLTexture> fallbackTexture;
 };
 
 State& state() {
@@ -29,14 +32,12 @@ bool isStatic(const Polygon2D& polygon) {
 
 void compileLayers() {
     std::vector<TexturedPolygon> layers[drawLayerCount];
-    state().listTextures.clear();
-    state().listTextures.reserve(Level::getPolygons().size());
     for (const Polygon2D& polygon : Level::getPolygons()) {
         if (!isStatic(polygon)) continue;
-        // Reserved above, so the handles never move.
-        state().listTextures.emplace_back(polygon.textureName);
+        if (!polygon.texture && !state().fallbackTexture) state().fallbackTexture.emplace();
+        const GLTexture* texture = polygon.texture ? &*polygon.texture : &*state().fallbackTexture;
         const uint32_t layer = polygon.layer < drawLayerCount ? polygon.layer : 0;
-        layers[layer].push_back({&polygon, &state().listTextures.back()});
+        layers[layer].push_back({&polygon, texture});
     }
     state().firstList = glGenLists(drawLayerCount);
     for (int layer = 0; layer < drawLayerCount; ++layer) {

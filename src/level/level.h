@@ -8,10 +8,12 @@
 #include <cstdio>
 #include <list>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "foundation/foundation.h"
+#include "graphics/graphics.h"
 
 // ---------------------------------------------------------------------------
 // One solid or decorative piece of level geometry: a simple polygon, the
@@ -36,8 +38,9 @@ struct Polygon2D {
     float friction = 1.0f;
     Vector2D offset;
     Vector2D previousOffset;
-    // The texture is kept by name until the texture store takes it.
-    std::string textureName;
+    // Made while the level file is read; a polygon made otherwise has none
+    // and is drawn with the default texture.
+    std::optional<GLTexture> texture;
     std::vector<float> pointsX, pointsY;
     // Three vertices a triangle; three edge normals a triangle.
     std::vector<float> triangleX, triangleY;
@@ -50,6 +53,16 @@ struct Polygon2D {
     Polygon2D& operator=(const Polygon2D& other);
     Polygon2D(Polygon2D&&) = default;
     Polygon2D& operator=(Polygon2D&&) = default;
+
+    // Polygons compare by their textures' object numbers, so that sorting
+    // groups equal textures for drawing.
+    bool operator<(const Polygon2D& other) const { return textureId() < other.textureId(); }
+    bool operator>(const Polygon2D& other) const { return textureId() > other.textureId(); }
+    bool operator<=(const Polygon2D& other) const { return textureId() <= other.textureId(); }
+    bool operator>=(const Polygon2D& other) const { return textureId() >= other.textureId(); }
+    bool operator==(const Polygon2D& other) const { return textureId() == other.textureId(); }
+    bool operator!=(const Polygon2D& other) const { return textureId() != other.textureId(); }
+    unsigned int textureId() const { return texture ? texture->id : 0; }
 
     void setFrictionLevel(float value);
     // Appends a point unless it repeats one, then triangulates the outline so far.

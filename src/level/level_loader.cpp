@@ -16,7 +16,7 @@ struct FileCloser {
 Polygon2D buildPolygon(const PolygonRecord& record) {
     Polygon2D polygon;
     polygon.id = record.id;
-    polygon.textureName = record.textureName;
+    polygon.texture.emplace(record.textureName);
     polygon.setFrictionLevel(SurfaceTypeManager::getSurfaceTypeFriction(record.surfaceType));
     // Any mode but the three special ones is an ordinary drawn solid.
     polygon.collideable = record.collisionMode != 1 && record.collisionMode != 3;

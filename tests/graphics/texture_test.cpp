@@ -1,9 +1,11 @@
 #include <GL/gl.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <thread>
 
 #include "graphics/graphics.h"
+#include "level/level.h"
 #include "real_window.h"
 #include "support/test_support.h"
 #include "test_images.h"
@@ -307,3 +309,21 @@ TEST(HeadlessTextures, HandlesWorkWithoutAWindow) {
 }
 
 }  // namespace
+
+// Polygons sort by their textures' object numbers, so that drawing binds each
+// texture once for a run of polygons.
+TEST_F(TextureStore, PolygonsCompareByTheirTextures) {
+    Polygon2D a, b, c, plain;
+    a.texture.emplace("gfx\\first.tga");
+    b.texture.emplace("gfx\\second.tga");
+    c.texture.emplace("GFX\\FIRST.TGA");
+    ASSERT_NE(a.textureId(), b.textureId());
+    const bool aFirst = a.textureId() < b.textureId();
+    EXPECT_EQ(a < b, aFirst);
+    EXPECT_EQ(b > a, aFirst);
+    EXPECT_TRUE(a == c && a <= c && a >= c && !(a != c));
+    EXPECT_TRUE(plain < a && plain != b);
+    std::vector<Polygon2D> polygons{a, b, c};
+    std::sort(polygons.begin(), polygons.end());
+    EXPECT_TRUE(polygons[0] == polygons[1] || polygons[1] == polygons[2]);
+}

@@ -77,7 +77,8 @@ TEST_F(LevelLoaderTest, EveryRecordIsReadAndHandedOver) {
     ASSERT_TRUE(Level::load("maps\\all.rill"));
     const Polygon2D& polygon = Level::getPolygons().front();
     EXPECT_EQ(polygon.id, 7);
-    EXPECT_EQ(polygon.textureName, "gfx\\rock.tga");
+    ASSERT_TRUE(polygon.texture);
+    EXPECT_EQ(polygon.texture->name, "GFX\\ROCK.TGA");
     EXPECT_TRUE(polygon.collideable);  // collision mode 7 acts as 0
     EXPECT_TRUE(polygon.visible);
     EXPECT_EQ(polygon.layer, 4u);
@@ -194,7 +195,7 @@ TEST_F(LevelLoaderTest, ZeroStrengthEmptyNamesAndALaterGoodLoadWork) {
     folder.write("maps/ok.rill",
                  bytesFromText("polygon texture \"\"\n0 0\n9 0\n9 9\nend\nsound strength 0\n"));
     ASSERT_TRUE(Level::load("maps\\ok.rill"));
-    EXPECT_EQ(Level::getPolygons().front().textureName, "");
+    EXPECT_EQ(Level::getPolygons().front().texture->name, "");
     EXPECT_EQ(Level::state().records.sounds.size(), 1u);
 }
 
