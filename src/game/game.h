@@ -122,7 +122,8 @@ public:
     // For tools that drive frames themselves: one frame of gameLoop in which a
     // game step of exactly stepSeconds is due, whatever the frame clock says.
     static void runFrame(float stepSeconds);
-    // Closes whatever menu is open, as the start button of the main menu does.
+    // Closes whatever menu is open and starts the level's music, as the start
+    // button of the main menu does.
     static void startPlaying();
 
     static bool isRunning();

@@ -2,6 +2,7 @@
 // its state for the console, the drawing and the tools.
 #include <algorithm>
 
+#include "audio/audio.h"
 #include "foundation/foundation.h"
 #include "game/game.h"
 #include "game/game_state.h"
@@ -16,6 +17,8 @@ void Game::run(const std::string& levelName) {
     if (!GLWindow::exists() || state().running) return;
     SurfaceTypeManager::initialise();
     initialise(levelName);
+    // The main menu's start button begins play; with no menu open it begins at once.
+    if (!GameLinks::menuIsOpen()) startPlaying();
     GLWindowEventListener* const savedListener = GLWindow::getEventListener();
     Game listener;
     GLWindow::setEventListener(&listener);
@@ -40,11 +43,12 @@ void Game::map(const std::string& levelName) {
     state().mapName = levelName;
 }
 
-// The mouse goes to the centre, so that the first step of play doesn't read
-// wherever it stood over the menu as a turn.
+// The level's music starts looped. The mouse goes to the centre, so that the
+// first step of play doesn't read wherever it stood over the menu as a turn.
 void Game::startPlaying() {
     TRACE_LOCATION("Game::startPlaying");
     GameLinks::closeMenus();
+    MusicSystem::play(state().musicName, true);
     GLWindow::centerMouse();
 }
 
