@@ -14,52 +14,23 @@ namespace {
 constexpr int shiftKey = 16;
 constexpr int capsLockKey = 20;
 
-// US layout characters of the punctuation keys, unshifted and shifted.
-char punctuation(int key, bool shifted) {
-    switch (key) {
-        case 186:
-            return shifted ? ':' : ';';
-        case 187:
-            return shifted ? '+' : '=';
-        case 188:
-            return shifted ? '<' : ',';
-        case 189:
-            return shifted ? '_' : '-';
-        case 190:
-            return shifted ? '>' : '.';
-        case 191:
-            return shifted ? '?' : '/';
-        case 192:
-            return shifted ? '~' : '`';
-        case 219:
-            return shifted ? '{' : '[';
-        case 220:
-            return shifted ? '|' : '\\';
-        case 221:
-            return shifted ? '}' : ']';
-        case 222:
-            return shifted ? '"' : '\'';
-        default:
-            return 0;
-    }
-}
+// US layout characters of the punctuation and keypad keys, unshifted and shifted.
+struct KeyCharacters {
+    int key;
+    char plain;
+    char shifted;
+};
+constexpr KeyCharacters symbolKeys[] = {
+    {186, ';', ':'}, {187, '=', '+'}, {188, ',', '<'},  {189, '-', '_'}, {190, '.', '>'},  {191, '/', '?'},
+    {192, '`', '~'}, {219, '[', '{'}, {220, '\\', '|'}, {221, ']', '}'}, {222, '\'', '"'}, {106, '*', '*'},
+    {107, '+', '+'}, {109, '-', '-'}, {110, '.', '.'},  {111, '/', '/'},
+};
 
-char keypad(int key) {
-    if (key >= 96 && key <= 105) return static_cast<char>('0' + key - 96);
-    switch (key) {
-        case 106:
-            return '*';
-        case 107:
-            return '+';
-        case 109:
-            return '-';
-        case 110:
-            return '.';
-        case 111:
-            return '/';
-        default:
-            return 0;
-    }
+char symbol(int key, bool shifted) {
+    if (key >= 96 && key <= 105) return static_cast<char>('0' + key - 96);  // the keypad's digits
+    for (const KeyCharacters& entry : symbolKeys)
+        if (entry.key == key) return shifted ? entry.shifted : entry.plain;
+    return 0;
 }
 
 void setMember(std::set<int>& members, int value, bool member) {
@@ -93,8 +64,7 @@ char keyboardKeyToAscii(int key) {
         return shifted ? shiftedDigits[key - '0'] : static_cast<char>(key);
     }
     if (key == ' ') return ' ';
-    if (const char c = keypad(key)) return c;
-    return punctuation(key, shifted);
+    return symbol(key, shifted);
 }
 
 bool mouseButtonPressed(int button) {
