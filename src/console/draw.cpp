@@ -16,8 +16,6 @@ namespace GLConsole {
 
 namespace {
 
-constexpr int insertKey = 45;
-
 struct Layout {
     int columns = 80;
     int rows = 16;
@@ -137,7 +135,7 @@ void drawCursor(const Layout& layout) {
     const int column = std::min(state().cursorPosition, layout.columns - 1);
     const int top = (layout.rows + 3) * f - 1;
     const int bottom =
-        GLWindow::keyboardKeyToggled(insertKey) ? (layout.rows + 3) * f : (layout.rows + 3) * f + 4;
+        GLWindow::keyboardKeyToggled(VirtualKey::insert) ? (layout.rows + 3) * f : (layout.rows + 3) * f + 4;
     glDisable(GL_TEXTURE_2D);
     glDisable(GL_BLEND);
     glColor4f(1.0f, 1.0f, 1.0f, 1.0f);

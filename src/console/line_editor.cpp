@@ -11,21 +11,6 @@ namespace GLConsole {
 
 namespace {
 
-enum Key {
-    Backspace = 8,
-    Tab = 9,
-    Enter = 13,
-    Escape = 27,
-    End = 35,
-    Home = 36,
-    Left = 37,
-    Up = 38,
-    Right = 39,
-    Down = 40,
-    Insert = 45,
-    Delete = 46,
-};
-
 constexpr int longestLine = inputBufferSize - 1;
 
 int lineLength() {
@@ -88,7 +73,7 @@ void showHistorySlot(int slot) {
 void typeCharacter(int key) {
     const char character = GLWindow::keyboardKeyToAscii(key);
     if (character == 0 || lineLength() >= longestLine) return;
-    if (GLWindow::keyboardKeyToggled(Insert)) {
+    if (GLWindow::keyboardKeyToggled(VirtualKey::insert)) {
         // The line is shorter than the buffer, so only a zero falls off the end.
         std::memmove(state().inputBuffer + state().cursorPosition + 1,
                      state().inputBuffer + state().cursorPosition,
@@ -105,34 +90,34 @@ void typeCharacter(int key) {
 void keyPressed(int key) {
     TRACE_LOCATION("GLConsole::keyPressed");
     switch (key) {
-        case Backspace:
+        case VirtualKey::backspace:
             return backspace();
-        case Tab:
+        case VirtualKey::tab:
             autoCompleteCommand();
             state().historyPosition = -1;
             return;
-        case Enter:
+        case VirtualKey::enter:
             return enter();
-        case Escape:
+        case VirtualKey::escape:
             clearLine();
             return endBrowsing();
-        case End:
+        case VirtualKey::end:
             state().cursorPosition = lineLength();
             return;
-        case Home:
+        case VirtualKey::home:
             state().cursorPosition = 0;
             return;
-        case Left:
+        case VirtualKey::left:
             if (state().cursorPosition > 0) --state().cursorPosition;
             return;
-        case Up:
+        case VirtualKey::up:
             return showHistorySlot(state().historyPosition + 1);
-        case Right:
+        case VirtualKey::right:
             if (state().inputBuffer[state().cursorPosition]) ++state().cursorPosition;
             return;
-        case Down:
+        case VirtualKey::down:
             return showHistorySlot(state().historyPosition - 1);
-        case Delete:
+        case VirtualKey::del:
             return deleteUnderCursor();
         default:
             return typeCharacter(key);

@@ -11,8 +11,6 @@
 namespace Camera {
 
 namespace {
-constexpr int leftArrow = 37;
-constexpr int rightArrow = 39;
 
 // Water near the camera counts for more, so that a stray drop does not pull the view away.
 Vector2D waterTarget() {
@@ -41,8 +39,8 @@ Vector2D waterTarget() {
 float turnInput() {
     TRACE_LOCATION("Camera::turnInput");
     float input = 0.0f;
-    if (GLWindow::keyboardKeyPressed(leftArrow)) input += state().settings.keyboardTurnSpeed;
-    if (GLWindow::keyboardKeyPressed(rightArrow)) input -= state().settings.keyboardTurnSpeed;
+    if (GLWindow::keyboardKeyPressed(VirtualKey::left)) input += state().settings.keyboardTurnSpeed;
+    if (GLWindow::keyboardKeyPressed(VirtualKey::right)) input -= state().settings.keyboardTurnSpeed;
     if (GLWindow::hasFocus() && GLWindow::mouseInClientArea()) {
         input -= static_cast<float>(GLWindow::getMouseScreenX() - GLWindow::getClientCenterX()) *
                  state().settings.mouseTurnSpeed;

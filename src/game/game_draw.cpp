@@ -20,12 +20,6 @@
 using GameState::state;
 
 namespace {
-constexpr int pageUp = 33;
-constexpr int pageDown = 34;
-constexpr int leftArrow = 37;
-constexpr int upArrow = 38;
-constexpr int rightArrow = 39;
-constexpr int downArrow = 40;
 constexpr float freeCameraSpeed = 500.0f;
 constexpr float closestFreeZoom = 0.01f;
 constexpr float widestFreeZoom = 100.0f;
@@ -35,14 +29,14 @@ void GameState::checkFreeCameraInput() {
     TRACE_LOCATION("Game::checkFreeCameraInput");
     if (state().consoleVisible) return;
     const float travel = freeCameraSpeed / state().freeCameraZoom * state().frameTime;
-    if (GLWindow::keyboardKeyPressed(upArrow)) state().freeCameraPosition.y -= travel;
-    if (GLWindow::keyboardKeyPressed(downArrow)) state().freeCameraPosition.y += travel;
-    if (GLWindow::keyboardKeyPressed(leftArrow)) state().freeCameraPosition.x -= travel;
-    if (GLWindow::keyboardKeyPressed(rightArrow)) state().freeCameraPosition.x += travel;
+    if (GLWindow::keyboardKeyPressed(VirtualKey::up)) state().freeCameraPosition.y -= travel;
+    if (GLWindow::keyboardKeyPressed(VirtualKey::down)) state().freeCameraPosition.y += travel;
+    if (GLWindow::keyboardKeyPressed(VirtualKey::left)) state().freeCameraPosition.x -= travel;
+    if (GLWindow::keyboardKeyPressed(VirtualKey::right)) state().freeCameraPosition.x += travel;
     const float zoomFactor = 5.0f * state().frameTime + 1.0f;
-    if (GLWindow::keyboardKeyPressed(pageUp))
+    if (GLWindow::keyboardKeyPressed(VirtualKey::pageUp))
         state().freeCameraZoom = std::max(state().freeCameraZoom * zoomFactor, closestFreeZoom);
-    if (GLWindow::keyboardKeyPressed(pageDown))
+    if (GLWindow::keyboardKeyPressed(VirtualKey::pageDown))
         state().freeCameraZoom = std::min(state().freeCameraZoom / zoomFactor, widestFreeZoom);
 }
 

@@ -12,14 +12,10 @@
 using GameState::state;
 
 namespace {
-constexpr int consoleKey = 223;
-constexpr int escapeKey = 27;
-constexpr int pauseKey = 19;
-constexpr int rightButton = 2;
 
 bool isPauseKey(int key) {
     TRACE_LOCATION("Game::isPauseKey");
-    return key == pauseKey ||
+    return key == VirtualKey::pause ||
            std::toupper(static_cast<unsigned char>(GLWindow::keyboardKeyToAscii(key))) == 'P';
 }
 }  // namespace
@@ -36,17 +32,17 @@ void GameState::setPaused(bool paused) {
 void Game::keyboardPressed(int key) {
     TRACE_LOCATION("Game::keyboardPressed");
     if (state().consoleVisible) {
-        if (key == consoleKey)
+        if (key == VirtualKey::console)
             state().consoleVisible = false;
         else
             GLConsole::keyPressed(key);
         return;
     }
-    if (key == consoleKey) {
+    if (key == VirtualKey::console) {
         state().consoleVisible = true;
     } else if (GameLinks::menuIsOpen()) {
         GameLinks::sendKeyToMenu(key);
-    } else if (key == escapeKey) {
+    } else if (key == VirtualKey::escape) {
         GameLinks::openInGameMenu();
     } else if (isPauseKey(key)) {
         GameState::setPaused(!state().paused);
@@ -67,7 +63,7 @@ void Game::mousePressed(int x, int y, int button) {
     TRACE_LOCATION("Game::mousePressed");
     if (GameLinks::menuIsOpen())
         GameLinks::sendMousePressToMenu(x, y, button);
-    else if (button == rightButton && !GameRules::gameIsFinished())
+    else if (button == MouseButton::right && !GameRules::gameIsFinished())
         GameLinks::openInGameMenu();
 }
 

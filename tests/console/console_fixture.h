@@ -12,11 +12,7 @@
 #include "graphics/window/window.h"
 #include "support/test_support.h"
 
-namespace ConsoleKeys {
-constexpr int backspace = 8, tab = 9, enter = 13, escape = 27, end = 35, home = 36;
-constexpr int left = 37, up = 38, right = 39, down = 40, insert = 45, del = 46;
-constexpr int shift = 16, capsLock = 20;
-}  // namespace ConsoleKeys
+namespace ConsoleKeys = VirtualKey;
 
 // Presses the key (with Shift as needed) that gives each character.
 void typeText(const std::string& text);

@@ -19,6 +19,17 @@
 
 #include "foundation/foundation.h"
 
+// The virtual key codes and mouse buttons the game reads, as the window layer
+// delivers them.
+namespace VirtualKey {
+constexpr int backspace = 8, tab = 9, enter = 13, shift = 16, pause = 19, capsLock = 20, escape = 27;
+constexpr int pageUp = 33, pageDown = 34, end = 35, home = 36, left = 37, up = 38, right = 39, down = 40;
+constexpr int insert = 45, del = 46, console = 223;
+}  // namespace VirtualKey
+namespace MouseButton {
+constexpr int left = 1, right = 2, middle = 4;
+}  // namespace MouseButton
+
 class GLWindowEventListener {
 public:
     virtual ~GLWindowEventListener() = default;

@@ -11,8 +11,6 @@
 namespace GLWindow {
 
 namespace {
-constexpr int shiftKey = 16;
-constexpr int capsLockKey = 20;
 
 // US layout characters of the punctuation and keypad keys, unshifted and shifted.
 struct KeyCharacters {
@@ -54,9 +52,9 @@ bool keyboardKeyToggled(int key) {
 
 char keyboardKeyToAscii(int key) {
     TRACE_LOCATION("GLWindow::keyboardKeyToAscii");
-    const bool shifted = keyboardKeyPressed(shiftKey);
+    const bool shifted = keyboardKeyPressed(VirtualKey::shift);
     if (key >= 'A' && key <= 'Z') {
-        const bool upper = shifted != keyboardKeyToggled(capsLockKey);
+        const bool upper = shifted != keyboardKeyToggled(VirtualKey::capsLock);
         return static_cast<char>(upper ? key : std::tolower(key));
     }
     if (key >= '0' && key <= '9') {
