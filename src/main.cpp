@@ -6,6 +6,7 @@
 #include "game/game.h"
 #include "graphics/graphics.h"
 #include "graphics/window/window.h"
+#include "menus/menus.h"
 
 int main(int, char**) {
     LocationTrace::initialise();
@@ -25,10 +26,12 @@ int main(int, char**) {
     SoundSystem::initialise();
     SoundManager::initialise();
     GLWindow::giveFocous();
+    HighScores::loadScores();
 
     // The player may have closed the window already; then there is no game to run.
     if (GLWindow::exists()) Game::run("maps\\testLevel.rill");
 
+    HighScores::saveScores();
     SoundManager::shutdown();
     SoundSystem::shutdown();
     MusicSystem::shutdown();

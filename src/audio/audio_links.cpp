@@ -2,12 +2,14 @@
 #include "audio/audio_links.h"
 
 #include "game/game.h"
+#include "menus/menus.h"
 
 namespace AudioLinks {
 
 bool soundAllowed() {
     TRACE_LOCATION("AudioLinks::soundAllowed");
-    return !Game::isPaused() && !GameRules::gameIsFinished();
+    return !Game::isPaused() && !GameRules::gameIsFinished() &&
+           GameMenus::getCurrentMenu() == GameMenus::none;
 }
 
 Vector2D listenerPosition() {

@@ -6,8 +6,7 @@
 
 namespace AudioLinks {
 
-// Sound is heard while the game runs: not paused and not finished. The menus
-// will silence it too, through this one place, once they are in the build.
+// Sound is heard while the game is played: not paused, not finished and with no menu open.
 bool soundAllowed();
 // Where the view is centred: the camera's position plus its shake.
 Vector2D listenerPosition();

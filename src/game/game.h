@@ -101,6 +101,8 @@ public:
     static void stop();
     // Asks for a change of level at the end of the frame.
     static void map(const std::string& levelName);
+    // The level starts again at the end of this frame.
+    static void requestRestart();
     // The world rectangle shown at zoom 1: the shorter side of the window shows 800 or 600 units.
     static float getViewAreaX();
     static float getViewAreaY();

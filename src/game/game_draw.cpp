@@ -14,6 +14,7 @@
 #include "graphics/graphics.h"
 #include "graphics/window/window.h"
 #include "level/level.h"
+#include "menus/menus.h"
 #include "platform/platform.h"
 #include "water/water.h"
 
@@ -128,6 +129,36 @@ void drawPaused() {
     font.drawStringCentered("Paused", 0.0f, 0.0f, 800.0f, 600.0f, 32.0f, 1.0f, 1.0f, 1.0f, 1.0f);
 }
 
+// The pointer over the menus, in window pixels, with a shadow.
+void drawCursor() {
+    TRACE_LOCATION("Game::drawCursor");
+    const GLTexture& cursor = *state().cursorTexture;
+    GLWindow::glBeginDraw2d();
+    glEnable(GL_TEXTURE_2D);
+    glEnable(GL_BLEND);
+    glDisable(GL_CULL_FACE);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glBindTexture(GL_TEXTURE_2D, cursor.id);
+    const float w = static_cast<float>(cursor.width);
+    const float h = static_cast<float>(cursor.height);
+    for (const float shade : {0.0f, 1.0f}) {
+        const float offset = shade == 0.0f ? 2.0f : 0.0f;
+        const float left = static_cast<float>(GLWindow::getMouseX()) + offset;
+        const float top = static_cast<float>(GLWindow::getMouseY()) + offset;
+        glColor4f(shade, shade, shade, 1.0f);
+        glBegin(GL_QUADS);
+        glTexCoord2f(0.0f, 0.0f);
+        glVertex2f(left, top);
+        glTexCoord2f(1.0f, 0.0f);
+        glVertex2f(left + w, top);
+        glTexCoord2f(1.0f, 1.0f);
+        glVertex2f(left + w, top + h);
+        glTexCoord2f(0.0f, 1.0f);
+        glVertex2f(left, top + h);
+        glEnd();
+    }
+}
+
 void recordDrawTime(uint64_t tics) {
     state().drawTicsSum += tics;
     if (++state().drawTimings < drawTimingBatch) return;
@@ -142,14 +173,18 @@ void recordDrawTime(uint64_t tics) {
 
 void Game::draw() {
     TRACE_LOCATION("Game::draw");
-    if (!GLWindow::contextAvailable()) return;
     drawFrame();
-    GLWindow::swapBuffers();
+    if (GLWindow::contextAvailable()) GLWindow::swapBuffers();
 }
 
+// Without a window only the open menu runs its frame: its counters and delayed
+// events go on by the clock.
 void Game::drawFrame() {
     TRACE_LOCATION("Game::drawFrame");
-    if (!GLWindow::contextAvailable()) return;
+    if (!GLWindow::contextAvailable()) {
+        GameMenus::sendMenuEvent_windowRedrawing();
+        return;
+    }
     const uint64_t start = Platform::clockMicroseconds();
     GLWindow::glBeginDraw2d();
     glClearColor(state().background[0], state().background[1], state().background[2], 1.0f);
@@ -165,6 +200,8 @@ void Game::drawFrame() {
     if (state().freeCamera && !finished) drawFreeCameraOverlay();
     GameRules::draw();
     if (state().paused && !state().freeCamera && state().font) drawPaused();
+    if (GameState::menuIsOpen()) GameMenus::sendMenuEvent_windowRedrawing();
+    if (state().cursorTexture && GameState::menuIsOpen()) drawCursor();
     recordDrawTime(Platform::clockMicroseconds() - start);
     if (state().consoleVisible) GLConsole::draw();
 }

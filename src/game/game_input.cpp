@@ -8,10 +8,26 @@
 #include "game/game.h"
 #include "game/game_state.h"
 #include "graphics/window/window.h"
+#include "menus/menus.h"
 
 using GameState::state;
 
 namespace {
+
+// Escape goes back to the menu before, except on the main menu, where it asks
+// to quit, and at the level's end, where only the button leads on.
+void menuKey(int key) {
+    TRACE_LOCATION("Game::menuKey");
+    if (key != VirtualKey::escape) {
+        GameMenus::sendMenuEvent_keyboardPressed(key);
+        return;
+    }
+    const int menu = GameMenus::getCurrentMenu();
+    if (menu == GameMenus::main)
+        GameMenus::setCurrentMenu(GameMenus::quitGame);
+    else if (menu != GameMenus::levelFinished)
+        GameMenus::setCurrentMenu(GameMenus::getLastMenu());
+}
 
 bool isPauseKey(int key) {
     TRACE_LOCATION("Game::isPauseKey");
@@ -19,6 +35,11 @@ bool isPauseKey(int key) {
            std::toupper(static_cast<unsigned char>(GLWindow::keyboardKeyToAscii(key))) == 'P';
 }
 }  // namespace
+
+bool GameState::menuIsOpen() {
+    TRACE_LOCATION("Game::menuIsOpen");
+    return GameMenus::getCurrentMenu() != GameMenus::none;
+}
 
 void GameState::setPaused(bool paused) {
     TRACE_LOCATION("Game::setPaused");
@@ -40,10 +61,10 @@ void Game::keyboardPressed(int key) {
     }
     if (key == VirtualKey::console) {
         state().consoleVisible = true;
-    } else if (GameLinks::menuIsOpen()) {
-        GameLinks::sendKeyToMenu(key);
+    } else if (GameState::menuIsOpen()) {
+        menuKey(key);
     } else if (key == VirtualKey::escape) {
-        GameLinks::openInGameMenu();
+        GameMenus::setCurrentMenu(GameMenus::inGame);
     } else if (isPauseKey(key)) {
         GameState::setPaused(!state().paused);
     }
@@ -51,25 +72,25 @@ void Game::keyboardPressed(int key) {
 
 void Game::keyboardReleased(int key) {
     TRACE_LOCATION("Game::keyboardReleased");
-    GameLinks::sendKeyReleaseToMenu(key);
+    GameMenus::sendMenuEvent_keyboardReleased(key);
 }
 
 void Game::mouseMoved(int x, int y) {
     TRACE_LOCATION("Game::mouseMoved");
-    GameLinks::sendMouseMoveToMenu(x, y);
+    GameMenus::sendMenuEvent_mouseMoved(x, y);
 }
 
 void Game::mousePressed(int x, int y, int button) {
     TRACE_LOCATION("Game::mousePressed");
-    if (GameLinks::menuIsOpen())
-        GameLinks::sendMousePressToMenu(x, y, button);
+    if (GameState::menuIsOpen())
+        GameMenus::sendMenuEvent_mousePressed(x, y, button);
     else if (button == MouseButton::right && !GameRules::gameIsFinished())
-        GameLinks::openInGameMenu();
+        GameMenus::setCurrentMenu(GameMenus::inGame);
 }
 
 void Game::mouseReleased(int x, int y, int button) {
     TRACE_LOCATION("Game::mouseReleased");
-    GameLinks::sendMouseReleaseToMenu(x, y, button);
+    GameMenus::sendMenuEvent_mouseReleased(x, y, button);
 }
 
 void Game::windowClosing() {
@@ -79,5 +100,5 @@ void Game::windowClosing() {
 
 void Game::windowFocusLost() {
     TRACE_LOCATION("Game::windowFocusLost");
-    if (!state().paused && !GameLinks::menuIsOpen()) GameState::setPaused(true);
+    if (!state().paused && !GameState::menuIsOpen()) GameState::setPaused(true);
 }

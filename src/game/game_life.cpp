@@ -10,6 +10,7 @@
 #include "game/game_state.h"
 #include "graphics/graphics.h"
 #include "level/level.h"
+#include "menus/menus.h"
 #include "water/water.h"
 
 namespace GameState {
@@ -34,7 +35,7 @@ void conCmdShakeCamera() {
 
 void conCmdRestart() {
     TRACE_LOCATION("Game::conCmdRestart");
-    state().restartRequested = true;
+    Game::requestRestart();
 }
 
 bool conCmdPause(bool value, bool set) {
@@ -126,7 +127,8 @@ void setUpLoadedLevel(const std::string& levelName) {
 void Game::initialise(const std::string& levelName) {
     TRACE_LOCATION("Game::initialise");
     startRunning();
-    GameLinks::openMainMenu();
+    GameMenus::initialise();
+    GameMenus::setCurrentMenu(GameMenus::main);
     if (Level::load(levelName)) setUpLoadedLevel(levelName);
 }
 
@@ -154,6 +156,7 @@ void Game::shutdown() {
     GameSfx_Ice::shutdown();
     GameSfx_Water::shutdown();
     GameSfx_Steam::shutdown();
+    GameMenus::shutdown();
     // A game shut down is as one never started: the next run measures its frames afresh.
     state() = GameState::State();
 }

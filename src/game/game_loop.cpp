@@ -36,7 +36,7 @@ void updateFrameSpeed() {
 // level not over and the camera not still gliding to the water.
 bool simulationRuns() {
     TRACE_LOCATION("Game::simulationRuns");
-    return !GameLinks::menuIsOpen() && !Camera::movingTowardsWaypoint() && !GameRules::gameIsFinished() &&
+    return !GameState::menuIsOpen() && !Camera::movingTowardsWaypoint() && !GameRules::gameIsFinished() &&
            !state().paused;
 }
 
@@ -55,7 +55,7 @@ void gameStep(float dt) {
     ++state().gameSteps;
     if (simulationRuns()) Game::runSimulation(dt);
     if (!GameRules::gameIsFinished()) Game::soundUpdate(dt);
-    if (!GameLinks::menuIsOpen()) moveCamera(dt);
+    if (!GameState::menuIsOpen()) moveCamera(dt);
     if (simulationRuns())
         GameRules::update(dt);
     else
@@ -111,7 +111,7 @@ void Game::runFrame(float stepSeconds) {
 void Game::runSimulation(float dt) {
     TRACE_LOCATION("Game::runSimulation");
     const uint64_t start = Platform::clockMicroseconds();
-    if (!state().paused && !GameLinks::menuIsOpen()) {
+    if (!state().paused && !GameState::menuIsOpen()) {
         const float step = std::min(dt, longestSimulationStep);
         // The water collides with the edges of the step's start plus what the movers pushed.
         MoverManager::updateCollideableNodes();

@@ -11,6 +11,7 @@
 #include "game/game_state.h"
 #include "graphics/window/window.h"
 #include "level/level.h"
+#include "menus/menus.h"
 #include "water/water.h"
 
 namespace {
@@ -26,6 +27,28 @@ void readSettings() {
     if (!state().finishSound)
         state().finishSound = std::make_unique<Sound>(config.getVarAsString("finishSound"));
     if (!state().deadSound) state().deadSound = std::make_unique<Sound>(config.getVarAsString("deadSound"));
+    if (!state().finishAnimation) {
+        auto animation = std::make_unique<GuiAnimatedButton>();
+        const std::string frames = config.getVarAsString("finishAnimationFrames");
+        animation->setFramesOutOfFocus(frames);
+        animation->setFramesInFocus(frames);
+        animation->setFramesClicked(frames);
+        animation->frameRate = config.getVarAsFloat("finishAnimationFrameRate");
+        state().finishAnimation = std::move(animation);
+    }
+}
+
+// Over the whole view, fading in as the finish timer runs down, so that it
+// stands fully opaque when the level-finished menu opens.
+void drawFinishAnimation() {
+    TRACE_LOCATION("GameRules::drawFinishAnimation");
+    GuiAnimatedButton& animation = *state().finishAnimation;
+    animation.setSize(static_cast<int>(Game::getViewAreaX()), static_cast<int>(Game::getViewAreaY()));
+    animation.setPosition(0, 0);
+    animation.focused = true;
+    animation.setState(GuiAnimatedButton::outOfFocus);
+    animation.setColor(1.0f, 1.0f, 1.0f, 1.0f - state().finishTimer / state().finishAnimationTime);
+    animation.windowRedrawing();
 }
 
 void playFromTheStart(Sound& sound) {
@@ -76,12 +99,14 @@ const GLConsoleCommand commands[] = {
 
 void initialise() {
     TRACE_LOCATION("GameRules::initialise");
-    // The two sounds are made once; everything else starts afresh.
+    // The sounds and the animation are made once; everything else starts afresh.
     std::unique_ptr<Sound> finishSound = std::move(state().finishSound);
     std::unique_ptr<Sound> deadSound = std::move(state().deadSound);
+    std::unique_ptr<GuiAnimatedButton> finishAnimation = std::move(state().finishAnimation);
     state() = State();
     state().finishSound = std::move(finishSound);
     state().deadSound = std::move(deadSound);
+    state().finishAnimation = std::move(finishAnimation);
     state().checkPoint = Level::getWaterStart();
     readSettings();
     state().finishTimer = state().finishAnimationTime;
@@ -103,6 +128,7 @@ void update(float dt) {
         if (state().finishTimer <= 0.0f) {
             SoundSourceManager::pauseAllSounds();
             MusicSystem::stop();
+            GameMenus::setCurrentMenu(GameMenus::levelFinished);
         }
     }
     if (!state().finished) checkForWin();
@@ -173,6 +199,7 @@ void draw() {
         glScalef(static_cast<float>(GLWindow::getClientWidth()) / 800.0f,
                  static_cast<float>(GLWindow::getClientHeight()) / 600.0f, 1.0f);
     }
+    if (state().finished && state().finishTimer > 0.0f && state().finishAnimation) drawFinishAnimation();
     if (!state().timePrint) return;
     uint32_t t = state().levelTimer.elapsed;
     const uint32_t hours = t / 3600000;

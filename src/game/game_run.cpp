@@ -8,6 +8,7 @@
 #include "game/game_state.h"
 #include "graphics/window/window.h"
 #include "level/level.h"
+#include "menus/menus.h"
 #include "platform/platform.h"
 
 using GameState::state;
@@ -17,8 +18,6 @@ void Game::run(const std::string& levelName) {
     if (!GLWindow::exists() || state().running) return;
     SurfaceTypeManager::initialise();
     initialise(levelName);
-    // The main menu's start button begins play; with no menu open it begins at once.
-    if (!GameLinks::menuIsOpen()) startPlaying();
     GLWindowEventListener* const savedListener = GLWindow::getEventListener();
     Game listener;
     GLWindow::setEventListener(&listener);
@@ -37,17 +36,23 @@ void Game::stop() {
     state().stopRequested = true;
 }
 
+void Game::requestRestart() {
+    TRACE_LOCATION("Game::requestRestart");
+    state().restartRequested = true;
+}
+
 void Game::map(const std::string& levelName) {
     TRACE_LOCATION("Game::map");
     state().mapRequested = true;
     state().mapName = levelName;
 }
 
-// The level's music starts looped. The mouse goes to the centre, so that the
-// first step of play doesn't read wherever it stood over the menu as a turn.
+// Play begins from the menus: they close, and the level's music starts looped.
+// The mouse goes to the centre, so that the first step of play doesn't read
+// wherever it stood over the menu as a turn.
 void Game::startPlaying() {
     TRACE_LOCATION("Game::startPlaying");
-    GameLinks::closeMenus();
+    GameMenus::setCurrentMenu(GameMenus::none);
     MusicSystem::play(state().musicName, true);
     GLWindow::centerMouse();
 }

@@ -9,6 +9,7 @@
 #include "foundation/foundation.h"
 #include "game/game.h"
 #include "graphics/graphics.h"
+#include "menus/menus.h"
 
 namespace GameState {
 
@@ -47,6 +48,8 @@ struct State {
 
 State& state();
 
+// A menu is open: the level stands still under it.
+bool menuIsOpen();
 // Turns the player's pause on or off, with the music.
 void setPaused(bool paused);
 // The console's free camera: arrows move it, Page Up and Page Down zoom it.
@@ -54,20 +57,9 @@ void checkFreeCameraInput();
 
 }  // namespace GameState
 
-// What Game asks of the subsystems that are not built yet: the menus and the
-// effects. Each goes when its subsystem arrives.
+// What Game asks of the effects, which are not built yet.
 namespace GameLinks {
 
-bool menuIsOpen();
-void openMainMenu();
-void openInGameMenu();
-void closeMenus();
-// A key for the open menu, with Escape going back as the menus expect.
-void sendKeyToMenu(int key);
-void sendKeyReleaseToMenu(int key);
-void sendMouseMoveToMenu(int x, int y);
-void sendMousePressToMenu(int x, int y, int button);
-void sendMouseReleaseToMenu(int x, int y, int button);
 // The effect particles' step, between the movers and the water.
 void runEffects(float dt);
 
@@ -92,6 +84,8 @@ struct State {
     // Made at the first level and kept across levels.
     std::unique_ptr<Sound> finishSound;
     std::unique_ptr<Sound> deadSound;
+    // The full-view animation that fades in over the won level.
+    std::unique_ptr<GuiAnimatedButton> finishAnimation;
 };
 State& state();
 

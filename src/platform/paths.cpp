@@ -1,5 +1,6 @@
 #include <fnmatch.h>
 #include <strings.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -70,6 +71,21 @@ bool createDirectory(const std::string& gameName) {
     return fs::create_directory(resolvePath(gameName), error);
 }
 
+bool replaceFile(const std::string& gameName, const void* data, std::size_t size) {
+    if (gameName.empty()) return false;
+    const std::string path = resolvePath(gameName);
+    const std::string temporary = path + ".new";
+    FILE* file = std::fopen(temporary.c_str(), "wb");
+    if (!file) return false;
+    bool written =
+        std::fwrite(data, 1, size, file) == size && std::fflush(file) == 0 && fsync(fileno(file)) == 0;
+    written = std::fclose(file) == 0 && written;
+    // The old file stands until the new one is whole on disk.
+    if (written && std::rename(temporary.c_str(), path.c_str()) == 0) return true;
+    std::remove(temporary.c_str());
+    return false;
+}
+
 std::vector<std::string> findFiles(const std::string& gamePattern) {
     std::string pattern = gamePattern;
     std::replace(pattern.begin(), pattern.end(), '\\', '/');
@@ -83,7 +99,11 @@ std::vector<std::string> findFiles(const std::string& gamePattern) {
         const std::string name = it->path().filename().string();
         if (fnmatch(filePattern.c_str(), name.c_str(), FNM_CASEFOLD) == 0) names.push_back(name);
     }
-    std::sort(names.begin(), names.end());
+    // By name, case aside, as the game's lists (levels, frames) are shown in that order.
+    std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
+        const int byLetters = strcasecmp(a.c_str(), b.c_str());
+        return byLetters != 0 ? byLetters < 0 : a < b;
+    });
     return names;
 }
 

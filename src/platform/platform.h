@@ -18,6 +18,9 @@ std::string resolvePath(const std::string& gameName);
 FILE* openFile(const std::string& gameName, const char* mode);
 bool fileExists(const std::string& gameName);
 bool createDirectory(const std::string& gameName);
+// Writes a whole file under a new name and renames it over the old one, so
+// that a crash or a full disk during the write leaves the old file as it was.
+bool replaceFile(const std::string& gameName, const void* data, std::size_t size);
 // Names of the entries of a folder whose names match a pattern with "*" and "?"
 // (case-insensitive), sorted by name. "gfx\\anim_FRAME*.tga" lists one folder.
 std::vector<std::string> findFiles(const std::string& gamePattern);

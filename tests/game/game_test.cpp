@@ -175,6 +175,7 @@ TEST_F(GameTest, AForcedFrameStepsByItsOwnLength) {
 TEST_F(GameTest, TheWaterWaitsUntilTheCameraHasArrived) {
     folder.write("cfg/camera.cfg", "waypointInterpolateSpeed = 0.1\nwaypointInterpolateDistance = 2\n");
     Game::resetLevel();
+    Game::startPlaying();
     const uint64_t steps = GameState::state().simulationSteps;
     int frames = 0;
     for (; frames < 100 && Camera::movingTowardsWaypoint(); ++frames) {
@@ -239,8 +240,11 @@ TEST_F(GameTest, WithTheConsoleOpenKeysGoToItAndTheCameraDoesNotTurn) {
     EXPECT_FLOAT_EQ(Camera::getTilt(), 1.0f);
 }
 
-TEST_F(GameTest, LosingTheFocusPauses) {
+TEST_F(GameTest, LosingTheFocusPausesOnlyThePlay) {
     Game listener;
+    listener.windowFocusLost();
+    EXPECT_FALSE(GameState::state().paused) << "the main menu is open";
+    startPlay();
     listener.windowFocusLost();
     EXPECT_TRUE(GameState::state().paused);
     listener.windowFocusLost();

@@ -1,9 +1,12 @@
-// The headless runner: plays a level without a window, sound device or menu,
+// The headless runner: plays a level without a window or sound device, and
+// without the menus unless asked,
 // from script lines, with time simulated so that runs replay byte for byte.
 #pragma once
 
 #include <iosfwd>
 #include <string>
+
+#include "graphics/window/window.h"
 
 namespace Headless {
 
@@ -12,6 +15,7 @@ struct Options {
     std::string levelName;
     std::string scriptName;  // empty: standard input
     bool window = false;
+    bool menus = false;  // keep the menus as the game has them
 };
 
 // Reads the command line; on a mistake prints the usage and returns false.
@@ -22,7 +26,11 @@ bool startGame(const Options& options);
 void stopGame();
 
 // Runs every line of the script; returns when the script ends or the game stopped.
-void runScript(std::istream& script);
+void runScript(std::istream& script, bool menus);
+
+// The game's own listener, which receives the script's keys and mouse outside
+// the loops that screens run on their own.
+GLWindowEventListener& gameListener();
 
 // Prints a line of the runner's own on standard output, on a line of its own
 // between the console's messages.

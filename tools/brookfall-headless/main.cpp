@@ -1,4 +1,4 @@
-// brookfall-headless [--data DIR] [--window] LEVEL [SCRIPT]
+// brookfall-headless [--data DIR] [--window] [--menus] LEVEL [SCRIPT]
 #include <fstream>
 #include <iostream>
 
@@ -20,7 +20,7 @@ int main(int argc, char** argv) {
         Headless::stopGame();
         return 1;
     }
-    Headless::runScript(options.scriptName.empty() ? std::cin : scriptFile);
+    Headless::runScript(options.scriptName.empty() ? std::cin : scriptFile, options.menus);
     Headless::stopGame();
     return 0;
 }

@@ -9,10 +9,11 @@ namespace Headless {
 namespace {
 
 void printUsage() {
-    std::cerr << "usage: brookfall-headless [--data DIR] [--window] LEVEL [SCRIPT]\n"
+    std::cerr << "usage: brookfall-headless [--data DIR] [--window] [--menus] LEVEL [SCRIPT]\n"
                  "  DIR     the game's working directory (default: the baked data directory)\n"
                  "  LEVEL   a level name as the game writes it, e.g. maps\\testLevel.rill\n"
-                 "  SCRIPT  script lines (default: standard input)\n";
+                 "  SCRIPT  script lines (default: standard input)\n"
+                 "  --menus keeps the main menu open over the level, as the game has it\n";
 }
 
 }  // namespace
@@ -26,6 +27,8 @@ bool parseOptions(int argc, char** argv, Options& options) {
             options.dataDirectory = std::filesystem::absolute(argv[++i]).string();
         } else if (argument == "--window") {
             options.window = true;
+        } else if (argument == "--menus") {
+            options.menus = true;
         } else if (argument.rfind("--", 0) == 0) {
             printUsage();
             return false;

@@ -1,5 +1,10 @@
-// Script lines: ":step N [DT]", ":key CODE down|up", ":tilt DEGREES", ":state",
+// Script lines: ":step N [DT]", ":key CODE down|up", ":mouse move X Y",
+// ":mouse press|release X Y BUTTON", ":tilt DEGREES", ":state",
 // ":screenshot FILE.png" (with --window); anything else is typed into the console.
+//
+// A screen that runs a loop of its own (the name entry of a new high score)
+// takes the following lines while it runs: keys and the mouse go to it, and
+// ":step" runs its frames.
 #include <cstdint>
 #include <sstream>
 
@@ -7,6 +12,7 @@
 #include "game/game.h"
 #include "graphics/window/window.h"
 #include "headless.h"
+#include "menus/menus.h"
 #include "platform/platform.h"
 
 namespace Headless {
@@ -15,11 +21,39 @@ namespace {
 
 constexpr float defaultStepSeconds = 0.013333334f;
 
-// Receives the keys a script presses, as the game's own listener would.
-Game keyListener;
+struct ScriptState {
+    std::istream* script = nullptr;
+    bool menus = false;
+};
+
+ScriptState& scriptState() {
+    static ScriptState state;
+    return state;
+}
 
 void report(const std::string& line, const char* problem) {
     printLine(std::string("script: ") + problem + ": " + line);
+}
+
+bool inScreenLoop() {
+    return GLWindow::getEventListener() != &gameListener();
+}
+
+// Without --menus the level is played as soon as it is loaded, also after a
+// Map line or a restart from the menus: the main menu never stays open.
+void keepMainMenuClosed() {
+    if (!scriptState().menus && GameMenus::getCurrentMenu() == GameMenus::main) Game::startPlaying();
+}
+
+void runFrame(float seconds, uint64_t microseconds) {
+    Platform::advanceClock(microseconds);
+    if (inScreenLoop()) {
+        if (GLWindowEventListener* screen = GLWindow::getEventListener()) screen->windowRedrawing();
+        return;
+    }
+    GLWindow::run();
+    Game::runFrame(seconds);
+    keepMainMenuClosed();
 }
 
 void runSteps(std::istringstream& words, const std::string& line) {
@@ -28,11 +62,11 @@ void runSteps(std::istringstream& words, const std::string& line) {
     if (!(words >> count) || count < 0) return report(line, "expected :step N [DT]");
     if (!(words >> seconds)) seconds = defaultStepSeconds;
     const auto microseconds = static_cast<uint64_t>(static_cast<double>(seconds) * 1e6 + 0.5);
-    for (long i = 0; i < count && Game::isRunning(); ++i) {
-        Platform::advanceClock(microseconds);
-        GLWindow::run();
-        Game::runFrame(seconds);
-    }
+    const bool screenLoop = inScreenLoop();
+    // A frame that ends the screen's loop ends the steps too: the game takes the rest.
+    for (long i = 0; i < count && Game::isRunning() && inScreenLoop() == screenLoop && GLWindow::exists();
+         ++i)
+        runFrame(seconds, microseconds);
 }
 
 void setKey(std::istringstream& words, const std::string& line) {
@@ -42,10 +76,32 @@ void setKey(std::istringstream& words, const std::string& line) {
         return report(line, "expected :key CODE down|up");
     const bool down = direction == "down";
     GLWindow::Headless::setKeyDown(code, down);
+    GLWindowEventListener* listener = GLWindow::getEventListener();
+    if (!listener) return;
     if (down)
-        keyListener.keyboardPressed(code);
+        listener->keyboardPressed(code);
     else
-        keyListener.keyboardReleased(code);
+        listener->keyboardReleased(code);
+}
+
+// Window pixels; the headless window is 800 by 600.
+void moveMouse(std::istringstream& words, const std::string& line) {
+    std::string action;
+    int x = 0, y = 0, button = 0;
+    words >> action >> x >> y;
+    const bool clickAction = action == "press" || action == "release";
+    if (!words || (action != "move" && !clickAction) || (clickAction && !(words >> button)))
+        return report(line, "expected :mouse move X Y or :mouse press|release X Y BUTTON");
+    GLWindow::Headless::setMouse(x, y);
+    if (clickAction) GLWindow::Headless::setMouseButtonDown(button, action == "press");
+    GLWindowEventListener* listener = GLWindow::getEventListener();
+    if (!listener) return;
+    if (action == "move")
+        listener->mouseMoved(x, y);
+    else if (action == "press")
+        listener->mousePressed(x, y, button);
+    else
+        listener->mouseReleased(x, y, button);
 }
 
 void setTilt(std::istringstream& words, const std::string& line) {
@@ -59,7 +115,7 @@ void takeScreenshot(std::istringstream& words, const std::string& line) {
     std::string fileName;
     if (!(words >> fileName)) return report(line, "expected :screenshot FILE.png");
     // Drawn again without presenting, since a presented frame may be gone from the back buffer.
-    Game::drawFrame();
+    if (!inScreenLoop()) Game::drawFrame();
     if (!GLWindow::saveScreenshot(fileName)) report(line, "no frame to save (run with --window)");
 }
 
@@ -71,6 +127,8 @@ void runDirective(const std::string& line) {
         runSteps(words, line);
     else if (directive == ":key")
         setKey(words, line);
+    else if (directive == ":mouse")
+        moveMouse(words, line);
     else if (directive == ":tilt")
         setTilt(words, line);
     else if (directive == ":state")
@@ -81,17 +139,35 @@ void runDirective(const std::string& line) {
         report(line, "unknown directive");
 }
 
+// False at the end of the script.
+bool runNextLine() {
+    std::string line;
+    if (!std::getline(*scriptState().script, line)) return false;
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    if (!line.empty() && line[0] == ':')
+        runDirective(line);
+    else
+        GLConsole::enterLine(line);
+    keepMainMenuClosed();
+    return true;
+}
+
+// Feeds a screen's own loop one line each time round; at the end of the
+// script the player closes the window, which ends every loop.
+void driveScreenLoop() {
+    if (!inScreenLoop()) return;
+    if (!runNextLine()) GLWindow::close();
+}
+
 }  // namespace
 
-void runScript(std::istream& script) {
-    std::string line;
-    while (Game::isRunning() && std::getline(script, line)) {
-        if (!line.empty() && line.back() == '\r') line.pop_back();
-        if (!line.empty() && line[0] == ':')
-            runDirective(line);
-        else
-            GLConsole::enterLine(line);
+void runScript(std::istream& script, bool menus) {
+    scriptState().script = &script;
+    scriptState().menus = menus;
+    GLWindow::Headless::setModalLoopDriver(driveScreenLoop);
+    while (Game::isRunning() && GLWindow::exists() && runNextLine()) {
     }
+    GLWindow::Headless::setModalLoopDriver(nullptr);
 }
 
 }  // namespace Headless

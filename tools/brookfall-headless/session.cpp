@@ -1,5 +1,5 @@
-// Starts the services the way the game's entry does, minus the sound device and
-// the menus (and the window unless asked for), and runs the clock by hand.
+// Starts the services the way the game's entry does (without the window unless
+// asked for), and runs the clock by hand.
 #include <cstdio>
 #include <filesystem>
 #include <iostream>
@@ -12,6 +12,7 @@
 #include "graphics/window/window.h"
 #include "headless.h"
 #include "level/level.h"
+#include "menus/menus.h"
 #include "platform/platform.h"
 
 namespace Headless {
@@ -56,7 +57,12 @@ bool startGame(const Options& options) {
     LocationTrace::push("WinMain");
     Platform::setManualClock(true);
     GLConsole::setPrintHook(printToStandardOutput);
-    if (options.window) openWindow();
+    // Without --window the window is the stand-in of 800 by 600, so that
+    // screens with loops of their own have a window to run in.
+    if (options.window)
+        openWindow();
+    else
+        GLWindow::createWindow("Brookfall", 800, 600);
     GLConsole::initialise();
     // Sound and music start as the game starts them, on whatever device there
     // is: without one the game says so once and plays on silently.
@@ -64,14 +70,24 @@ bool startGame(const Options& options) {
     SoundSystem::initialise();
     SoundManager::initialise();
 
+    HighScores::loadScores();
+
     SurfaceTypeManager::initialise();
+    GLWindow::setEventListener(&gameListener());
     Game::initialise(options.levelName);
     if (Game::getCurrentMapName() != options.levelName) return false;
-    Game::startPlaying();
+    if (!options.menus) Game::startPlaying();
     return true;
 }
 
+GLWindowEventListener& gameListener() {
+    static Game listener;
+    return listener;
+}
+
+// As the game's entry ends: the scores are saved first.
 void stopGame() {
+    HighScores::saveScores();
     Game::shutdown();
     SoundManager::shutdown();
     SoundSystem::shutdown();

@@ -4,6 +4,7 @@
 
 #include "game/game.h"
 #include "headless.h"
+#include "menus/menus.h"
 #include "water/water.h"
 
 namespace Headless {
@@ -60,6 +61,7 @@ std::string describeState() {
     json += ",\"score\":{\"water\":" + std::to_string(GameRules::getWaterScore()) +
             ",\"time\":" + std::to_string(GameRules::getTimeScore()) +
             ",\"total\":" + std::to_string(GameRules::getTotalScore()) + "}";
+    json += ",\"menu\":" + std::to_string(GameMenus::getCurrentMenu());
     json += "}";
     return json;
 }

@@ -150,6 +150,10 @@ void setMouseButtonDown(int button, bool down);
 void setClientSize(int width, int height);
 // Delivers a key press through the listener, as a real key-down message would.
 void pressKey(int key);
+// Called by every run() (but not from within itself), so that a tool can feed
+// the events and frames of a loop that a screen runs on its own, such as the
+// name entry of a new high score.
+void setModalLoopDriver(void (*driver)());
 }  // namespace Headless
 
 }  // namespace GLWindow

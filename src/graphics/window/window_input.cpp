@@ -192,6 +192,10 @@ void pressKey(int key) {
     state().lastKey = key;
     if (state().eventListener) state().eventListener->keyboardPressed(key);
 }
+void setModalLoopDriver(void (*driver)()) {
+    TRACE_LOCATION("GLWindow::Headless::setModalLoopDriver");
+    state().modalLoopDriver = driver;
+}
 }  // namespace Headless
 
 }  // namespace GLWindow

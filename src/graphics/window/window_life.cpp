@@ -171,6 +171,11 @@ void run() {
         state().repaintRequested = false;
         paint();
     }
+    if (state().modalLoopDriver && !state().drivingModalLoop) {
+        state().drivingModalLoop = true;
+        state().modalLoopDriver();
+        state().drivingModalLoop = false;
+    }
 }
 
 GLWindowEventListener* getEventListener() {

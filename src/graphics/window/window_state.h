@@ -33,6 +33,8 @@ struct State {
     std::string title = "Untitled window";
     bool repaintRequested = false;
     HeadlessWindow headless;
+    void (*modalLoopDriver)() = nullptr;
+    bool drivingModalLoop = false;
 };
 State& state();
 
