@@ -53,11 +53,14 @@ public:
 };
 }  // namespace LocationTrace
 
-// The one instance of a subsystem's state, made on first use (see CONTRIBUTING.md).
+// The one instance of a subsystem's state, made on first use (see
+// CONTRIBUTING.md) and never destroyed: states hold handles into each other's
+// stores (textures, sounds), and at the end of the process no order of
+// destruction would suit them all. The system takes the memory back.
 template <typename State>
 State& singleInstance() {
-    static State instance;
-    return instance;
+    static State* const instance = new State();
+    return *instance;
 }
 
 #define TRACE_LOCATION_JOIN2(a, b) a##b
