@@ -69,10 +69,10 @@ void HighScores::loadScores() {
     if (!file.is_open()) return;
     uint8_t magic[4];
     file.read(magic, sizeof(magic));
-    if (!file.good() || readLittleEndian(magic) != magicNumber) return;
+    if (file.error() || readLittleEndian(magic) != magicNumber) return;
     uint8_t bytes[tableBytes];
     file.read(bytes, tableBytes);
-    if (!file.good()) return;
+    if (file.error()) return;
     for (int i = 0; i < entryCount; ++i)
         state().table[static_cast<std::size_t>(i)] = entryFromBytes(bytes + i * sizeof(HighScoreEntry));
 }

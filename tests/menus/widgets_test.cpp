@@ -1,0 +1,180 @@
+// The menu widgets: frame sets and their animation, the option chooser, the
+// wrapped text box and the counters of the level's end.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "game/game.h"
+#include "menus/menus.h"
+#include "support/test_support.h"
+#include "water/water.h"
+
+namespace {
+
+struct WrapCase {
+    std::string text;
+    int width;
+    float fontSize;
+    std::vector<std::string> lines;
+};
+
+class TextBoxWrapping : public ::testing::TestWithParam<WrapCase> {};
+
+TEST_P(TextBoxWrapping, BreaksAtBlanksAndKeepsTheBreakAtTheLineEnd) {
+    const WrapCase& c = GetParam();
+    GuiTextBox box;
+    box.setSize(c.width, 1);
+    box.setFontSize(c.fontSize);
+    box.setText(c.text);
+    EXPECT_EQ(box.getLines(), c.lines);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Texts, TextBoxWrapping,
+    ::testing::Values(WrapCase{"aa bbbbbb", 100, 16.0f, {"aa ", "bbbbbb"}},
+                      // A word longer than a line gives up letters to lines of their own until the rest fits.
+                      WrapCase{"abcdefgh", 100, 16.0f, {"a", "b", "cdefgh"}},
+                      WrapCase{"ab\ncd", 100, 16.0f, {"ab\n", "cd"}},
+                      // Sizes below 4 are raised to 4; a box narrower than a letter holds one a line.
+                      WrapCase{"ab", 1, 1.0f, {"a", "b"}}, WrapCase{"", 100, 16.0f, {}}));
+
+TEST(AnimatedButton, FramesAreFoundByNameInOrderAndANameWithoutFrameStandsAlone) {
+    ScratchFolder folder;
+    for (const char* name : {"gfx/b_FRAME02.tga", "gfx/b_FRAME01.tga", "gfx/b_FRAME10.tga", "gfx/c.tga"})
+        folder.write(name, "x");
+    std::vector<std::string> frames;
+    GuiAnimatedButton::findFrames("gfx\\b_FRAME01.tga", frames);
+    EXPECT_EQ(frames,
+              (std::vector<std::string>{"GFX\\b_FRAME01.tga", "GFX\\b_FRAME02.tga", "GFX\\b_FRAME10.tga"}));
+    GuiAnimatedButton::findFrames("gfx\\absent.tga", frames);
+    EXPECT_EQ(frames, std::vector<std::string>{"GFX\\ABSENT.TGA"});
+    GuiAnimatedButton::findFrames("gfx\\none_FRAME1.tga", frames);
+    EXPECT_TRUE(frames.empty());
+}
+
+// A button with three frames in each set, stepped one frame at a time.
+class AnimatedButtonTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        for (int i = 1; i <= 3; ++i) folder.write("f_FRAME0" + std::to_string(i) + ".tga", "x");
+        button.setFramesOutOfFocus("f_FRAME01.tga");
+        button.setFramesInFocus("f_FRAME01.tga");
+        button.setFramesClicked("f_FRAME01.tga");
+    }
+    void step() { button.runAnimation(0.1f, 10.0f); }
+
+    ScratchFolder folder;
+    GuiAnimatedButton button;
+};
+
+TEST_F(AnimatedButtonTest, OutOfFocusLoopsInFocusHoldsAndLosingFocusPlaysBack) {
+    for (int expected : {1, 2, 0}) {
+        step();
+        EXPECT_EQ(button.getCurrentFrameIndex(), expected);
+    }
+    button.focused = true;
+    button.gainedFocus();
+    for (int expected : {1, 2, 2}) {
+        step();
+        EXPECT_EQ(button.getCurrentFrameIndex(), expected);
+    }
+    button.focused = false;
+    step();
+    EXPECT_EQ(button.getCurrentFrameIndex(), 1);
+    EXPECT_EQ(button.getState(), GuiAnimatedButton::inFocus);
+    step();
+    step();
+    EXPECT_EQ(button.getState(), GuiAnimatedButton::outOfFocus);
+    EXPECT_EQ(button.getCurrentFrameIndex(), 0);
+}
+
+TEST_F(AnimatedButtonTest, OnePressSendsEveryButtonOfTheScreenIntoItsClickedFrames) {
+    GuiScreen screen;
+    std::vector<GuiAnimatedButton*> buttons;
+    for (int i = 0; i < 5; ++i) {
+        buttons.push_back(new GuiAnimatedButton());
+        screen.addWidget(buttons.back());
+    }
+    buttons[2]->keyboardPressed('A');
+    EXPECT_EQ(buttons[2]->getState(), GuiAnimatedButton::outOfFocus) << "only Enter and Space press";
+    buttons[2]->keyboardPressed(VirtualKey::enter);
+    for (GuiAnimatedButton* other : buttons) EXPECT_EQ(other->getState(), GuiAnimatedButton::clicked);
+    screen.reset();
+    for (GuiAnimatedButton* other : buttons) EXPECT_EQ(other->getState(), GuiAnimatedButton::outOfFocus);
+}
+
+TEST(OptionChooser, StopsAtBothEndsAndTheMouseChoosesBySide) {
+    GuiOptionChooser chooser;
+    chooser.setPosition(100, 0);
+    chooser.setSize(200, 20);
+    for (const char* option : {"off", "on", "best"}) chooser.addOption(option);
+    chooser.setCurrentOption(7);
+    EXPECT_EQ(chooser.currentOption, 2u);
+    chooser.keyboardPressed(VirtualKey::right);
+    EXPECT_EQ(chooser.currentOption, 2u);
+    chooser.mousePressed(200, 5, MouseButton::left);  // the middle counts as left
+    EXPECT_EQ(chooser.currentOption, 1u);
+    chooser.mousePressed(201, 5, MouseButton::left);
+    EXPECT_EQ(chooser.currentOption, 2u);
+    chooser.setCurrentOption(0);
+    chooser.keyboardPressed(VirtualKey::left);
+    EXPECT_EQ(chooser.currentOption, 0u);
+    GuiOptionChooser empty;
+    empty.setCurrentOption(3);
+    EXPECT_EQ(empty.currentOption, 0u);
+}
+
+TEST(LevelTimeDisplay, WritesMinutesSecondsAndHundredthsWithTwoDigitsEach) {
+    EXPECT_EQ(GuiLevelTimeDisplay::formatTime(0), "00:00:00");
+    EXPECT_EQ(GuiLevelTimeDisplay::formatTime(61234), "01:01:23");
+    EXPECT_EQ(GuiLevelTimeDisplay::formatTime(3600000 + 5009), "00:05:00") << "hours are not shown";
+}
+
+int target() {
+    return 1000;
+}
+
+TEST(ScoreLabels, CountUpOneAfterTheOther) {
+    ManualClock clock;
+    GuiScoreLabel first, second;
+    first.getValue = target;
+    second.getValue = target;
+    second.waitFor = &first;
+    first.setRampUpTime(1.0f);
+    second.setRampUpTime(0.0f);  // held at 0.01 seconds
+    GuiLevelTimeDisplay time;
+    first.reset();
+    second.reset();
+    time.reset();
+    clock.advanceMilliseconds(500);
+    first.windowRedrawing();
+    second.windowRedrawing();
+    time.windowRedrawing();
+    EXPECT_EQ(first.getShownValue(), 500u);
+    EXPECT_EQ(second.getShownValue(), 0u) << "waits for the first";
+    EXPECT_EQ(time.getShownText(), "00:00:00") << "with nothing to wait for it never runs";
+    clock.advanceMilliseconds(600);
+    first.windowRedrawing();
+    second.windowRedrawing();
+    EXPECT_EQ(first.getShownValue(), 1000u);
+    EXPECT_EQ(second.getShownValue(), 1000u);
+}
+
+TEST(WaterLevel, RisesToTheShareOfTheWaterThatCameThrough) {
+    ManualClock clock;
+    ParticleManager::removeAllParticles();
+    ParticleManager::createParticles(0.0f, 0.0f, 10.0f, 64);
+    GuiWaterLevel column;
+    column.setRampUpTimePerParticle(0.5f);
+    column.reset();
+    clock.advanceMilliseconds(250);
+    column.windowRedrawing();
+    EXPECT_FLOAT_EQ(column.getLevel(), 0.25f);
+    clock.advanceMilliseconds(1000);
+    column.windowRedrawing();
+    EXPECT_FLOAT_EQ(column.getLevel(), 0.5f);
+    ParticleManager::removeAllParticles();
+}
+
+}  // namespace
