@@ -13,6 +13,7 @@
 #include "game/game.h"
 #include "graphics/graphics.h"
 #include "level/level.h"
+#include "menus/menus.h"
 #include "water/water.h"
 
 namespace {
@@ -50,11 +51,12 @@ void stopGame() {
     GLWindow::close();
 }
 
-void frameAt(benchmark::State& state, int width, int height) {
+void frameAt(benchmark::State& state, int width, int height, int menu = GameMenus::none) {
     if (!startGame(width, height)) {
         state.SkipWithError("no window or no level (run under a display, from the build folder)");
         return;
     }
+    GameMenus::setCurrentMenu(menu);
     for (auto _ : state) {
         Game::draw();
         glFinish();
@@ -71,8 +73,13 @@ void BM_GameFrame1920x1080(benchmark::State& state) {
 void BM_GameFrame800x600(benchmark::State& state) {
     frameAt(state, 800, 600);
 }
+// The level stands still under the menu, which is drawn over it with the pointer.
+void BM_GameFrameUnderMainMenu1920x1080(benchmark::State& state) {
+    frameAt(state, 1920, 1080, GameMenus::main);
+}
 
 }  // namespace
 
 BENCHMARK(BM_GameFrame1920x1080)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(3.0);
+BENCHMARK(BM_GameFrameUnderMainMenu1920x1080)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(3.0);
 BENCHMARK(BM_GameFrame800x600)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(2.0);
