@@ -127,9 +127,11 @@ void setUpLoadedLevel(const std::string& levelName) {
 void Game::initialise(const std::string& levelName) {
     TRACE_LOCATION("Game::initialise");
     startRunning();
+    SplashScreen::run();
     GameMenus::initialise();
     GameMenus::setCurrentMenu(GameMenus::main);
     if (Level::load(levelName)) setUpLoadedLevel(levelName);
+    SplashScreen::stop();
 }
 
 void Game::resetLevel() {

@@ -396,6 +396,17 @@ void sendMenuEvent_keyboardReleased(int key);
 }  // namespace GameMenus
 
 // ---------------------------------------------------------------------------
+// The loading splash: a moving picture drawn by a thread of its own while the
+// main thread works. Callers bracket slow work with run and stop, and draw
+// nothing themselves in between; window events meanwhile reach no listener.
+
+namespace SplashScreen {
+void run();
+void stop();
+bool isRunning();
+}  // namespace SplashScreen
+
+// ---------------------------------------------------------------------------
 // High scores: the ten best, kept in "sav\scores.sav", and the screen on
 // which a player who made the table types a name.
 

@@ -209,6 +209,20 @@ void swapBuffers() {
     if (state().window) SDL_GL_SwapWindow(state().window);
 }
 
+void* createThreadContext() {
+    if (!state().window) return nullptr;
+    SDL_GL_SetAttribute(SDL_GL_SHARE_WITH_CURRENT_CONTEXT, 0);
+    SDL_GLContext context = SDL_GL_CreateContext(state().window);
+    if (context) SDL_GL_MakeCurrent(state().window, context);
+    return context;
+}
+
+void deleteThreadContext(void* context) {
+    if (!context) return;
+    SDL_GL_MakeCurrent(state().window, nullptr);
+    SDL_GL_DeleteContext(static_cast<SDL_GLContext>(context));
+}
+
 void getClientSize(int& width, int& height) {
     width = height = 0;
     if (state().window) SDL_GetWindowSize(state().window, &width, &height);

@@ -51,6 +51,11 @@ bool samplesAvailable(int samples);
 // Takes the next pending event without waiting; false when none is left.
 bool pollEvent(Event& event);
 void swapBuffers();
+// A second OpenGL context on the window that shares nothing with the first,
+// made current on the calling thread; null when it can't be made. Deleting it
+// releases it from the calling thread first.
+void* createThreadContext();
+void deleteThreadContext(void* context);
 
 void getClientSize(int& width, int& height);
 void getPosition(int& x, int& y);

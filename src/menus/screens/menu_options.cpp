@@ -36,14 +36,19 @@ unsigned int detectQuality() {
 // A new context loses every texture and display list, so both are made again.
 void applyQuality(const Quality& row) {
     TRACE_LOCATION("Menu_Options::applyQuality");
+    // The splash covers the seconds that the reload takes.
     if (row.textureDetail != GLTextureManager::getTextureDetailLevel()) {
         GLWindow::setAntiAliasingMode(row.antiAliasing);
+        SplashScreen::run();
         GLTextureManager::setTextureDetailLevel(row.textureDetail);
         LevelGeometryRenderer::initialise();
+        SplashScreen::stop();
     } else if (GLWindow::getAntiAliasingMode() != row.antiAliasing) {
         GLWindow::setAntiAliasingMode(row.antiAliasing);
+        SplashScreen::run();
         GLTextureManager::reloadAllTextures();
         LevelGeometryRenderer::initialise();
+        SplashScreen::stop();
     }
     GLTextureManager::setAnisotropicFilteringLevel(row.anisotropy);
 }
