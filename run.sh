@@ -92,6 +92,12 @@ case "$mode" in
     # at exit among the software GL driver's threads after a passing test.
     xvfb-run -a -s "-screen 0 1920x1080x24" ctest --test-dir build-test --output-on-failure -j 2 \
       --repeat until-pass:3
+    # The splash is the one second thread: its tests run again under ThreadSanitizer.
+    cmake -S . -B build-tsan -G Ninja -DCMAKE_BUILD_TYPE=Debug -DBROOKFALL_THREAD_SANITIZE=ON \
+      -DBROOKFALL_BENCHMARKS=OFF > /dev/null
+    cmake --build build-tsan --target test_menus
+    TSAN_OPTIONS="halt_on_error=1" xvfb-run -a -s "-screen 0 1920x1080x24" \
+      build-tsan/tests/test_menus --gtest_filter='SplashScreen*' --gtest_brief=1
     ;;
   *)
     echo "usage: bash run.sh play|test" >&2; exit 2 ;;

@@ -285,6 +285,7 @@ public:
 
 private:
     struct Gate;
+    void openGate();
     std::thread handle;
     Gate* gate = nullptr;
     int suspended = 1;

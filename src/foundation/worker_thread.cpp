@@ -25,24 +25,29 @@ WorkerThread::WorkerThread(Routine threadRoutine) : gate(new Gate), routine(thre
     }
 }
 
+// Leaves no name in the location trace, which the ending routine may be
+// writing to at this moment.
 WorkerThread::~WorkerThread() {
     if (handle.joinable()) {
-        suspended = 1;
-        resume();
+        openGate();
         handle.join();
     }
     delete gate;
+}
+
+void WorkerThread::openGate() {
+    {
+        std::lock_guard<std::mutex> lock(gate->mutex);
+        gate->open = true;
+    }
+    gate->opened.notify_one();
 }
 
 void WorkerThread::resume() {
     TRACE_LOCATION("WorkerThread::resume");
     if (!handle.joinable() || !routine || suspended != 1) return;
     suspended = 0;
-    {
-        std::lock_guard<std::mutex> lock(gate->mutex);
-        gate->open = true;
-    }
-    gate->opened.notify_one();
+    openGate();
 }
 
 void WorkerThread::suspend() {

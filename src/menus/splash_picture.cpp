@@ -1,12 +1,13 @@
 // The splash's picture: a part of a background over the whole window and an
 // animation centred on its point. Its frames are drawn on the splash's own
 // thread, so drawing calls nothing that leaves a name in the location trace.
+#include "menus/splash_picture.h"
+
 #include <GL/gl.h>
 
 #include <algorithm>
 
 #include "menus/menus.h"
-#include "menus/splash_picture.h"
 #include "platform/window_backend.h"
 
 namespace {

@@ -21,6 +21,8 @@ constexpr uint32_t frameSleepMilliseconds = 25;
 struct State {
     std::atomic<bool> running{false};
     std::atomic<bool> ready{false};
+    // The main thread has left every traced operation and waits for ready.
+    std::atomic<bool> mainWaiting{false};
     GLWindowEventListener* savedListener = nullptr;
     std::unique_ptr<WorkerThread> thread;
 };
@@ -30,21 +32,25 @@ State& state() {
 }
 
 void splashRoutine(void*) {
+    while (!state().mainWaiting) Platform::sleepMilliseconds(1);
     void* context = WindowBackend::createThreadContext();
     auto picture = std::make_unique<SplashPicture>();
     picture->read();
-    FrameClock clock;
-    clock.update();
+    // The loop's clock is the platform's own: FrameClock leaves names in the trace.
+    uint64_t lastTick = Platform::clockMicroseconds();
     state().ready = true;
     while (state().running) {
-        clock.update();
+        const uint64_t tick = Platform::clockMicroseconds();
+        const float seconds = static_cast<float>(tick - lastTick) * 1e-6f;
+        lastTick = tick;
         if (context) {
-            picture->advance(clock.deltaSeconds);
+            picture->advance(seconds);
             picture->draw();
             WindowBackend::swapBuffers();
         }
         Platform::sleepMilliseconds(frameSleepMilliseconds);
     }
+    while (!state().mainWaiting) Platform::sleepMilliseconds(1);
     picture.reset();
     WindowBackend::deleteThreadContext(context);
 }
@@ -73,14 +79,19 @@ void run() {
         GLWindow::setEventListener(state().savedListener);
         return;
     }
+    state().mainWaiting = true;
     while (!state().ready) Platform::sleepMilliseconds(5);
+    state().mainWaiting = false;
 }
 
 void stop() {
     TRACE_LOCATION("SplashScreen::stop");
     if (!state().running) return;
     state().running = false;
+    // Deleting the thread waits for its end, and leaves no name in the trace meanwhile.
+    state().mainWaiting = true;
     state().thread.reset();
+    state().mainWaiting = false;
     GLWindow::setEventListener(state().savedListener);
 }
 
