@@ -281,4 +281,43 @@ TEST_F(FxTest, EmitterCreateChecksItsSixArguments) {
     EXPECT_EQ(emitter.textures.size(), 1u);
 }
 
+TEST_F(FxTest, TriggersStartStopAndBurstTheEmittersThatExistedBeforeThem) {
+    Trigger& tooEarly = addSquare(501, 9, -50, -50, 100);
+    FxParticleEmitter emitter = emitterAt(Vector2D(1000, 1000));  // out of view
+    emitter.id = 9;
+    FxParticleManager::addEmitter(emitter);
+    FxParticleEmitter& added = *FxParticleManager::findEmitters(9).front();
+    Trigger& stop = addSquare(503, 9, -50, -50, 100);
+    Trigger& start = addSquare(502, 9, -50, -50, 100);
+    Trigger& burst = addSquare(501, 9, -50, -50, 100);
+    EXPECT_TRUE(tooEarly.targets.empty());
+    stop.typeInfo->function(stop, nullptr, subjectParticle, 0.0f);
+    EXPECT_FALSE(added.active);
+    burst.typeInfo->function(burst, nullptr, subjectParticle, 0.0f);
+    EXPECT_EQ(FxParticleManager::conCmdFxParticleCount(), 16);  // counted out of view too
+    start.typeInfo->function(start, nullptr, subjectParticle, 0.0f);
+    EXPECT_TRUE(added.active);
+}
+
+TEST_F(FxTest, ALevelHandsItsEmittersOverWithTheirSettingsAndAFailedLoadKeepsThem) {
+    folder.write("fx/jet.cfg", "burstSize = 7\ntexture1 = gfx\\jet.tga\n");
+    folder.write("maps/jets.rill",
+                 bytesFromText("emitter id 4 at 10 20 direction 0 0 settings \"fx\\jet.cfg\"\n"
+                               "emitter id 4 at 30 40 direction 1 1 settings \"fx\\none.cfg\"\n"
+                               "trigger type Emitter_create_burst_1 target 4 rect 0 0 9 9\n"));
+    ASSERT_TRUE(Level::load("maps\\jets.rill"));
+    const std::vector<FxParticleEmitter*> emitters = FxParticleManager::findEmitters(4);
+    ASSERT_EQ(emitters.size(), 2u);
+    EXPECT_EQ(emitters[0]->burstSize, 7u);
+    EXPECT_EQ(emitters[0]->textures.size(), 1u);
+    EXPECT_NEAR(length(emitters[0]->direction), 1.0f, 1e-6f);
+    EXPECT_EQ(emitters[1]->position, Vector2D(30, 40));
+    EXPECT_TRUE(emitters[1]->textures.empty());
+    // The trigger found both, since triggers are handed over last.
+    EXPECT_EQ(TriggerManager::state().triggers.front().targets.size(), 2u);
+    folder.write("maps/broken.rill", "not a level");
+    EXPECT_FALSE(Level::load("maps\\broken.rill"));
+    EXPECT_EQ(FxParticleManager::findEmitters(4), emitters);
+}
+
 }  // namespace
