@@ -132,4 +132,5 @@ void trigFuncCheckPoint(Trigger& trigger, void*, TriggerSubjectKind, float) {
     Vector2D sum;
     for (int i = 0; i < 3; ++i) sum += trigger.first.corners[i] + trigger.second.corners[i];
     GameRules::setCheckPoint(sum.x / 6.0f, sum.y / 6.0f);
+    CheckPointTimesManager::recordTime(&trigger, GameRules::getLevelTime());
 }

@@ -165,6 +165,7 @@ void Game::drawFrame() {
     if (state().freeCamera && !finished) drawFreeCameraOverlay();
     GameRules::draw();
     if (state().paused && !state().freeCamera && state().font) drawPaused();
+    CheckPointTimesManager::draw();
     recordDrawTime(Platform::clockMicroseconds() - start);
     if (state().consoleVisible) GLConsole::draw();
 }

@@ -12,6 +12,7 @@
 #include "console/console.h"
 #include "dynamics/dynamics.h"
 #include "dynamics/trigger_state.h"
+#include "game/check_point_state.h"
 #include "game/game.h"
 #include "game/game_state.h"
 #include "graphics/window/window.h"
@@ -128,10 +129,15 @@ TEST_F(LevelPlayTest, ARestartPutsTheRulesAndTriggersBack) {
     play(level);
     Camera::setTilt(-40.0f);
     ASSERT_TRUE(stepsUntilWon(1500));
+    EXPECT_EQ(CheckPointTimesManager::state().times.size(), 1u);
     Game::resetLevel();
     EXPECT_FALSE(GameRules::levelIsWon());
     EXPECT_EQ(GameRules::getLevelTime(), 0u);
     for (const Trigger& trigger : TriggerManager::state().triggers) EXPECT_EQ(trigger.fireCount, 0u);
+    // The check point's pass before the restart is kept: the next pass shows a split.
+    Camera::setState(Camera::following);
+    steps(5);
+    EXPECT_EQ(CheckPointTimesManager::state().state, CheckPointTimesManager::splitFadingIn);
 }
 
 TEST_F(LevelPlayTest, WaterFrozenByAnIceAreaAndMeltedAgainReachesTheEnd) {
