@@ -75,6 +75,7 @@ void drawLevel() {
     drawLayer(2);
     drawLayer(3);
     drawLayer(4);
+    FxParticleManager::draw();
     // Each is silent unless its own console switch is on.
     Level::debugDraw();
     ForceManager::debugDraw();
@@ -83,6 +84,7 @@ void drawLevel() {
     LevelObjectsManager::debugDraw();
     SoundSourceManager::debugDraw();
     MoverManager::debugDraw();
+    FxParticleManager::debugDraw();
 }
 
 void lineLoop(const Vector2D* corners, int count) {

@@ -1,5 +1,5 @@
-// Game's side of the subsystems that are not built yet: until the menus and
-// the effects arrive, no menu is ever open and no effect particle moves.
+// Game's side of the subsystems that are not built yet: until the menus
+// arrive, no menu is ever open.
 #include "foundation/foundation.h"
 #include "game/game.h"
 #include "game/game_state.h"
@@ -34,9 +34,5 @@ void sendMousePressToMenu(int, int, int) {
 }
 void sendMouseReleaseToMenu(int, int, int) {
     TRACE_LOCATION("GameLinks::sendMouseReleaseToMenu");
-}
-
-void runEffects(float) {
-    TRACE_LOCATION("GameLinks::runEffects");
 }
 }  // namespace GameLinks

@@ -54,8 +54,8 @@ void checkFreeCameraInput();
 
 }  // namespace GameState
 
-// What Game asks of the subsystems that are not built yet: the menus and the
-// effects. Each goes when its subsystem arrives.
+// What Game asks of the subsystems that are not built yet: the menus. Each
+// goes when its subsystem arrives.
 namespace GameLinks {
 
 bool menuIsOpen();
@@ -68,8 +68,6 @@ void sendKeyReleaseToMenu(int key);
 void sendMouseMoveToMenu(int x, int y);
 void sendMousePressToMenu(int x, int y, int button);
 void sendMouseReleaseToMenu(int x, int y, int button);
-// The effect particles' step, between the movers and the water.
-void runEffects(float dt);
 
 }  // namespace GameLinks
 
