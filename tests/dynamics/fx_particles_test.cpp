@@ -216,6 +216,10 @@ struct BoxCase {
     std::size_t expected;
 };
 
+void PrintTo(const BoxCase& c, std::ostream* out) {
+    *out << "an emitter at " << c.position.x << ", " << c.position.y;
+}
+
 class ActiveBox : public FxTest, public ::testing::WithParamInterface<BoxCase> {};
 
 TEST_P(ActiveBox, OnlyEmittersInsideTheSquareAboutTheViewRun) {

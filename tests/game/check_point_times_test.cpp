@@ -18,6 +18,10 @@ struct FormatCase {
     const char* text;
 };
 
+void PrintTo(const FormatCase& c, std::ostream* out) {
+    *out << c.milliseconds << " ms";
+}
+
 class FormatTime : public ::testing::TestWithParam<FormatCase> {};
 
 TEST_P(FormatTime, MinutesSecondsAndHundredthsWithoutHours) {
@@ -78,6 +82,10 @@ struct SplitCase {
     const char* text;
     bool faster;
 };
+
+void PrintTo(const SplitCase& c, std::ostream* out) {
+    *out << c.previous << " ms then " << c.last << " ms";
+}
 
 class Splits : public CheckPointTimes, public ::testing::WithParamInterface<SplitCase> {};
 
