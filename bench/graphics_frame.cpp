@@ -1,7 +1,8 @@
 // One frame of the first level with its 128 water particles, drawn at 1920 by
-// 1080 the way the game draws it, under whatever OpenGL the display offers
-// (Mesa's software renderer under Xvfb: LIBGL_ALWAYS_SOFTWARE=1). Reports
-// frames a second. Run from the build folder, or set BROOKFALL_DATA_DIR.
+// 1080 the way the game draws it, with and without a thousand effect particles
+// in view, under whatever OpenGL the display offers (Mesa's software renderer
+// under Xvfb: LIBGL_ALWAYS_SOFTWARE=1). Reports frames a second. Run from the
+// build folder, or set BROOKFALL_DATA_DIR.
 #include <GL/gl.h>
 #include <benchmark/benchmark.h>
 #include <unistd.h>
@@ -10,6 +11,7 @@
 #include <filesystem>
 
 #include "console/console.h"
+#include "dynamics/dynamics.h"
 #include "game/game.h"
 #include "graphics/graphics.h"
 #include "level/level.h"
@@ -51,11 +53,44 @@ void stopGame() {
     GLWindow::close();
 }
 
-void frameAt(benchmark::State& state, int width, int height, int menu = GameMenus::none) {
+// A thousand effect particles over the view: sparks added to the picture,
+// smoke, drops and bubbles blended, 250 of each, flown out from the view's
+// centre for a second so that they cover it as a busy level's would.
+void addEffects() {
+    const struct {
+        const char* texture;
+        bool alphaBlending;
+    } kinds[] = {{"gfx\\fx\\spark.tga", false},
+                 {"gfx\\fx\\smoke.tga", true},
+                 {"gfx\\fx\\drop.tga", true},
+                 {"gfx\\fx\\bubble.tga", true}};
+    int32_t id = 1;
+    for (const auto& kind : kinds) {
+        FxParticleEmitter emitter;
+        emitter.id = id++;
+        emitter.position = Camera::getViewCentre();
+        emitter.active = false;
+        emitter.useAlphaBlending = kind.alphaBlending;
+        emitter.spread = 6.2831855f;
+        emitter.setBurstSize(250);
+        emitter.velocity1 = 50.0f;
+        emitter.velocity2 = 450.0f;
+        emitter.size1 = 8.0f;
+        emitter.size2 = 24.0f;
+        emitter.setLiveTime(1000.0f, 1000.0f);
+        emitter.addTexture(kind.texture);
+        FxParticleManager::addEmitter(emitter);
+        FxParticleManager::findEmitters(emitter.id).front()->createBurst();
+    }
+    for (int i = 0; i < 30; ++i) FxParticleManager::run(1.0f / 30.0f);
+}
+
+void frameAt(benchmark::State& state, int width, int height, bool effects, int menu = GameMenus::none) {
     if (!startGame(width, height)) {
         state.SkipWithError("no window or no level (run under a display, from the build folder)");
         return;
     }
+    if (effects) addEffects();
     GameMenus::setCurrentMenu(menu);
     for (auto _ : state) {
         Game::draw();
@@ -64,22 +99,30 @@ void frameAt(benchmark::State& state, int width, int height, int menu = GameMenu
     state.counters["fps"] =
         benchmark::Counter(static_cast<double>(state.iterations()), benchmark::Counter::kIsRate);
     state.counters["particles"] = static_cast<double>(ParticleManager::getParticles().size());
+    state.counters["fx_particles"] = static_cast<double>(FxParticleManager::getParticleCount());
     stopGame();
 }
 
 void BM_GameFrame1920x1080(benchmark::State& state) {
-    frameAt(state, 1920, 1080);
-}
-void BM_GameFrame800x600(benchmark::State& state) {
-    frameAt(state, 800, 600);
+    frameAt(state, 1920, 1080, false);
 }
 // The level stands still under the menu, which is drawn over it with the pointer.
 void BM_GameFrameUnderMainMenu1920x1080(benchmark::State& state) {
-    frameAt(state, 1920, 1080, GameMenus::main);
+    frameAt(state, 1920, 1080, false, GameMenus::main);
+}
+void BM_GameFrameWithEffectsUnderMainMenu1920x1080(benchmark::State& state) {
+    frameAt(state, 1920, 1080, true, GameMenus::main);
+}
+void BM_GameFrame800x600(benchmark::State& state) {
+    frameAt(state, 800, 600, false);
 }
 
 }  // namespace
 
 BENCHMARK(BM_GameFrame1920x1080)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(3.0);
 BENCHMARK(BM_GameFrameUnderMainMenu1920x1080)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(3.0);
+BENCHMARK(BM_GameFrameWithEffectsUnderMainMenu1920x1080)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->MinTime(3.0);
 BENCHMARK(BM_GameFrame800x600)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(2.0);

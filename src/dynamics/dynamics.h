@@ -1,7 +1,8 @@
 // What a level does by itself: trigger areas that act on the water and on the
 // level's things (TriggerManager and the trigFunc actions), points that carry
-// polygons and sprites back and forth (MoverManager, Mover), and the forces
-// that force triggers apply (ForceManager).
+// polygons and sprites back and forth (MoverManager, Mover), the forces that
+// force triggers apply (ForceManager), and the emitters of decorative effect
+// particles (FxParticleManager, FxParticleEmitter).
 #pragma once
 
 #include <cstdint>
@@ -224,3 +225,97 @@ std::list<Mover>& getMovers();
 int conCmdMoverCount();
 
 }  // namespace MoverManager
+
+// ---------------------------------------------------------------------------
+// Effect particles: textured squares that fade out as they fly. They fall
+// along the view's gravity, touch nothing and change nothing in the game.
+
+struct FxColour {
+    float r = 1.0f, g = 1.0f, b = 1.0f, a = 1.0f;
+};
+
+struct FxParticle {
+    bool useAlphaBlending = true;  // false: added to the picture
+    Vector2D position;
+    Vector2D velocity;  // world units a second
+    FxColour color;     // a is the alpha at birth
+    float size = 0.0f;  // edge of the square
+    float lifeTotal = 0.0f;
+    float lifeLeft = 0.0f;
+    float gravity = 0.0f;  // factor on the view's gravity
+    // An entry of the emitter's textures: particles go with their emitters.
+    const GLTexture* texture = nullptr;
+};
+
+// The fields of an emitter, copied as one so that no field can be forgotten.
+struct FxParticleEmitterFields {
+    int32_t id = 0;
+    Vector2D position;
+    Vector2D direction{1.0f, 0.0f};
+    float frequency = 1.0f;  // seconds between two particles, not a rate
+    float timer = 0.0f;      // seconds since the last particle
+    float spread = 0.0f;     // full width of the fan of directions, radians
+    uint32_t burstSize = 16;
+    bool active = true;
+    bool useAlphaBlending = true;
+    float velocity1 = 0.0f, velocity2 = 0.0f;
+    float size1 = 0.0f, size2 = 0.0f;
+    float liveTime1 = 1.0f, liveTime2 = 1.0f;
+    FxColour color1, color2;
+    float gravity1 = 0.0f, gravity2 = 0.0f;
+    std::vector<GLTexture> textures;
+};
+
+// A point of a level that gives off effect particles, each drawing its
+// properties from the ranges held here.
+class FxParticleEmitter : public FxParticleEmitterFields {
+public:
+    static constexpr float shortestFrequency = 0.001f;
+    static constexpr float shortestLiveTime = 0.0001f;
+    static constexpr int32_t largestBurst = 4096;
+    static constexpr std::size_t textureRoom = 8;
+
+    FxParticleEmitter();
+    FxParticleEmitter(const FxParticleEmitter& other);
+    FxParticleEmitter& operator=(const FxParticleEmitter& other);
+
+    // (0, 0) asks for a random direction, chosen once.
+    void setDirection(float x, float y);
+    void setFrequency(float seconds);
+    void setColors(const FxColour& first, const FxColour& second);
+    void setLiveTime(float time1, float time2);
+    // Anything below 0 or above 4096 becomes 4096.
+    void setBurstSize(int32_t size);
+    // Gives off a particle for every whole frequency in the time gathered, while active.
+    void run(float dt);
+    // burstSize particles at once, active or not.
+    void createBurst();
+    void spawnParticle();
+    // Overrides what the file holds; a missing file changes nothing but the textures.
+    void loadEmitterSettings(const std::string& fileName);
+    void addTexture(const std::string& fileName);
+};
+
+namespace FxParticleManager {
+
+void initalise();
+void shutdown();
+void addEmitter(const FxParticleEmitter& emitter);
+void addParticle(const FxParticle& particle);
+// Emitters stay, with their timers and active flags.
+void removeAllParticles();
+// The emitters with this id, in the order of adding, for triggers to act on.
+// They stay at one address until shutdown.
+std::vector<FxParticleEmitter*> findEmitters(int32_t id);
+std::size_t getParticleCount();
+// One step: the emitters near the view give off particles, then every particle ages and moves.
+void run(float dt);
+// Draws with the game's view in place, in batches by texture.
+void draw();
+void debugDraw();
+
+void conCmdFxEmitterCreate(std::string arguments);
+int conCmdFxEmitterCount();
+int conCmdFxParticleCount();
+
+}  // namespace FxParticleManager

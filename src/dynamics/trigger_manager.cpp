@@ -108,6 +108,8 @@ void findTargets(Trigger& trigger) {
         if (polygon.id == trigger.targetId) trigger.targets.push_back({&polygon, targetPolygon});
     for (Mover& mover : MoverManager::getMovers())
         if (mover.id == trigger.targetId) trigger.targets.push_back({&mover, targetMover});
+    for (FxParticleEmitter* emitter : FxParticleManager::findEmitters(trigger.targetId))
+        trigger.targets.push_back({emitter, targetEmitter});
 }
 
 bool pointInTrigger(const Vector2D& point, const Trigger& trigger) {

@@ -1,6 +1,7 @@
 // The trigger actions that work on the things named by the trigger's target
-// id: sprites, polygons, forces, movers, the camera and the check point. Each
-// walks the whole target list and passes over the kinds it doesn't act on.
+// id: sprites, polygons, forces, movers, effect emitters, the camera and the
+// check point. Each walks the whole target list and passes over the kinds it
+// doesn't act on.
 #include "audio/audio.h"
 #include "dynamics/dynamics.h"
 #include "game/game.h"
@@ -87,8 +88,7 @@ void trigFuncMoverGotoEndLoop(Trigger& trigger, void*, TriggerSubjectKind, float
     setMoverStates(trigger, Mover::loopToEnd);
 }
 
-// Sound sources and effect emitters are not in the game yet: these triggers
-// fire and count, and find nothing to act on.
+// Sound sources are found by id when the trigger fires, not as targets.
 void trigFuncSoundPlay(Trigger& trigger, void*, TriggerSubjectKind, float) {
     TRACE_LOCATION("trigFuncSoundPlay");
     SoundSourceManager::playSounds(trigger.targetId);
@@ -97,14 +97,22 @@ void trigFuncSoundStop(Trigger& trigger, void*, TriggerSubjectKind, float) {
     TRACE_LOCATION("trigFuncSoundStop");
     SoundSourceManager::stopSounds(trigger.targetId);
 }
-void trigFuncEmitterCreateBurst(Trigger&, void*, TriggerSubjectKind, float) {
+
+// A burst comes whether or not the emitter runs by itself.
+void trigFuncEmitterCreateBurst(Trigger& trigger, void*, TriggerSubjectKind, float) {
     TRACE_LOCATION("trigFuncEmitterCreateBurst");
+    forEachTarget<FxParticleEmitter>(trigger, targetEmitter,
+                                     [](FxParticleEmitter& emitter) { emitter.createBurst(); });
 }
-void trigFuncEmitterStart(Trigger&, void*, TriggerSubjectKind, float) {
+void trigFuncEmitterStart(Trigger& trigger, void*, TriggerSubjectKind, float) {
     TRACE_LOCATION("trigFuncEmitterStart");
+    forEachTarget<FxParticleEmitter>(trigger, targetEmitter,
+                                     [](FxParticleEmitter& emitter) { emitter.active = true; });
 }
-void trigFuncEmitterStop(Trigger&, void*, TriggerSubjectKind, float) {
+void trigFuncEmitterStop(Trigger& trigger, void*, TriggerSubjectKind, float) {
     TRACE_LOCATION("trigFuncEmitterStop");
+    forEachTarget<FxParticleEmitter>(trigger, targetEmitter,
+                                     [](FxParticleEmitter& emitter) { emitter.active = false; });
 }
 
 void trigFuncCameraZoom(Trigger&, void*, TriggerSubjectKind, float) {
@@ -124,4 +132,5 @@ void trigFuncCheckPoint(Trigger& trigger, void*, TriggerSubjectKind, float) {
     Vector2D sum;
     for (int i = 0; i < 3; ++i) sum += trigger.first.corners[i] + trigger.second.corners[i];
     GameRules::setCheckPoint(sum.x / 6.0f, sum.y / 6.0f);
+    CheckPointTimesManager::recordTime(&trigger, GameRules::getLevelTime());
 }

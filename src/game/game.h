@@ -1,5 +1,7 @@
 // The running level: the main loop and the order in which everything steps
-// (Game), and the view that follows the water and whose tilt is gravity (Camera).
+// (Game), the view that follows the water and whose tilt is gravity (Camera),
+// the rules (GameRules) and the split times at check points
+// (CheckPointTimesManager).
 #pragma once
 
 #include <cstdint>
@@ -82,6 +84,25 @@ void unpauseLevelTimer();
 void draw();
 
 }  // namespace GameRules
+
+struct Trigger;
+
+// Split times: each pass of a check point shows, in the middle of the screen,
+// the level time at its first pass and afterwards the gain or loss against the
+// previous pass of the same check point. The display fades in and out on a
+// clock of its own, so it runs on during a pause.
+namespace CheckPointTimesManager {
+
+// Reads "cfg\checkPoints.cfg" at each level load; the comparisons start afresh.
+void initialise();
+void shutdown();
+// A pass of the check point at this level time in milliseconds.
+void recordTime(const Trigger* trigger, uint32_t time);
+void draw();
+// Minutes, seconds and hundredths, two digits each, joined by ":"; hours are dropped.
+std::string formatTime(uint32_t milliseconds);
+
+}  // namespace CheckPointTimesManager
 
 // The window's listener while a level runs, and the operations of the level's
 // life under one name. All state is file-level; the object itself only forwards

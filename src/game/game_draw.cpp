@@ -76,6 +76,7 @@ void drawLevel() {
     drawLayer(2);
     drawLayer(3);
     drawLayer(4);
+    FxParticleManager::draw();
     // Each is silent unless its own console switch is on.
     Level::debugDraw();
     ForceManager::debugDraw();
@@ -84,6 +85,7 @@ void drawLevel() {
     LevelObjectsManager::debugDraw();
     SoundSourceManager::debugDraw();
     MoverManager::debugDraw();
+    FxParticleManager::debugDraw();
 }
 
 void lineLoop(const Vector2D* corners, int count) {
@@ -200,6 +202,7 @@ void Game::drawFrame() {
     if (state().freeCamera && !finished) drawFreeCameraOverlay();
     GameRules::draw();
     if (state().paused && !state().freeCamera && state().font) drawPaused();
+    CheckPointTimesManager::draw();
     if (GameState::menuIsOpen()) GameMenus::sendMenuEvent_windowRedrawing();
     if (state().cursorTexture && GameState::menuIsOpen()) drawCursor();
     recordDrawTime(Platform::clockMicroseconds() - start);

@@ -141,6 +141,8 @@ void Game::resetLevel() {
     ParticleManager::removeAllParticles();
     ParticleGroupMover::removeAllGroups();
     ParticleMover::clearParticleGrid();
+    // Emitters stay as they are, timers and active flags included.
+    FxParticleManager::removeAllParticles();
     Level::reset();
     Camera::initialise();
     placeWaterAndCamera();
@@ -153,6 +155,10 @@ void Game::shutdown() {
     GLConsole::printTitle("Game shutdown");
     GLConsole::removeCommands(commands);
     Level::clear();
+    // The effects outlive Level::clear, to be replaced by the next level's; at
+    // the end of the game nothing is left to replace them, and their textures
+    // must go while the texture store still stands.
+    FxParticleManager::shutdown();
     ParticleManager::shutdown();
     ParticleRenderer::shutdown();
     GameSfx_Ice::shutdown();

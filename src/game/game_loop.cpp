@@ -116,7 +116,7 @@ void Game::runSimulation(float dt) {
         // The water collides with the edges of the step's start plus what the movers pushed.
         MoverManager::updateCollideableNodes();
         MoverManager::runMovers(step);
-        GameLinks::runEffects(step);
+        FxParticleManager::run(step);
         ParticleManager::runSimulation(step);
         TriggerManager::runTriggers(step);
         LevelObjectsManager::runAnimations(step);

@@ -57,14 +57,6 @@ void checkFreeCameraInput();
 
 }  // namespace GameState
 
-// What Game asks of the effects, which are not built yet.
-namespace GameLinks {
-
-// The effect particles' step, between the movers and the water.
-void runEffects(float dt);
-
-}  // namespace GameLinks
-
 // The rules of the running level.
 namespace GameRules {
 

@@ -5,6 +5,7 @@
 #include "audio/audio.h"
 #include "console/console.h"
 #include "dynamics/dynamics.h"
+#include "game/game.h"
 #include "graphics/graphics.h"
 #include "level/level_state.h"
 
@@ -76,6 +77,7 @@ bool load(const std::string& fileName) {
     LevelBspTree::create();
     LevelGeometryRenderer::initialise();
     DynamicPolygonRenderer::initialise();
+    CheckPointTimesManager::initialise();
     buildPolyNodeMap();
     playUntargetedSounds();
     GLConsole::addCommands(commands);
@@ -93,6 +95,7 @@ void clear() {
     DynamicPolygonRenderer::shutdown();
     TriggerManager::shutdown();
     SoundSourceManager::shutdown();
+    CheckPointTimesManager::shutdown();
     MoverManager::shutdown();
     // Polygons go last: everything cleared before them points at them.
     state() = State();

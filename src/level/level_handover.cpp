@@ -1,8 +1,8 @@
 // Handing a read level to its owners. Triggers come last, since they look their
 // targets up in all the others; movers look up polygons and objects.
 //
-// Each slot below belongs to one owner. Until that owner's subsystem exists its
-// records are kept by the level, where Level::getRecords shows them.
+// Each slot below belongs to one owner. The level keeps the records as well,
+// for what it derives from them itself (moveable and destructable polygons).
 #include "level/level_handover.h"
 
 #include "audio/audio.h"
@@ -75,9 +75,13 @@ void handOverMovers(const std::vector<MoverRecord>& movers) {
     }
 }
 
-void handOverEmitters(const std::vector<EmitterRecord>& emitters) {
+// The emitters were made, settings and all, while the file was read.
+void handOverEmitters(const std::vector<EmitterRecord>& records,
+                      const std::vector<FxParticleEmitter>& emitters) {
     TRACE_LOCATION("LevelLoader::handOverEmitters");
-    Level::state().records.emitters = emitters;
+    Level::state().records.emitters = records;
+    FxParticleManager::initalise();
+    for (const FxParticleEmitter& emitter : emitters) FxParticleManager::addEmitter(emitter);
 }
 
 void handOverTriggers(const std::vector<TriggerRecord>& triggers) {
@@ -94,7 +98,8 @@ void handOverTriggers(const std::vector<TriggerRecord>& triggers) {
 
 namespace LevelLoader {
 
-void handOver(const LevelFile& level, const std::vector<Polygon2D>& polygons) {
+void handOver(const LevelFile& level, const std::vector<Polygon2D>& polygons,
+              const std::vector<FxParticleEmitter>& emitters) {
     TRACE_LOCATION("LevelLoader::handOver");
     Level::clear();
     for (const Polygon2D& polygon : polygons) Level::addPolygon(polygon);
@@ -104,7 +109,7 @@ void handOver(const LevelFile& level, const std::vector<Polygon2D>& polygons) {
     handOverForces(level.forces);
     handOverSoundSources(level.sounds);
     handOverMovers(level.movers);
-    handOverEmitters(level.emitters);
+    handOverEmitters(level.emitters, emitters);
     handOverTriggers(level.triggers);
 }
 

@@ -29,6 +29,16 @@ Polygon2D buildPolygon(const PolygonRecord& record) {
     return polygon;
 }
 
+// Reads the emitter's settings file, and so its textures, as the file is read.
+FxParticleEmitter buildEmitter(const EmitterRecord& record) {
+    FxParticleEmitter emitter;
+    emitter.id = record.id;
+    emitter.position = record.position.toVector();
+    emitter.setDirection(record.directionX, record.directionY);
+    emitter.loadEmitterSettings(record.settingsName);
+    return emitter;
+}
+
 }  // namespace
 
 namespace LevelLoader {
@@ -44,6 +54,7 @@ bool loadLevel(const std::string& fileName) {
     clock.update();
     LevelFile level;
     std::vector<Polygon2D> polygons;
+    std::vector<FxParticleEmitter> emitters;
     try {
         LevelFileFormat::read(file.get(), level);
         polygons.reserve(level.polygons.size());
@@ -52,6 +63,8 @@ bool loadLevel(const std::string& fileName) {
             // Keeps the window answering during a long load.
             GLWindow::run();
         }
+        emitters.reserve(level.emitters.size());
+        for (const EmitterRecord& record : level.emitters) emitters.push_back(buildEmitter(record));
     } catch (const char* reason) {
         GLConsole::print("\nError reading level file '" + fileName + "'");
         GLConsole::print(std::string("\nReason: ") + reason);
@@ -62,7 +75,7 @@ bool loadLevel(const std::string& fileName) {
     GLConsole::print("\nLevel loading took ");
     GLConsole::print(clock.deltaSeconds);
     GLConsole::print(" seconds.");
-    handOver(level, polygons);
+    handOver(level, polygons, emitters);
     return true;
 }
 

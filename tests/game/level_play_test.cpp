@@ -12,6 +12,7 @@
 #include "console/console.h"
 #include "dynamics/dynamics.h"
 #include "dynamics/trigger_state.h"
+#include "game/check_point_state.h"
 #include "game/game.h"
 #include "game/game_state.h"
 #include "graphics/window/window.h"
@@ -128,10 +129,45 @@ TEST_F(LevelPlayTest, ARestartPutsTheRulesAndTriggersBack) {
     play(level);
     Camera::setTilt(-40.0f);
     ASSERT_TRUE(stepsUntilWon(1500));
+    EXPECT_EQ(CheckPointTimesManager::state().times.size(), 1u);
     Game::resetLevel();
     EXPECT_FALSE(GameRules::levelIsWon());
     EXPECT_EQ(GameRules::getLevelTime(), 0u);
     for (const Trigger& trigger : TriggerManager::state().triggers) EXPECT_EQ(trigger.fireCount, 0u);
+    // The check point's pass before the restart is kept: the next pass shows a split.
+    Camera::setState(Camera::following);
+    steps(5);
+    EXPECT_EQ(CheckPointTimesManager::state().state, CheckPointTimesManager::splitFadingIn);
+}
+
+TEST_F(LevelPlayTest, EffectsRunInTheStepAndARestartTakesTheirParticlesButNotTheirEmitters) {
+    folder.write("fx/drip.cfg",
+                 "frequency = 0.02\nliveTime_1 = 60\nliveTime_2 = 60\ntexture1 = gfx\\drip.tga\n");
+    LevelFile level = trough();
+    EmitterRecord emitter;
+    emitter.id = 3;
+    emitter.position = {100, 0};
+    emitter.settingsName = "fx\\drip.cfg";
+    level.emitters = {emitter};
+    play(level);
+    steps(30);
+    const std::size_t made = FxParticleManager::getParticleCount();
+    EXPECT_NEAR(static_cast<double>(made), 30 * step / 0.02, 1.0);
+    Game::resetLevel();
+    EXPECT_EQ(FxParticleManager::getParticleCount(), 0u);
+    ASSERT_EQ(FxParticleManager::findEmitters(3).size(), 1u);
+    EXPECT_GT(FxParticleManager::findEmitters(3).front()->timer, 0.0f);  // its clock runs on
+    // Paused, particles neither come nor go.
+    Camera::setState(Camera::following);
+    steps(3);
+    EXPECT_GT(FxParticleManager::getParticleCount(), 0u);
+    GLConsole::enterLine("Pause true");
+    const std::size_t paused = FxParticleManager::getParticleCount();
+    steps(30);
+    EXPECT_EQ(FxParticleManager::getParticleCount(), paused);
+    GLConsole::enterLine("Pause false");
+    Game::initialise("maps\\play.rill");
+    EXPECT_EQ(FxParticleManager::getParticleCount(), 0u);
 }
 
 TEST_F(LevelPlayTest, WaterFrozenByAnIceAreaAndMeltedAgainReachesTheEnd) {

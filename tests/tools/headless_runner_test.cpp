@@ -79,6 +79,23 @@ TEST(HeadlessRunner, StepsTheGameAndReportsStateOnLinesOfTheirOwn) {
     EXPECT_NE(states[2].find("\"tilt\":25.000"), std::string::npos) << states[2];
 }
 
+TEST(HeadlessRunner, TheStateLineCountsEffectParticles) {
+    ScratchFolder folder;
+    writeBasin(folder);
+    folder.write("cfg/camera.cfg", "waypointInterpolateDistance = 1000");  // no glide: the water runs at once
+    folder.write("fx/puff.cfg", "frequency = 0.01 liveTime_1 = 10 liveTime_2 = 10 texture1 = gfx\\puff.tga");
+    const RunResult run =
+        runHeadless(folder, "maps\\basin.rill",
+                    ":state\nFxEmitterCreate 400 200 0 -1 1 fx\\puff.cfg\n:step 120\n:state\n");
+    ASSERT_EQ(run.exitCode, 0) << run.output;
+    const std::vector<std::string> states = jsonLines(run.output);
+    ASSERT_EQ(states.size(), 2u) << run.output;
+    EXPECT_NE(states[0].find(",\"fx_particles\":0,"), std::string::npos) << states[0];
+    const std::size_t field = states[1].find(",\"fx_particles\":");
+    ASSERT_NE(field, std::string::npos) << states[1];
+    EXPECT_GT(std::atoi(states[1].c_str() + field + 16), 0) << states[1];
+}
+
 TEST(HeadlessRunner, ConsoleLinesAndMistakesAreAnsweredOnStandardOutput) {
     ScratchFolder folder;
     writeBasin(folder);

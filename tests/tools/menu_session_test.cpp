@@ -57,6 +57,10 @@ const Session sessions[] = {
     {"mouse", click(400, 188), click(528, 488), click(400, 528), click(400, 548) + click(248, 368)},
 };
 
+void PrintTo(const Session& session, std::ostream* out) {
+    *out << session.name;
+}
+
 class MenuSession : public ::testing::TestWithParam<Session> {};
 
 TEST_P(MenuSession, FromTheMainMenuToTheScoresFile) {

@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <string>
 
+#include "dynamics/dynamics.h"
 #include "game/game.h"
 #include "headless.h"
 #include "menus/menus.h"
@@ -53,6 +54,7 @@ std::string describeState() {
     json += ",\"ice_particles\":" + std::to_string(counts.iceParticles);
     json += ",\"water\":" + std::to_string(counts.water);
     json += ",\"steam\":" + std::to_string(counts.steam);
+    json += ",\"fx_particles\":" + std::to_string(FxParticleManager::getParticleCount());
     json += ",\"camera\":{\"x\":" + number(camera.x) + ",\"y\":" + number(camera.y) +
             ",\"tilt\":" + number(Camera::getTilt()) + ",\"state\":" + std::to_string(Camera::getState()) +
             "}";

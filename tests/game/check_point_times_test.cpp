@@ -1,0 +1,136 @@
+// Split times at check points: the format, the comparison with the previous
+// pass (signed, on unsigned times), and the fades on the display's own clock.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "dynamics/dynamics.h"
+#include "game/check_point_state.h"
+#include "graphics/window/window.h"
+#include "support/test_support.h"
+
+namespace {
+
+using namespace CheckPointTimesManager;
+
+struct FormatCase {
+    uint32_t milliseconds;
+    const char* text;
+};
+
+void PrintTo(const FormatCase& c, std::ostream* out) {
+    *out << c.milliseconds << " ms";
+}
+
+class FormatTime : public ::testing::TestWithParam<FormatCase> {};
+
+TEST_P(FormatTime, MinutesSecondsAndHundredthsWithoutHours) {
+    EXPECT_EQ(formatTime(GetParam().milliseconds), GetParam().text);
+}
+
+INSTANTIATE_TEST_SUITE_P(Times, FormatTime,
+                         ::testing::Values(FormatCase{0, "00:00:00"}, FormatCase{9, "00:00:00"},
+                                           FormatCase{10, "00:00:01"}, FormatCase{83450, "01:23:45"},
+                                           FormatCase{3599999, "59:59:99"}, FormatCase{3600000, "00:00:00"},
+                                           FormatCase{4294967295u, "02:47:29"}));
+
+class CheckPointTimes : public ::testing::Test {
+protected:
+    void SetUp() override {
+        GLWindow::Headless::setClientSize(800, 600);
+        settings("fadeTime = 0.5\nfontColor_a = 0.8\nslowerFontColor_r = 1\nfasterFontColor_g = 1\n");
+    }
+    void TearDown() override { shutdown(); }
+
+    void settings(const std::string& text) {
+        folder.write("cfg/checkPoints.cfg", text);
+        initialise();
+    }
+    // Draws one frame after the given time on the display's clock.
+    void drawAfter(unsigned milliseconds) {
+        clock.advanceMilliseconds(milliseconds);
+        draw();
+    }
+
+    ScratchFolder folder;
+    ConsoleCapture console;
+    ManualClock clock;
+    // Only their addresses count: they are the keys of the passes.
+    Trigger firstTrigger, secondTrigger;
+    const Trigger* first = &firstTrigger;
+    const Trigger* second = &secondTrigger;
+};
+
+TEST_F(CheckPointTimes, AFirstPassShowsTheRunningTimeThroughBothFades) {
+    recordTime(first, 1200);
+    drawAfter(0);
+    EXPECT_EQ(currentDisplay(1500).text, "00:01:50");  // the time counts on as it shows
+    drawAfter(250);
+    EXPECT_EQ(state().state, timeFadingIn);
+    EXPECT_NEAR(currentDisplay(0).colour.a, 0.8f * std::sqrt(0.5f), 1e-5f);
+    drawAfter(260);
+    EXPECT_EQ(state().state, timeFadingOut);
+    drawAfter(490);
+    EXPECT_EQ(state().state, timeFadingOut);
+    EXPECT_NEAR(currentDisplay(0).colour.a, 0.8f * std::sqrt(0.02f), 1e-4f);
+    drawAfter(20);
+    EXPECT_EQ(state().state, hidden);
+}
+
+struct SplitCase {
+    uint32_t previous, last;
+    const char* text;
+    bool faster;
+};
+
+void PrintTo(const SplitCase& c, std::ostream* out) {
+    *out << c.previous << " ms then " << c.last << " ms";
+}
+
+class Splits : public CheckPointTimes, public ::testing::WithParamInterface<SplitCase> {};
+
+TEST_P(Splits, ALaterPassShowsTheDifferenceInItsOwnColour) {
+    const SplitCase& c = GetParam();
+    recordTime(first, c.previous);
+    recordTime(first, c.last);
+    EXPECT_EQ(state().state, splitFadingIn);
+    const Display display = currentDisplay(0);
+    EXPECT_EQ(display.text, c.text);
+    EXPECT_EQ(display.colour.g, c.faster ? 1.0f : 0.0f);
+    EXPECT_EQ(display.colour.r, c.faster ? 0.0f : 1.0f);
+}
+
+INSTANTIATE_TEST_SUITE_P(Passes, Splits,
+                         ::testing::Values(SplitCase{1000, 1500, "+ 00:00:50", false},
+                                           SplitCase{1500, 1000, "- 00:00:50", true},
+                                           SplitCase{7000, 7000, "+ 00:00:00", false},
+                                           SplitCase{4000000000u, 10, "- 06:39:99", true},
+                                           SplitCase{10, 4000000000u, "+ 06:39:99", false}));
+
+TEST_F(CheckPointTimes, PassesCompareWithThePassBeforeUntilTheNextLevelLoad) {
+    recordTime(first, 5000);
+    recordTime(second, 6000);  // another check point within the fade replaces the display at once
+    EXPECT_EQ(state().state, timeFadingIn);
+    EXPECT_FLOAT_EQ(state().fadeTimer, 0.5f);
+    recordTime(first, 4000);
+    recordTime(first, 4500);
+    EXPECT_EQ(state().previousTime, 4000u);
+    EXPECT_EQ(currentDisplay(0).text, "+ 00:00:50");
+    drawAfter(600);
+    EXPECT_EQ(state().state, splitFadingOut);
+    initialise();
+    recordTime(first, 4500);
+    EXPECT_EQ(state().state, timeFadingIn);
+}
+
+TEST_F(CheckPointTimes, AFadeOfNoLengthLastsAHundredthOfASecond) {
+    settings("fadeTime = 0\n");
+    EXPECT_FLOAT_EQ(state().settings.fadeTime, 0.01f);
+    recordTime(first, 0);
+    drawAfter(0);
+    EXPECT_EQ(state().state, timeFadingIn);
+    drawAfter(10);
+    EXPECT_EQ(state().state, timeFadingOut);
+}
+
+}  // namespace
