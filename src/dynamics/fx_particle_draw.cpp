@@ -7,6 +7,7 @@
 
 #include "dynamics/dynamics.h"
 #include "dynamics/fx_particle_state.h"
+#include "graphics/textured_quad.h"
 #include "graphics/window/window.h"
 
 namespace {
@@ -31,14 +32,7 @@ void emitQuad(const FxParticle& particle) {
     const float x = particle.position.x, y = particle.position.y;
     glColor4f(particle.color.r, particle.color.g, particle.color.b,
               particle.lifeLeft / particle.lifeTotal * particle.color.a);
-    glTexCoord2f(0.0f, 0.0f);
-    glVertex2f(x - half, y - half);
-    glTexCoord2f(1.0f, 0.0f);
-    glVertex2f(x + half, y - half);
-    glTexCoord2f(1.0f, 1.0f);
-    glVertex2f(x + half, y + half);
-    glTexCoord2f(0.0f, 1.0f);
-    glVertex2f(x - half, y + half);
+    texturedQuadVertices(x - half, y - half, x + half, y + half);
 }
 
 }  // namespace

@@ -131,36 +131,6 @@ void drawPaused() {
     font.drawStringCentered("Paused", 0.0f, 0.0f, 800.0f, 600.0f, 32.0f, 1.0f, 1.0f, 1.0f, 1.0f);
 }
 
-// The pointer over the menus, in window pixels, with a shadow.
-void drawCursor() {
-    TRACE_LOCATION("Game::drawCursor");
-    const GLTexture& cursor = *state().cursorTexture;
-    GLWindow::glBeginDraw2d();
-    glEnable(GL_TEXTURE_2D);
-    glEnable(GL_BLEND);
-    glDisable(GL_CULL_FACE);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glBindTexture(GL_TEXTURE_2D, cursor.id);
-    const float w = static_cast<float>(cursor.width);
-    const float h = static_cast<float>(cursor.height);
-    for (const float shade : {0.0f, 1.0f}) {
-        const float offset = shade == 0.0f ? 2.0f : 0.0f;
-        const float left = static_cast<float>(GLWindow::getMouseX()) + offset;
-        const float top = static_cast<float>(GLWindow::getMouseY()) + offset;
-        glColor4f(shade, shade, shade, 1.0f);
-        glBegin(GL_QUADS);
-        glTexCoord2f(0.0f, 0.0f);
-        glVertex2f(left, top);
-        glTexCoord2f(1.0f, 0.0f);
-        glVertex2f(left + w, top);
-        glTexCoord2f(1.0f, 1.0f);
-        glVertex2f(left + w, top + h);
-        glTexCoord2f(0.0f, 1.0f);
-        glVertex2f(left, top + h);
-        glEnd();
-    }
-}
-
 void recordDrawTime(uint64_t tics) {
     state().drawTicsSum += tics;
     if (++state().drawTimings < drawTimingBatch) return;
@@ -204,7 +174,7 @@ void Game::drawFrame() {
     if (state().paused && !state().freeCamera && state().font) drawPaused();
     CheckPointTimesManager::draw();
     if (GameState::menuIsOpen()) GameMenus::sendMenuEvent_windowRedrawing();
-    if (state().cursorTexture && GameState::menuIsOpen()) drawCursor();
+    if (state().cursorTexture && GameState::menuIsOpen()) Gui::drawCursor(*state().cursorTexture, true);
     recordDrawTime(Platform::clockMicroseconds() - start);
     if (state().consoleVisible) GLConsole::draw();
 }

@@ -9,6 +9,7 @@
 
 #include "console/console.h"
 #include "graphics/graphics.h"
+#include "graphics/textured_quad.h"
 #include "graphics/window/window.h"
 #include "water/water.h"
 
@@ -88,14 +89,7 @@ float speedTerm(const Particle& particle) {
 
 void square(const Vector2D& at, float half, const Colour& colour, float alpha) {
     glColor4f(colour.r, colour.g, colour.b, alpha);
-    glTexCoord2f(0.0f, 0.0f);
-    glVertex2f(at.x - half, at.y - half);
-    glTexCoord2f(1.0f, 0.0f);
-    glVertex2f(at.x + half, at.y - half);
-    glTexCoord2f(1.0f, 1.0f);
-    glVertex2f(at.x + half, at.y + half);
-    glTexCoord2f(0.0f, 1.0f);
-    glVertex2f(at.x - half, at.y + half);
+    texturedQuadVertices(at.x - half, at.y - half, at.x + half, at.y + half);
 }
 
 void drawOutlines(const std::vector<const Particle*>& particles, const Look& look, const GLTexture& texture) {

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "graphics/textured_quad.h"
 #include "menus/menus.h"
 #include "platform/platform.h"
 
@@ -30,19 +31,9 @@ std::unique_ptr<Sound> stoppedSound(const std::string& name) {
 void texturedQuad(const GLTexture& frame, float left, float top, float red, float green, float blue,
                   float alpha) {
     TRACE_LOCATION("GuiAnimatedButton::texturedQuad");
-    const float w = static_cast<float>(frame.width);
-    const float h = static_cast<float>(frame.height);
     glColor4f(red, green, blue, alpha);
-    glBegin(GL_QUADS);
-    glTexCoord2f(0.0f, 0.0f);
-    glVertex2f(left, top);
-    glTexCoord2f(1.0f, 0.0f);
-    glVertex2f(left + w, top);
-    glTexCoord2f(1.0f, 1.0f);
-    glVertex2f(left + w, top + h);
-    glTexCoord2f(0.0f, 1.0f);
-    glVertex2f(left, top + h);
-    glEnd();
+    drawTexturedQuad(left, top, left + static_cast<float>(frame.width),
+                     top + static_cast<float>(frame.height));
 }
 
 }  // namespace

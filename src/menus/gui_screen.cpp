@@ -7,6 +7,16 @@
 
 #include "menus/menus.h"
 
+namespace {
+DelayedEvent keyEvent(GuiWidget* widget, GuiKeyCallback callback, int key) {
+    DelayedEvent event;
+    event.keyCallback = callback;
+    event.widget = widget;
+    event.key = key;
+    return event;
+}
+}  // namespace
+
 bool DelayedEvent::fire() const {
     TRACE_LOCATION("DelayedEvent::fire");
     if (mouseCallback) return mouseCallback(widget, x, y, button);
@@ -99,28 +109,28 @@ void GuiScreen::clearDelayedEvents() {
     for (std::list<DelayedEvent>& queue : queues) queue.clear();
 }
 
-bool GuiScreen::delayedEventPending(GuiMouseCallback callback) const {
-    TRACE_LOCATION("GuiScreen::delayedEventPending");
+template <typename Callback>
+bool GuiScreen::pending(Callback DelayedEvent::*field, Callback callback) const {
+    TRACE_LOCATION("GuiScreen::pending");
     for (const std::list<DelayedEvent>& queue : queues)
         for (const DelayedEvent& event : queue)
-            if (event.mouseCallback == callback) return true;
+            if (event.*field == callback) return true;
     return false;
+}
+
+bool GuiScreen::delayedEventPending(GuiMouseCallback callback) const {
+    TRACE_LOCATION("GuiScreen::delayedEventPending");
+    return pending(&DelayedEvent::mouseCallback, callback);
 }
 
 bool GuiScreen::delayedEventPending(GuiMoveCallback callback) const {
     TRACE_LOCATION("GuiScreen::delayedEventPending");
-    for (const std::list<DelayedEvent>& queue : queues)
-        for (const DelayedEvent& event : queue)
-            if (event.moveCallback == callback) return true;
-    return false;
+    return pending(&DelayedEvent::moveCallback, callback);
 }
 
 bool GuiScreen::delayedEventPending(GuiKeyCallback callback) const {
     TRACE_LOCATION("GuiScreen::delayedEventPending");
-    for (const std::list<DelayedEvent>& queue : queues)
-        for (const DelayedEvent& event : queue)
-            if (event.keyCallback == callback) return true;
-    return false;
+    return pending(&DelayedEvent::keyCallback, callback);
 }
 
 // A callback whose delay is above 0 waits at the end of its queue; otherwise it
@@ -180,38 +190,36 @@ void GuiScreen::mouseMoved(int windowX, int windowY) {
     }
 }
 
-void GuiScreen::mousePressed(int windowX, int windowY, int button) {
-    TRACE_LOCATION("GuiScreen::mousePressed");
+// The press or release goes to the focused widget, not to the one under the
+// mouse: hovering has already made them the same.
+void GuiScreen::mouseButton(int windowX, int windowY, int button, bool pressed) {
+    TRACE_LOCATION("GuiScreen::mouseButton");
     if (!focusedWidget) return;
     GuiWidget* const widget = focusedWidget;
-    const int px = Gui::toVirtualX(windowX);
-    const int py = Gui::toVirtualY(windowY);
-    widget->mousePressed(px, py, button);
-    if (!widget->onMousePressed) return;
     DelayedEvent event;
-    event.mouseCallback = widget->onMousePressed;
     event.widget = widget;
-    event.x = px;
-    event.y = py;
+    event.x = Gui::toVirtualX(windowX);
+    event.y = Gui::toVirtualY(windowY);
     event.button = button;
-    runCallback(event, widget->onMousePressedDelay, mousePressedQueue);
+    if (pressed) {
+        widget->mousePressed(event.x, event.y, button);
+        event.mouseCallback = widget->onMousePressed;
+        if (event.mouseCallback) runCallback(event, widget->onMousePressedDelay, mousePressedQueue);
+    } else {
+        widget->mouseReleased(event.x, event.y, button);
+        event.mouseCallback = widget->onMouseReleased;
+        if (event.mouseCallback) runCallback(event, widget->onMouseReleasedDelay, mouseReleasedQueue);
+    }
+}
+
+void GuiScreen::mousePressed(int windowX, int windowY, int button) {
+    TRACE_LOCATION("GuiScreen::mousePressed");
+    mouseButton(windowX, windowY, button, true);
 }
 
 void GuiScreen::mouseReleased(int windowX, int windowY, int button) {
     TRACE_LOCATION("GuiScreen::mouseReleased");
-    if (!focusedWidget) return;
-    GuiWidget* const widget = focusedWidget;
-    const int px = Gui::toVirtualX(windowX);
-    const int py = Gui::toVirtualY(windowY);
-    widget->mouseReleased(px, py, button);
-    if (!widget->onMouseReleased) return;
-    DelayedEvent event;
-    event.mouseCallback = widget->onMouseReleased;
-    event.widget = widget;
-    event.x = px;
-    event.y = py;
-    event.button = button;
-    runCallback(event, widget->onMouseReleasedDelay, mouseReleasedQueue);
+    mouseButton(windowX, windowY, button, false);
 }
 
 void GuiScreen::keyboardPressed(int key) {
@@ -226,13 +234,9 @@ void GuiScreen::keyboardPressed(int key) {
     }
     GuiWidget* const widget = focusedWidget;
     widget->keyboardPressed(key);
-    if (widget->onKeyboardPressed) {
-        DelayedEvent event;
-        event.keyCallback = widget->onKeyboardPressed;
-        event.widget = widget;
-        event.key = key;
-        runCallback(event, widget->onKeyboardPressedDelay, keyPressedQueue);
-    }
+    if (widget->onKeyboardPressed)
+        runCallback(keyEvent(widget, widget->onKeyboardPressed, key), widget->onKeyboardPressedDelay,
+                    keyPressedQueue);
     if (focusedWidget) focusedWidget->doFocusTraversal(key);
 }
 
@@ -241,12 +245,9 @@ void GuiScreen::keyboardReleased(int key) {
     if (!focusedWidget) return;
     GuiWidget* const widget = focusedWidget;
     widget->keyboardReleased(key);
-    if (!widget->onKeyboardReleased) return;
-    DelayedEvent event;
-    event.keyCallback = widget->onKeyboardReleased;
-    event.widget = widget;
-    event.key = key;
-    runCallback(event, widget->onKeyboardReleasedDelay, keyReleasedQueue);
+    if (widget->onKeyboardReleased)
+        runCallback(keyEvent(widget, widget->onKeyboardReleased, key), widget->onKeyboardReleasedDelay,
+                    keyReleasedQueue);
 }
 
 void GuiScreen::windowClosing() {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "graphics/textured_quad.h"
 #include "menus/menus.h"
 
 namespace Gui {
@@ -24,6 +25,26 @@ void scaleToWindow() {
     TRACE_LOCATION("Gui::scaleToWindow");
     glScalef(static_cast<float>(GLWindow::getClientWidth()) / virtualWidth,
              static_cast<float>(GLWindow::getClientHeight()) / virtualHeight, 0.0f);
+}
+
+void drawCursor(const GLTexture& cursor, bool withShadow) {
+    TRACE_LOCATION("Gui::drawCursor");
+    GLWindow::glBeginDraw2d();
+    glEnable(GL_TEXTURE_2D);
+    glEnable(GL_BLEND);
+    glDisable(GL_CULL_FACE);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glBindTexture(GL_TEXTURE_2D, cursor.id);
+    const float left = static_cast<float>(GLWindow::getMouseX());
+    const float top = static_cast<float>(GLWindow::getMouseY());
+    const float w = static_cast<float>(cursor.width);
+    const float h = static_cast<float>(cursor.height);
+    if (withShadow) {
+        glColor4f(0.0f, 0.0f, 0.0f, 1.0f);
+        drawTexturedQuad(left + 2.0f, top + 2.0f, left + 2.0f + w, top + 2.0f + h);
+    }
+    glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
+    drawTexturedQuad(left, top, left + w, top + h);
 }
 
 }  // namespace Gui

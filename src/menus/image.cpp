@@ -1,6 +1,7 @@
 // A portion of an image, given in the image's pixels, stretched over the widget.
 #include <GL/gl.h>
 
+#include "graphics/textured_quad.h"
 #include "menus/menus.h"
 
 void GuiImage::setImage(const std::string& name) {
@@ -38,14 +39,5 @@ void GuiImage::windowRedrawing() {
     glEnable(GL_TEXTURE_2D);
     glBindTexture(GL_TEXTURE_2D, image.id);
     glColor4f(r, g, b, a);
-    glBegin(GL_QUADS);
-    glTexCoord2f(s0, t0);
-    glVertex2f(left, top);
-    glTexCoord2f(s1, t0);
-    glVertex2f(right, top);
-    glTexCoord2f(s1, t1);
-    glVertex2f(right, bottom);
-    glTexCoord2f(s0, t1);
-    glVertex2f(left, bottom);
-    glEnd();
+    drawTexturedQuad(left, top, right, bottom, s0, t0, s1, t1);
 }

@@ -37,6 +37,9 @@ int toVirtualX(int windowX);
 int toVirtualY(int windowY);
 // Scales the drawing so that units of the virtual screen fill the window.
 void scaleToWindow();
+// The mouse pointer at its own size, its top left at the mouse, in window
+// pixels; with a shadow 2 pixels below and to the right if asked.
+void drawCursor(const GLTexture& cursor, bool withShadow);
 }  // namespace Gui
 
 class GuiWidget : public GLWindowEventListener {
@@ -130,6 +133,9 @@ private:
     void focus(GuiWidget* widget);
     void unfocus(GuiWidget* widget);
     void runCallback(DelayedEvent event, float delay, Queue queue);
+    void mouseButton(int windowX, int windowY, int button, bool pressed);
+    template <typename Callback>
+    bool pending(Callback DelayedEvent::*field, Callback callback) const;
     void deleteWidgets();
 
     FrameClock clock;

@@ -160,23 +160,6 @@ void HighScores::draw() const {
     drawTexts(*font, name, shadowColor, shadowOffset[0], shadowOffset[1]);
     drawTexts(*font, name, fontColor, 0.0f, 0.0f);
     continueButton->windowRedrawing();
-    GLWindow::glBeginDraw2d();
-    glEnable(GL_TEXTURE_2D);
-    glBindTexture(GL_TEXTURE_2D, cursor->id);
-    const float left = static_cast<float>(GLWindow::getMouseX());
-    const float top = static_cast<float>(GLWindow::getMouseY());
-    const float w = static_cast<float>(cursor->width);
-    const float h = static_cast<float>(cursor->height);
-    glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
-    glBegin(GL_QUADS);
-    glTexCoord2f(0.0f, 0.0f);
-    glVertex2f(left, top);
-    glTexCoord2f(1.0f, 0.0f);
-    glVertex2f(left + w, top);
-    glTexCoord2f(1.0f, 1.0f);
-    glVertex2f(left + w, top + h);
-    glTexCoord2f(0.0f, 1.0f);
-    glVertex2f(left, top + h);
-    glEnd();
+    Gui::drawCursor(*cursor, false);
     GLWindow::swapBuffers();
 }

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 
+#include "graphics/textured_quad.h"
 #include "menus/menus.h"
 #include "platform/window_backend.h"
 
@@ -35,23 +36,6 @@ void SplashPicture::read() {
     t0 = 0.5f - b;
     t1 = 0.5f + b;
 }
-
-namespace {
-
-void quad(float left, float top, float right, float bottom, float s0, float t0, float s1, float t1) {
-    glBegin(GL_QUADS);
-    glTexCoord2f(s0, t0);
-    glVertex2f(left, top);
-    glTexCoord2f(s1, t0);
-    glVertex2f(right, top);
-    glTexCoord2f(s1, t1);
-    glVertex2f(right, bottom);
-    glTexCoord2f(s0, t1);
-    glVertex2f(left, bottom);
-    glEnd();
-}
-
-}  // namespace
 
 void SplashPicture::advance(float seconds) {
     frameTimer += seconds;
@@ -84,7 +68,7 @@ void SplashPicture::draw() const {
     glScalef(w / Gui::virtualWidth, h / Gui::virtualHeight, 0.0f);
     glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
     glBindTexture(GL_TEXTURE_2D, background.id);
-    quad(0.0f, 0.0f, Gui::virtualWidth, Gui::virtualHeight, s0, t0, s1, t1);
+    drawTexturedQuad(0.0f, 0.0f, Gui::virtualWidth, Gui::virtualHeight, s0, t0, s1, t1);
     const std::vector<GLTexture>& frames = animation.frames;
     if (frames.empty()) return;
     const GLTexture& shown =
@@ -95,7 +79,7 @@ void SplashPicture::draw() const {
     const float top = centreY - fh * 0.5f;
     glBindTexture(GL_TEXTURE_2D, shown.id);
     glColor4f(0.0f, 0.0f, 0.0f, 1.0f);
-    quad(left + 1.0f, top + 1.0f, left + 1.0f + fw, top + 1.0f + fh, 0.0f, 0.0f, 1.0f, 1.0f);
+    drawTexturedQuad(left + 1.0f, top + 1.0f, left + 1.0f + fw, top + 1.0f + fh, 0.0f, 0.0f, 1.0f, 1.0f);
     glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
-    quad(left, top, left + fw, top + fh, 0.0f, 0.0f, 1.0f, 1.0f);
+    drawTexturedQuad(left, top, left + fw, top + fh, 0.0f, 0.0f, 1.0f, 1.0f);
 }

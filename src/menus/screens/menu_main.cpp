@@ -16,12 +16,17 @@ void continueGame(GuiWidget*) {
 
 using MenuHandlers::goTo;
 
-// The last button goes up past the one before it to the high scores, and Tab
-// from it starts the column again.
-void closeColumn(const std::vector<GuiAnimatedButton*>& column, GuiAnimatedButton* highScoresButton) {
-    TRACE_LOCATION("Menus::closeColumn");
+// The logo over a column of buttons. The last button, Quit, goes up past the
+// one before it to the high scores, and Tab from it starts the column again.
+void buildColumnMenu(GuiScreen& screen, const char* file, const std::vector<MenuButton>& buttons) {
+    TRACE_LOCATION("Menus::buildColumnMenu");
+    screen.clearBackground = false;
+    screen.swapBuffers = false;
+    const MenuConfig config(file);
+    screen.addWidget(config.makeLogo());
+    const auto column = addButtonColumn(screen, config, buttons);
     GuiAnimatedButton* quit = column.back();
-    quit->addFocusTraversal(VirtualKey::up, highScoresButton);
+    quit->addFocusTraversal(VirtualKey::up, column[column.size() - 3]);
     quit->addFocusTraversal(VirtualKey::tab, column.front());
 }
 
@@ -29,39 +34,29 @@ void closeColumn(const std::vector<GuiAnimatedButton*>& column, GuiAnimatedButto
 
 Menu_Main::Menu_Main() {
     TRACE_LOCATION("Menu_Main::Menu_Main");
-    clearBackground = false;
-    swapBuffers = false;
-    const MenuConfig config("cfg\\menu_main.cfg");
-    addWidget(config.makeLogo());
-    const auto column = addButtonColumn(*this, config,
-                                        {
-                                            menuButton<startGame>("startButton"),
-                                            menuButton<goTo<GameMenus::loadMap>>("loadButton"),
-                                            menuButton<goTo<GameMenus::options>>("optionsButton"),
-                                            menuButton<goTo<GameMenus::instructions>>("instructionsButton"),
-                                            menuButton<goTo<GameMenus::highScores>>("highScoresButton"),
-                                            menuButton<goTo<GameMenus::credits>>("creditsButton"),
-                                            menuButton<goTo<GameMenus::quitGame>>("quitButton"),
-                                        });
-    closeColumn(column, column[4]);
+    buildColumnMenu(*this, "cfg\\menu_main.cfg",
+                    {
+                        menuButton<startGame>("startButton"),
+                        menuButton<goTo<GameMenus::loadMap>>("loadButton"),
+                        menuButton<goTo<GameMenus::options>>("optionsButton"),
+                        menuButton<goTo<GameMenus::instructions>>("instructionsButton"),
+                        menuButton<goTo<GameMenus::highScores>>("highScoresButton"),
+                        menuButton<goTo<GameMenus::credits>>("creditsButton"),
+                        menuButton<goTo<GameMenus::quitGame>>("quitButton"),
+                    });
 }
 
 Menu_InGame::Menu_InGame() {
     TRACE_LOCATION("Menu_InGame::Menu_InGame");
-    clearBackground = false;
-    swapBuffers = false;
-    const MenuConfig config("cfg\\menu_inGame.cfg");
-    addWidget(config.makeLogo());
-    const auto column = addButtonColumn(*this, config,
-                                        {
-                                            menuButton<continueGame>("continueButton"),
-                                            menuButton<goTo<GameMenus::restart>>("restartButton"),
-                                            menuButton<goTo<GameMenus::loadMap>>("loadButton"),
-                                            menuButton<goTo<GameMenus::options>>("optionsButton"),
-                                            menuButton<goTo<GameMenus::instructions>>("instructionsButton"),
-                                            menuButton<goTo<GameMenus::highScores>>("highScoresButton"),
-                                            menuButton<goTo<GameMenus::credits>>("creditsButton"),
-                                            menuButton<goTo<GameMenus::quitGame>>("quitButton"),
-                                        });
-    closeColumn(column, column[5]);
+    buildColumnMenu(*this, "cfg\\menu_inGame.cfg",
+                    {
+                        menuButton<continueGame>("continueButton"),
+                        menuButton<goTo<GameMenus::restart>>("restartButton"),
+                        menuButton<goTo<GameMenus::loadMap>>("loadButton"),
+                        menuButton<goTo<GameMenus::options>>("optionsButton"),
+                        menuButton<goTo<GameMenus::instructions>>("instructionsButton"),
+                        menuButton<goTo<GameMenus::highScores>>("highScoresButton"),
+                        menuButton<goTo<GameMenus::credits>>("creditsButton"),
+                        menuButton<goTo<GameMenus::quitGame>>("quitButton"),
+                    });
 }
