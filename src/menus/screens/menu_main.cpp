@@ -30,33 +30,28 @@ void buildColumnMenu(GuiScreen& screen, const char* file, const std::vector<Menu
     quit->addFocusTraversal(VirtualKey::tab, column.front());
 }
 
+// Below the first button, both menus offer the same ways on.
+std::vector<MenuButton> withWaysOn(const MenuButton& first) {
+    TRACE_LOCATION("Menus::withWaysOn");
+    return {first,
+            menuButton<goTo<GameMenus::loadMap>>("loadButton"),
+            menuButton<goTo<GameMenus::options>>("optionsButton"),
+            menuButton<goTo<GameMenus::instructions>>("instructionsButton"),
+            menuButton<goTo<GameMenus::highScores>>("highScoresButton"),
+            menuButton<goTo<GameMenus::credits>>("creditsButton"),
+            menuButton<goTo<GameMenus::quitGame>>("quitButton")};
+}
+
 }  // namespace
 
 Menu_Main::Menu_Main() {
     TRACE_LOCATION("Menu_Main::Menu_Main");
-    buildColumnMenu(*this, "cfg\\menu_main.cfg",
-                    {
-                        menuButton<startGame>("startButton"),
-                        menuButton<goTo<GameMenus::loadMap>>("loadButton"),
-                        menuButton<goTo<GameMenus::options>>("optionsButton"),
-                        menuButton<goTo<GameMenus::instructions>>("instructionsButton"),
-                        menuButton<goTo<GameMenus::highScores>>("highScoresButton"),
-                        menuButton<goTo<GameMenus::credits>>("creditsButton"),
-                        menuButton<goTo<GameMenus::quitGame>>("quitButton"),
-                    });
+    buildColumnMenu(*this, "cfg\\menu_main.cfg", withWaysOn(menuButton<startGame>("startButton")));
 }
 
 Menu_InGame::Menu_InGame() {
     TRACE_LOCATION("Menu_InGame::Menu_InGame");
-    buildColumnMenu(*this, "cfg\\menu_inGame.cfg",
-                    {
-                        menuButton<continueGame>("continueButton"),
-                        menuButton<goTo<GameMenus::restart>>("restartButton"),
-                        menuButton<goTo<GameMenus::loadMap>>("loadButton"),
-                        menuButton<goTo<GameMenus::options>>("optionsButton"),
-                        menuButton<goTo<GameMenus::instructions>>("instructionsButton"),
-                        menuButton<goTo<GameMenus::highScores>>("highScoresButton"),
-                        menuButton<goTo<GameMenus::credits>>("creditsButton"),
-                        menuButton<goTo<GameMenus::quitGame>>("quitButton"),
-                    });
+    std::vector<MenuButton> buttons = withWaysOn(menuButton<continueGame>("continueButton"));
+    buttons.insert(buttons.begin() + 1, menuButton<goTo<GameMenus::restart>>("restartButton"));
+    buildColumnMenu(*this, "cfg\\menu_inGame.cfg", buttons);
 }
