@@ -53,8 +53,8 @@ check_format() {
   return 1
 }
 
-# Plays the first level from its solution script in a window under Xvfb and
-# keeps the screenshots that the script takes.
+# Plays the game under Xvfb from its main menu through the first level to the
+# score counters, and keeps the screenshots that the script takes.
 record_demo() {
   local runner="$PWD/build/brookfall-headless" script="$PWD/data/demo/firstLevel.script"
   if [ ! -x "$runner" ] || [ ! -f "$script" ]; then
@@ -65,7 +65,7 @@ record_demo() {
   rm -rf "$shots" && mkdir -p "$shots"
   echo "Recording a short demo of the first level under Xvfb instead..."
   (cd "$shots" && LIBGL_ALWAYS_SOFTWARE=1 ALSOFT_DRIVERS=null xvfb-run -a -s "-screen 0 1280x720x24" \
-    "$runner" --data "$PWD/../data" --window 'maps\testLevel.rill' "$script" > demo-log.txt 2>&1) || true
+    "$runner" --data "$PWD/../data" --window --menus 'maps\testLevel.rill' "$script" > demo-log.txt 2>&1) || true
   echo "Demo screenshots are in $shots"
 }
 
