@@ -1,6 +1,8 @@
 // Script lines: ":step N [DT]", ":key CODE down|up", ":tilt DEGREES", ":state",
-// ":screenshot FILE.png" (with --window); anything else is typed into the console.
+// ":screenshot FILE.png" and ":overview FILE.png" (with --window); anything else
+// is typed into the console.
 #include <cstdint>
+#include <filesystem>
 #include <sstream>
 
 #include "console/console.h"
@@ -27,12 +29,7 @@ void runSteps(std::istringstream& words, const std::string& line) {
     float seconds = defaultStepSeconds;
     if (!(words >> count) || count < 0) return report(line, "expected :step N [DT]");
     if (!(words >> seconds)) seconds = defaultStepSeconds;
-    const auto microseconds = static_cast<uint64_t>(static_cast<double>(seconds) * 1e6 + 0.5);
-    for (long i = 0; i < count && Game::isRunning(); ++i) {
-        Platform::advanceClock(microseconds);
-        GLWindow::run();
-        Game::runFrame(seconds);
-    }
+    for (long i = 0; i < count && Game::isRunning(); ++i) stepFrame(seconds);
 }
 
 void setKey(std::istringstream& words, const std::string& line) {
@@ -54,13 +51,40 @@ void setTilt(std::istringstream& words, const std::string& line) {
     Camera::setTilt(degrees);
 }
 
-// The frame on screen, as a PNG file relative to the data directory.
-void takeScreenshot(std::istringstream& words, const std::string& line) {
+// A picture's file, relative to where the runner was started (the game itself
+// works in the data directory); empty, with the line reported, when its folder
+// is missing.
+std::string picturePath(std::istringstream& words, const std::string& line, const char* usage) {
+    namespace fs = std::filesystem;
     std::string fileName;
-    if (!(words >> fileName)) return report(line, "expected :screenshot FILE.png");
+    if (!(words >> fileName)) {
+        report(line, usage);
+        return "";
+    }
+    const fs::path path = fs::path(startDirectory()) / fileName;
+    std::error_code error;
+    if (!fs::is_directory(path.parent_path(), error)) {
+        report(line, ("no folder " + path.parent_path().string() + " to save the picture in").c_str());
+        return "";
+    }
+    return path.string();
+}
+
+// The frame on screen, as a PNG file.
+void takeScreenshot(std::istringstream& words, const std::string& line) {
+    const std::string path = picturePath(words, line, "expected :screenshot FILE.png");
+    if (path.empty()) return;
     // Drawn again without presenting, since a presented frame may be gone from the back buffer.
     Game::drawFrame();
-    if (!GLWindow::saveScreenshot(fileName)) report(line, "no frame to save (run with --window)");
+    if (!GLWindow::saveScreenshot(path)) report(line, "no frame to save (run with --window)");
+}
+
+// The whole level fitted into the window, as a PNG file.
+void takeOverview(std::istringstream& words, const std::string& line) {
+    const std::string path = picturePath(words, line, "expected :overview FILE.png");
+    if (path.empty()) return;
+    if (!drawOverview() || !GLWindow::saveScreenshot(path))
+        report(line, "no frame to save (run with --window)");
 }
 
 void runDirective(const std::string& line) {
@@ -77,11 +101,19 @@ void runDirective(const std::string& line) {
         printLine(describeState());
     else if (directive == ":screenshot")
         takeScreenshot(words, line);
+    else if (directive == ":overview")
+        takeOverview(words, line);
     else
         report(line, "unknown directive");
 }
 
 }  // namespace
+
+void stepFrame(float seconds) {
+    Platform::advanceClock(static_cast<uint64_t>(static_cast<double>(seconds) * 1e6 + 0.5));
+    GLWindow::run();
+    Game::runFrame(seconds);
+}
 
 void runScript(std::istream& script) {
     std::string line;

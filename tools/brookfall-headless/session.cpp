@@ -19,6 +19,7 @@ namespace Headless {
 namespace {
 
 char lastPrinted = '\n';
+std::string startedIn;
 
 void printToStandardOutput(const char* text, std::size_t length) {
     if (length == 0) return;
@@ -26,6 +27,8 @@ void printToStandardOutput(const char* text, std::size_t length) {
     std::fflush(stdout);
     lastPrinted = text[length - 1];
 }
+
+void printNothing(const char*, std::size_t) {}
 
 // With --window the game draws every frame into a real window, as it does when
 // played; the texture store needs that window's context.
@@ -45,7 +48,12 @@ void printLine(const std::string& line) {
     lastPrinted = '\n';
 }
 
+const std::string& startDirectory() {
+    return startedIn;
+}
+
 bool startGame(const Options& options) {
+    startedIn = options.startDirectory;
     std::error_code error;
     std::filesystem::current_path(options.dataDirectory, error);
     if (error) {
@@ -55,13 +63,17 @@ bool startGame(const Options& options) {
     LocationTrace::initialise();
     LocationTrace::push("WinMain");
     Platform::setManualClock(true);
-    GLConsole::setPrintHook(printToStandardOutput);
+    // A probe prints only its own lines.
+    GLConsole::setPrintHook(options.probe ? printNothing : printToStandardOutput);
     if (options.window) openWindow();
     GLConsole::initialise();
     // Sound and music start as the game starts them, on whatever device there
-    // is: without one the game says so once and plays on silently.
-    MusicSystem::initialise();
-    SoundSystem::initialise();
+    // is: without one the game says so once and plays on silently. A probe
+    // plays silently from the start, as the water does not hear.
+    if (!options.probe) {
+        MusicSystem::initialise();
+        SoundSystem::initialise();
+    }
     SoundManager::initialise();
 
     SurfaceTypeManager::initialise();
