@@ -57,8 +57,9 @@ std::vector<Strategy> strategies() {
 // Water at rest still stirs: its particles trade places, and the game keeps
 // them in no fixed order. So the water stays where it was while every particle
 // has one of the first look within a particle's width, at the same temperature
-// to a degree, and while the middle of all of them has moved less than half a
-// unit: water that creeps down a gentle slope moves its middle.
+// to a degree, and while the middle of all of them (and the camera, which
+// follows it) has moved less than a unit and a half: a pool's stirring moves
+// its middle by about a unit, water that creeps down a gentle slope further.
 class StillWater {
 public:
     explicit StillWater(float longestDelay)
@@ -79,7 +80,7 @@ public:
 private:
     static constexpr long checkEvery = 15;
     static constexpr float width = 2.0f * ParticleMover::particleRadius;
-    static constexpr float drift = 0.5f;
+    static constexpr float drift = 1.5f;
 
     struct Look {
         std::vector<Vector2D> places;
