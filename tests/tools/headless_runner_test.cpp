@@ -4,6 +4,8 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 
 #include "level/level.h"
 #include "level_tools/level_tools.h"
@@ -121,4 +123,42 @@ TEST(HeadlessRunner, UsageMistakesExitWithTwo) {
     const std::string command = runnerPath() + " --bogus 2>/dev/null";
     const int status = std::system(command.c_str());
     EXPECT_EQ(WEXITSTATUS(status), 2);
+}
+
+TEST(HeadlessRunner, TheProbePlaysEveryStrategyFromAFreshStart) {
+    ScratchFolder folder;
+    const std::filesystem::path source =
+        std::filesystem::path(std::getenv("BROOKFALL_SOURCE_DIR")) / "data" / "cfg";
+    for (const char* name : {"water.cfg", "camera.cfg", "game.cfg", "surfaces.cfg"}) {
+        std::ifstream in(source / name, std::ios::binary);
+        folder.write(std::string("cfg/") + name, std::string(std::istreambuf_iterator<char>(in), {}));
+    }
+    // A closed box with the water at its left and the end at its right.
+    LevelFile level;
+    std::string error;
+    ASSERT_TRUE(LevelText::parse(
+        "water 60 100\ncamera 60 100\ntrigger type Level_end_a rect 200 100 280 180\n"
+        "polygon\n  0 0, 300 0, 300 200, 0 200, 0 20, 20 20, 20 180, 280 180, 280 20, 0 20\nend\n",
+        "end.level", level, error))
+        << error;
+    folder.write("maps/end.rill", LevelFileFormat::write(level));
+    const std::string command = runnerPath() + " --data " + folder.path().string() + " --probe ";
+    FILE* pipe = popen((command + "'maps\\end.rill' 2>&1").c_str(), "r");
+    ASSERT_NE(pipe, nullptr);
+    std::string output;
+    char buffer[4096];
+    for (std::size_t count; (count = std::fread(buffer, 1, sizeof(buffer), pipe)) > 0;)
+        output.append(buffer, count);
+    EXPECT_EQ(pclose(pipe), 0) << output;
+    const std::vector<std::string> lines = jsonLines(output);
+    ASSERT_EQ(lines.size(), 51u) << output;
+    int won = 0;
+    for (const std::string& line : lines) won += line.find("\"won\":true") != std::string::npos;
+    EXPECT_EQ(lines[0].rfind("{\"strategy\":\"tilt -180\",\"won\":", 0), 0u) << lines[0];
+    EXPECT_EQ(lines[25].rfind("{\"strategy\":\"tilt -180 then 0\",\"won\":", 0), 0u) << lines[25];
+    // The end lies to the right, where a view turned to the left sends the water.
+    EXPECT_NE(lines[15].find("\"strategy\":\"tilt 45\",\"won\":false"), std::string::npos) << lines[15];
+    EXPECT_NE(lines[9].find("\"strategy\":\"tilt -45\",\"won\":true"), std::string::npos) << lines[9];
+    EXPECT_EQ(lines[50], "{\"strategies\":50,\"won\":" + std::to_string(won) + "}");
+    EXPECT_NE(std::system((command + "'maps\\none.rill' > /dev/null 2>&1").c_str()), 0);
 }

@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <sstream>
 
 #include "support/level_fixtures.h"
 
@@ -69,7 +71,9 @@ TEST_F(RillcTool, CheckPrintsTheReadersMessagesAndFailsOnABadFile) {
     const ToolRun good = rillc("check maps/good.rill");
     EXPECT_EQ(good.exitCode, 0);
     EXPECT_NE(good.output.find("\nLevel 'maps/good.rill' loaded successfully.."), std::string::npos);
-    EXPECT_NE(good.output.find("warning: polygon 1 (id 0) has no triangles"), std::string::npos);
+    EXPECT_NE(
+        good.output.find("\nwarning: polygon 1 (id 0): it has no triangles: it is neither drawn nor solid"),
+        std::string::npos);
     const std::string bytes = bytesFromText(squareText);
     folder.write("maps/cut.rill", bytes.substr(0, bytes.size() - 1));
     const ToolRun cut = rillc("check maps/cut.rill");
@@ -86,3 +90,113 @@ TEST_F(RillcTool, WrongArgumentsGiveUsage) {
     EXPECT_EQ(run.exitCode, 2);
     EXPECT_NE(run.output.find("usage: rillc compile SOURCE OUT.rill"), std::string::npos);
 }
+
+namespace {
+
+// A closed box with the water in the air above its floor, an end and a texture
+// that the data directory holds: a level with nothing to warn of.
+const char* const box =
+    "water 100 100\ncamera 100 100\n"
+    "polygon id 1 texture \"gfx\\stone.tga\"\n"
+    "  0 0, 0 400, 400 400, 400 0, 380 0, 380 380, 20 380, 20 0\nend\n";
+const char* const end = "trigger type Level_end_a rect 300 300 380 380\n";
+
+// An arc of a big circle in short straight edges, closed below: each edge
+// turns by half a degree, so the tree joins them, drawn this way round.
+std::string arc() {
+    std::vector<std::string> points;
+    for (int step = 0; step <= 60; ++step) {
+        const double angle = step * 0.5 * 3.14159265358979 / 180.0;
+        points.push_back(std::to_string(std::lround(20000 * std::sin(angle))) + " " +
+                         std::to_string(std::lround(20000 - 20000 * std::cos(angle)) + 1000));
+    }
+    points.push_back("10000 4000");
+    points.push_back("0 4000");
+    std::reverse(points.begin(), points.end());
+    std::string text = "polygon\n";
+    for (const std::string& p : points) text += "  " + p + "\n";
+    return text + "end\n";
+}
+
+struct CheckCase {
+    const char* name;
+    std::string records;  // added to the box
+    const char* warning;  // the one warning expected, from its start; null for none
+};
+
+const CheckCase checkCases[] = {
+    {"NothingToWarnOf", "", nullptr},
+    {"ASecondEndByItsNumber", "trigger type 801 rect 0 0 9 9\n", nullptr},
+    {"CaulkAgainstASolidTrimsItAsMeant",
+     "polygon collision caulk\n  100 360, 200 360, 200 380, 100 380\nend\n", nullptr},
+    {"CaulkInsideASolidCutsItsEdges",
+     "polygon id 5 collision caulk\n  100 380, 200 380, 200 400, 100 400\nend\n",
+     "polygon 1 (id 5): this caulk lies inside solid polygon 0 (id 1) along its edges: the tree loses "},
+    {"SolidsOverlappingWithEdgesRunningTheSameWay", "polygon\n  300 380, 500 380, 500 400, 300 400\nend\n",
+     "polygon 1 (id 0): overlaps solid polygon 0 (id 1) with edges on one line that run the same way: the "
+     "tree loses "},
+    {"ASmoothCurveMergesAway", arc(),
+     "polygon 1 (id 0): edges that run on almost straight merge in the tree into straight edges that leave "
+     "the outline: the tree keeps "},
+    {"TriggerAtTheDefaultCorners", "trigger type To_ice_a\n",
+     "trigger 1 (To_ice_a): its corners enclose no area, so it fires for all the water wherever its point "
+     "(0 0) is near the view"},
+    {"TriggerOnALine", "trigger type To_ice_a rect 50 50 50 90\n",
+     "trigger 1 (To_ice_a): its corners enclose no area: only water exactly on its line fires it"},
+    {"TriggerTargetOfAnotherKind", "trigger type Mover_goto_end_1 target 1 rect 0 0 9 9\n",
+     "trigger 1 (Mover_goto_end_1): its target 1 names no mover, so firing it does nothing"},
+    {"TriggerTargetZeroIsNone", "object\ntrigger type Entity_remove_1 rect 0 0 9 9\n",
+     "trigger 1 (Entity_remove_1): its target 0 names no polygon or object or force, so firing it does "
+     "nothing"},
+    {"SoundTriggerOnSoundsOfIdZero", "sound\ntrigger type Sound_play_1 rect 0 0 9 9\n", nullptr},
+    {"MoverThatCarriesNothing", "mover id 8 speed 10 to 0 50\n",
+     "mover 0 (id 8): it carries nothing: no polygon or object has id 8"},
+    {"MoverAtTheFastestSpeed",
+     "polygon id 2\n  200 200, 220 200, 220 220\nend\nmover id 2 speed 127.5 to 0 50\n", nullptr},
+    {"MoverTooFast", "polygon id 2\n  200 200, 220 200, 220 220\nend\nmover id 2 speed -128 to 0 50\n",
+     "mover 0 (id 2): its polygons move 1.71 units in a step of 0.013333334 s, more than 1.7: the water "
+     "they carry is killed (a speed of at most 127.5 keeps it)"},
+    {"MissingTexture", "object id 3 texture \"gfx\\lamp.tga\"\n",
+     "object 0 (id 3): texture \"gfx\\lamp.tga\" is not in the data directory: it is drawn with the default "
+     "picture"},
+    {"MissingSound", "sound id 4 name \"snd\\drip.wav\"\n",
+     "sound 0 (id 4): sound \"snd\\drip.wav\" is not in the data directory: it stays silent"},
+    {"MissingEmitterSettings", "emitter id 6 settings \"fx\\spray.cfg\"\n",
+     "emitter 0 (id 6): settings file \"fx\\spray.cfg\" is not in the data directory: it gives off nothing"},
+    {"NoEnd", "", "level: it has no Level_end_a trigger, so it cannot be won"},
+    {"WaterStartInTheRock", "water 10 10\n", "water 10 10: the water starts inside solid polygon 0 (id 1)"},
+};
+
+std::vector<std::string> warnings(const std::string& output) {
+    std::vector<std::string> found;
+    std::istringstream lines(output);
+    for (std::string line; std::getline(lines, line);)
+        if (line.rfind("warning: ", 0) == 0) found.push_back(line.substr(9));
+    return found;
+}
+
+class RillcCheck : public RillcTool, public ::testing::WithParamInterface<CheckCase> {};
+
+}  // namespace
+
+TEST_P(RillcCheck, WarnsOfWhatWillNotPlayAsMeant) {
+    const bool ended = std::string(GetParam().name) != "NoEnd";
+    std::string level = std::string(box) + (ended ? end : "") + GetParam().records;
+    // A second start point replaces the box's own.
+    if (GetParam().records.rfind("water", 0) == 0) level.erase(0, level.find('\n') + 1);
+    folder.write("level.txt", level);
+    folder.write("data/gfx/stone.tga", "");
+    ASSERT_EQ(rillc("compile level.txt level.rill").exitCode, 0);
+    const ToolRun run = rillc("check --data data level.rill");
+    EXPECT_EQ(run.exitCode, 0) << run.output;
+    const std::vector<std::string> found = warnings(run.output);
+    if (!GetParam().warning) {
+        EXPECT_TRUE(found.empty()) << run.output;
+        return;
+    }
+    ASSERT_EQ(found.size(), 1u) << run.output;
+    EXPECT_EQ(found[0].rfind(GetParam().warning, 0), 0u) << found[0];
+}
+
+INSTANTIATE_TEST_SUITE_P(Traps, RillcCheck, ::testing::ValuesIn(checkCases),
+                         [](const auto& row) { return std::string(row.param.name); });

@@ -64,4 +64,43 @@ TEST(WindowedRunner, WithoutAWindowThereIsNoScreenshot) {
     EXPECT_FALSE(std::filesystem::exists(folder.path() / "shot.png"));
 }
 
+TEST(WindowedRunner, TheOverviewShowsTheWholeLevelWherePicturesAreTakenFromTheStart) {
+    ScratchFolder folder;
+    LevelFile level;
+    std::string error;
+    // Two red blocks much further apart than a view is wide.
+    ASSERT_TRUE(
+        LevelText::parse("polygon texture \"gfx\\red.tga\"\n  -3000 0, -2800 0, -2800 200, -3000 200\nend\n"
+                         "polygon texture \"gfx\\red.tga\"\n  2800 0, 3000 0, 3000 200, 2800 200\nend\n",
+                         "test.level", level, error))
+        << error;
+    folder.write("data/maps/wide.rill", LevelFileFormat::write(level));
+    folder.write("data/gfx/red.tga", makeRawTga(32, 32, true, solid(255, 0, 0)));
+    folder.write("script.txt", ":overview view.png\n:screenshot missing/shot.png\n");
+    const std::string command =
+        runnerPath() + " --data data --window 'maps\\wide.rill' script.txt > out.txt 2>&1";
+    ASSERT_EQ(std::system(command.c_str()), 0) << folder.read("out.txt");
+    EXPECT_NE(folder.read("out.txt").find("\nscript: no folder "), std::string::npos)
+        << folder.read("out.txt");
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "data" / "view.png"));
+
+    Platform::LoadedImage view;
+    ASSERT_TRUE(Platform::loadImage("view.png", view));
+    // Red at both sides of the picture, blue, green, red, alpha in memory.
+    auto redColumns = [&](int from, int to) {
+        int count = 0;
+        for (int x = from; x < to; ++x)
+            for (int y = 0; y < view.height; ++y) {
+                const uint8_t* p = &view.pixels[(static_cast<std::size_t>(y) * view.width + x) * 4];
+                if (p[2] > 200 && p[1] < 60) {
+                    ++count;
+                    break;
+                }
+            }
+        return count;
+    };
+    EXPECT_GT(redColumns(0, view.width / 5), 0);
+    EXPECT_GT(redColumns(view.width * 4 / 5, view.width), 0);
+}
+
 }  // namespace

@@ -16,6 +16,10 @@ struct Options {
     std::string scriptName;  // empty: standard input
     bool window = false;
     bool menus = false;  // keep the menus as the game has them
+    // --probe: the level played with simple strategies instead of a script.
+    bool probe = false;
+    // Where the runner was started: screenshots are written relative to it.
+    std::string startDirectory;
 };
 
 // Reads the command line; on a mistake prints the usage and returns false.
@@ -27,10 +31,23 @@ void stopGame();
 
 // Runs every line of the script; returns when the script ends or the game stopped.
 void runScript(std::istream& script, bool menus);
+// One frame in which a game step of the given length is due, the clock moved on
+// by as much; inside a screen's own loop, a frame of that screen.
+void stepFrame(float seconds);
 
 // The game's own listener, which receives the script's keys and mouse outside
 // the loops that screens run on their own.
 GLWindowEventListener& gameListener();
+
+// Plays the level with every probe strategy and prints a line for each; the exit code.
+int runProbe(const Options& options);
+
+// A picture of the whole level with the water, the start points, the trigger
+// areas, the movers' paths and the sound sources' ranges; false without a window.
+bool drawOverview();
+
+// Where the runner was started, which relative picture paths are taken from.
+const std::string& startDirectory();
 
 // Prints a line of the runner's own on standard output, on a line of its own
 // between the console's messages.

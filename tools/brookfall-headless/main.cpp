@@ -1,4 +1,5 @@
 // brookfall-headless [--data DIR] [--window] [--menus] LEVEL [SCRIPT]
+// brookfall-headless [--data DIR] --probe LEVEL
 #include <fstream>
 #include <iostream>
 
@@ -7,6 +8,7 @@
 int main(int argc, char** argv) {
     Headless::Options options;
     if (!Headless::parseOptions(argc, argv, options)) return 2;
+    if (options.probe) return Headless::runProbe(options);
 
     std::ifstream scriptFile;
     if (!options.scriptName.empty()) {

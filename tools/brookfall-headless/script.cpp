@@ -1,11 +1,13 @@
 // Script lines: ":step N [DT]", ":key CODE down|up", ":mouse move X Y",
 // ":mouse press|release X Y BUTTON", ":tilt DEGREES", ":state",
-// ":screenshot FILE.png" (with --window); anything else is typed into the console.
+// ":screenshot FILE.png" and ":overview FILE.png" (with --window); anything
+// else is typed into the console.
 //
 // A screen that runs a loop of its own (the name entry of a new high score)
 // takes the following lines while it runs: keys and the mouse go to it, and
 // ":step" runs its frames.
 #include <cstdint>
+#include <filesystem>
 #include <sstream>
 
 #include "console/console.h"
@@ -45,28 +47,16 @@ void keepMainMenuClosed() {
     if (!scriptState().menus && GameMenus::getCurrentMenu() == GameMenus::main) Game::startPlaying();
 }
 
-void runFrame(float seconds, uint64_t microseconds) {
-    Platform::advanceClock(microseconds);
-    if (inScreenLoop()) {
-        if (GLWindowEventListener* screen = GLWindow::getEventListener()) screen->windowRedrawing();
-        return;
-    }
-    GLWindow::run();
-    Game::runFrame(seconds);
-    keepMainMenuClosed();
-}
-
 void runSteps(std::istringstream& words, const std::string& line) {
     long count = 0;
     float seconds = defaultStepSeconds;
     if (!(words >> count) || count < 0) return report(line, "expected :step N [DT]");
     if (!(words >> seconds)) seconds = defaultStepSeconds;
-    const auto microseconds = static_cast<uint64_t>(static_cast<double>(seconds) * 1e6 + 0.5);
     const bool screenLoop = inScreenLoop();
     // A frame that ends the screen's loop ends the steps too: the game takes the rest.
     for (long i = 0; i < count && Game::isRunning() && inScreenLoop() == screenLoop && GLWindow::exists();
          ++i)
-        runFrame(seconds, microseconds);
+        stepFrame(seconds);
 }
 
 void setKey(std::istringstream& words, const std::string& line) {
@@ -110,13 +100,40 @@ void setTilt(std::istringstream& words, const std::string& line) {
     Camera::setTilt(degrees);
 }
 
-// The frame on screen, as a PNG file relative to the data directory.
-void takeScreenshot(std::istringstream& words, const std::string& line) {
+// A picture's file, relative to where the runner was started (the game itself
+// works in the data directory); empty, with the line reported, when its folder
+// is missing.
+std::string picturePath(std::istringstream& words, const std::string& line, const char* usage) {
+    namespace fs = std::filesystem;
     std::string fileName;
-    if (!(words >> fileName)) return report(line, "expected :screenshot FILE.png");
+    if (!(words >> fileName)) {
+        report(line, usage);
+        return "";
+    }
+    const fs::path path = fs::path(startDirectory()) / fileName;
+    std::error_code error;
+    if (!fs::is_directory(path.parent_path(), error)) {
+        report(line, ("no folder " + path.parent_path().string() + " to save the picture in").c_str());
+        return "";
+    }
+    return path.string();
+}
+
+// The frame on screen, as a PNG file.
+void takeScreenshot(std::istringstream& words, const std::string& line) {
+    const std::string path = picturePath(words, line, "expected :screenshot FILE.png");
+    if (path.empty()) return;
     // Drawn again without presenting, since a presented frame may be gone from the back buffer.
     if (!inScreenLoop()) Game::drawFrame();
-    if (!GLWindow::saveScreenshot(fileName)) report(line, "no frame to save (run with --window)");
+    if (!GLWindow::saveScreenshot(path)) report(line, "no frame to save (run with --window)");
+}
+
+// The whole level fitted into the window, as a PNG file.
+void takeOverview(std::istringstream& words, const std::string& line) {
+    const std::string path = picturePath(words, line, "expected :overview FILE.png");
+    if (path.empty()) return;
+    if (!drawOverview() || !GLWindow::saveScreenshot(path))
+        report(line, "no frame to save (run with --window)");
 }
 
 void runDirective(const std::string& line) {
@@ -135,6 +152,8 @@ void runDirective(const std::string& line) {
         printLine(describeState());
     else if (directive == ":screenshot")
         takeScreenshot(words, line);
+    else if (directive == ":overview")
+        takeOverview(words, line);
     else
         report(line, "unknown directive");
 }
@@ -160,6 +179,17 @@ void driveScreenLoop() {
 }
 
 }  // namespace
+
+void stepFrame(float seconds) {
+    Platform::advanceClock(static_cast<uint64_t>(static_cast<double>(seconds) * 1e6 + 0.5));
+    if (inScreenLoop()) {
+        if (GLWindowEventListener* screen = GLWindow::getEventListener()) screen->windowRedrawing();
+        return;
+    }
+    GLWindow::run();
+    Game::runFrame(seconds);
+    keepMainMenuClosed();
+}
 
 void runScript(std::istream& script, bool menus) {
     scriptState().script = &script;

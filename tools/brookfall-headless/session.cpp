@@ -20,6 +20,7 @@ namespace Headless {
 namespace {
 
 char lastPrinted = '\n';
+std::string startedIn;
 
 void printToStandardOutput(const char* text, std::size_t length) {
     if (length == 0) return;
@@ -27,6 +28,8 @@ void printToStandardOutput(const char* text, std::size_t length) {
     std::fflush(stdout);
     lastPrinted = text[length - 1];
 }
+
+void printNothing(const char*, std::size_t) {}
 
 // With --window the game draws every frame into a real window, as it does when
 // played; the texture store needs that window's context.
@@ -46,7 +49,12 @@ void printLine(const std::string& line) {
     lastPrinted = '\n';
 }
 
+const std::string& startDirectory() {
+    return startedIn;
+}
+
 bool startGame(const Options& options) {
+    startedIn = options.startDirectory;
     std::error_code error;
     std::filesystem::current_path(options.dataDirectory, error);
     if (error) {
@@ -56,7 +64,8 @@ bool startGame(const Options& options) {
     LocationTrace::initialise();
     LocationTrace::push("WinMain");
     Platform::setManualClock(true);
-    GLConsole::setPrintHook(printToStandardOutput);
+    // A probe prints only its own lines.
+    GLConsole::setPrintHook(options.probe ? printNothing : printToStandardOutput);
     // Without --window the window is the stand-in of 800 by 600, so that
     // screens with loops of their own have a window to run in.
     if (options.window)
@@ -65,9 +74,12 @@ bool startGame(const Options& options) {
         GLWindow::createWindow("Brookfall", 800, 600);
     GLConsole::initialise();
     // Sound and music start as the game starts them, on whatever device there
-    // is: without one the game says so once and plays on silently.
-    MusicSystem::initialise();
-    SoundSystem::initialise();
+    // is: without one the game says so once and plays on silently. A probe
+    // plays silently from the start, as the water does not hear.
+    if (!options.probe) {
+        MusicSystem::initialise();
+        SoundSystem::initialise();
+    }
     SoundManager::initialise();
 
     HighScores::loadScores();

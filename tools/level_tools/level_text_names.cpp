@@ -50,6 +50,23 @@ const Named triggerTypes[] = {
 };
 const int triggerTypeCount = sizeof(triggerTypes) / sizeof(triggerTypes[0]);
 
+unsigned triggerActsOn(int32_t type) {
+    TRACE_LOCATION("LevelTextNames::triggerActsOn");
+    // The type numbers come in families of a hundred.
+    if (type >= 0 && type <= 2) return actsOnWater;                     // To_ice_a, To_water_a, To_steam_a
+    if (type >= 3 && type <= 5) return actsOnObjects;                   // Anim_*
+    if (type == 100 || type == 101) return actsOnSounds;                // Sound_play_1, Sound_stop_1
+    if (type >= 200 && type <= 203) return actsOnWater | actsOnForces;  // Force_*: the forces push the water
+    if (type == 300 || type == 301) return actsOnPolygons | actsOnObjects | actsOnForces;  // Entity_*
+    if (type >= 401 && type <= 410) return actsOnMovers;
+    if (type >= 501 && type <= 503) return actsOnEmitters;
+    if (type >= 601 && type <= 604) return actsOnCamera;
+    if (type == 701 || type == 702) return actsOnWater;  // Particle_kill_*
+    if (type == 801) return actsOnWater | actsOnRules;   // Level_end_a counts the water into the win
+    if (type == 901) return actsOnRules;                 // Checkpoint_1
+    return actsOnNothing;
+}
+
 const char* nameOf(const Named* table, int count, int32_t value) {
     TRACE_LOCATION("LevelTextNames::nameOf");
     for (int i = 0; i < count; ++i)

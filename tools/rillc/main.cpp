@@ -8,6 +8,7 @@
 
 #include "console/console.h"
 #include "level/level.h"
+#include "level_checks.h"
 #include "level_tools/level_tools.h"
 #include "platform/platform.h"
 
@@ -16,7 +17,8 @@ namespace {
 int usage() {
     std::cerr << "usage: rillc compile SOURCE OUT.rill\n"
                  "       rillc dump LEVEL.rill\n"
-                 "       rillc check LEVEL.rill\n";
+                 "       rillc check [--data DIR] LEVEL.rill\n"
+                 "  DIR  where the names in the level are looked up (default: the working directory)\n";
     return 2;
 }
 
@@ -74,22 +76,29 @@ int dump(const std::string& name) {
     return 0;
 }
 
-// Polygons the game cannot triangulate are neither drawn nor collided with; a
-// level designer wants to hear of them.
-void reportUntriangulated() {
-    std::size_t index = 0;
-    for (const Polygon2D& polygon : Level::getPolygons()) {
-        if (polygon.triangleCount == 0)
-            std::cout << "\nwarning: polygon " << index << " (id " << polygon.id
-                      << ") has no triangles: it is neither drawn nor solid";
-        ++index;
+// The records as the file holds them, for the warnings to name by index.
+bool readRecords(const std::string& name, LevelFile& level) {
+    FILE* file = Platform::openFile(name, "rb");
+    if (!file) return false;
+    bool whole = true;
+    try {
+        LevelFileFormat::read(file, level);
+    } catch (const char*) {
+        whole = false;
     }
+    std::fclose(file);
+    return whole;
 }
 
-int check(const std::string& name) {
+// Loads the level as the game does, tree and all, then warns of what will not
+// play as meant. Only a file the game refuses fails the check.
+int check(const std::string& name, const std::string& dataDirectory) {
     GLConsole::setPrintHook(printToStdout);
-    const bool loaded = LevelLoader::loadLevel(name);
-    if (loaded) reportUntriangulated();
+    const bool loaded = Level::load(name);
+    LevelFile level;
+    if (loaded && readRecords(name, level))
+        for (const std::string& line : LevelChecks::checkLevel(level, dataDirectory).lines)
+            std::cout << "\nwarning: " << line;
     std::cout << "\n";
     std::cout.flush();
     GLConsole::setPrintHook(nullptr);
@@ -104,6 +113,7 @@ int main(int argc, char** argv) {
     const std::string command = argv[1];
     if (command == "compile" && argc == 4) return compile(argv[2], argv[3]);
     if (command == "dump" && argc == 3) return dump(argv[2]);
-    if (command == "check" && argc == 3) return check(argv[2]);
+    if (command == "check" && argc == 3) return check(argv[2], "");
+    if (command == "check" && argc == 5 && std::string(argv[2]) == "--data") return check(argv[4], argv[3]);
     return usage();
 }

@@ -1,0 +1,95 @@
+// The example levels in the tools' READMEs are documentation that runs: each
+// block fenced as `level` is compiled, checked without a warning against the
+// baked data and played, with the `script` block after it, which must win it.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <sstream>
+
+#include "support/content_support.h"
+#include "support/test_support.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct Example {
+    std::string level;
+    std::string script;
+};
+
+// The blocks between "```level" and "```", each with the "```script" block that follows it.
+std::vector<Example> examples(const std::string& markdown) {
+    std::vector<Example> found;
+    std::istringstream lines(markdown);
+    std::string line, *into = nullptr;
+    while (std::getline(lines, line)) {
+        if (into) {
+            if (line.rfind("```", 0) == 0)
+                into = nullptr;
+            else
+                *into += line + "\n";
+        } else if (line == "```level") {
+            found.emplace_back();
+            into = &found.back().level;
+        } else if (line == "```script" && !found.empty()) {
+            into = &found.back().script;
+        }
+    }
+    return found;
+}
+
+std::string output(const fs::path& file) {
+    return readBytes(file);
+}
+
+class ReadmeExamples : public ::testing::TestWithParam<const char*> {
+protected:
+    void SetUp() override {
+        if (!fs::exists(toolPath("rillc")) || !fs::exists(toolPath("brookfall-headless")))
+            GTEST_SKIP() << "rillc or the runner is not built";
+        // The baked data, with a maps folder of the examples' own.
+        for (const char* folder : {"cfg", "gfx", "snd", "fx", "text"})
+            fs::create_directory_symlink(bakedDataFolder() / folder, scratch.path() / folder);
+        fs::create_directory(scratch.path() / "maps");
+    }
+    ScratchFolder scratch;
+};
+
+}  // namespace
+
+TEST_P(ReadmeExamples, CompileCheckWithoutAWarningAndWin) {
+    const std::vector<Example> all =
+        examples(readBytes(fs::path(std::getenv("BROOKFALL_SOURCE_DIR")) / GetParam()));
+    ASSERT_FALSE(all.empty()) << "no level in " << GetParam();
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        SCOPED_TRACE("example " + std::to_string(i));
+        const std::string name = "example" + std::to_string(i);
+        scratch.write(name + ".level", all[i].level);
+        scratch.write(name + ".script", all[i].script.empty() ? ":step 300\n:state\n" : all[i].script);
+        const fs::path level = scratch.path() / "maps" / (name + ".rill");
+        ASSERT_EQ(runCommand(quoted(toolPath("rillc")) + " compile " + name + ".level " + quoted(level) +
+                             " > compile.out 2>&1"),
+                  0)
+            << output(scratch.path() / "compile.out");
+        EXPECT_EQ(runCommand(quoted(toolPath("rillc")) + " check --data . " + quoted(level) + " > check.out"),
+                  0);
+        EXPECT_EQ(output(scratch.path() / "check.out").find("warning:"), std::string::npos)
+            << output(scratch.path() / "check.out");
+        ASSERT_EQ(runCommand(quoted(toolPath("brookfall-headless")) + " --data . 'maps\\" + name + ".rill' " +
+                             name + ".script > play.out 2>&1"),
+                  0)
+            << output(scratch.path() / "play.out");
+        std::istringstream lines(output(scratch.path() / "play.out"));
+        std::string state;
+        for (std::string line; std::getline(lines, line);)
+            if (line.rfind("{", 0) == 0) state = line;
+        ASSERT_FALSE(state.empty()) << "the script must end with :state";
+        if (!all[i].script.empty()) {
+            EXPECT_NE(state.find("\"finished\":true"), std::string::npos) << state;
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Tools, ReadmeExamples,
+                         ::testing::Values("tools/rillc/README.md", "tools/brookfall-headless/README.md"));
