@@ -87,6 +87,12 @@ case "$mode" in
     build build-test -DCMAKE_BUILD_TYPE=Debug -DBROOKFALL_SANITIZE=ON -DBROOKFALL_STRICT=ON -DBROOKFALL_BENCHMARKS=OFF
     export ASAN_OPTIONS="detect_leaks=1:abort_on_error=0"
     export LSAN_OPTIONS="suppressions=$PWD/tests/lsan.supp:print_suppressions=0"
+    # Whole levels are replayed and probed by an optimised runner: through the
+    # sanitized one each level takes minutes.
+    cmake -S . -B build-fast -G Ninja -DCMAKE_BUILD_TYPE=Release -DBROOKFALL_TESTS=OFF \
+      -DBROOKFALL_BENCHMARKS=OFF > /dev/null
+    cmake --build build-fast --target brookfall-headless
+    export BROOKFALL_FAST_RUNNER="$PWD/build-fast/brookfall-headless"
     export LIBGL_ALWAYS_SOFTWARE=1 ALSOFT_DRIVERS=wave ALSOFT_CONF=/dev/null
     # A failed test runs up to twice more: LeakSanitizer's tracer now and then crashes
     # at exit among the software GL driver's threads after a passing test.

@@ -43,11 +43,10 @@ TEST(LevelProbeTable, HoldsEveryShippedLevel) {
 }
 
 TEST_P(LevelProbe, NoSimpleStrategyWinsMoreThanItDidBefore) {
-    if (!fs::exists(toolPath("brookfall-headless"))) GTEST_SKIP() << "the headless runner is not built";
+    if (!fs::exists(levelRunner())) GTEST_SKIP() << "the headless runner is not built";
     ScratchFolder scratch;
-    const std::string command = quoted(toolPath("brookfall-headless")) + " --data " +
-                                quoted(bakedDataFolder()) + " --probe 'maps\\" + GetParam().name +
-                                ".rill' > probe.out 2>&1";
+    const std::string command = quoted(levelRunner()) + " --data " + quoted(bakedDataFolder()) +
+                                " --probe 'maps\\" + GetParam().name + ".rill' > probe.out 2>&1";
     EXPECT_EQ(runCommand(command), 0);
     const std::string output = readBytes(scratch.path() / "probe.out");
     std::istringstream lines(output);

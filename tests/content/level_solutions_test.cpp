@@ -53,7 +53,7 @@ TEST(LevelSolutions, EveryShippedLevelHasASolution) {
 }
 
 TEST(LevelSolutions, EverySolutionStillWinsItsLevel) {
-    if (!fs::exists(toolPath("brookfall-headless"))) GTEST_SKIP() << "the headless runner is not built";
+    if (!fs::exists(levelRunner())) GTEST_SKIP() << "the headless runner is not built";
     ScratchFolder scratch;
     int replayed = 0;
     for (const std::string& file : listFiles(sourceFolder() / "solutions")) {
@@ -61,8 +61,8 @@ TEST(LevelSolutions, EverySolutionStillWinsItsLevel) {
         SCOPED_TRACE(name);
         const fs::path output = scratch.path() / (name + ".out");
         const std::string command =
-            quoted(toolPath("brookfall-headless")) + " --data " + quoted(bakedDataFolder()) + " 'maps\\" +
-            name + ".rill' " + quoted(sourceFolder() / "solutions" / file) + " > " + quoted(output) + " 2>&1";
+            quoted(levelRunner()) + " --data " + quoted(bakedDataFolder()) + " 'maps\\" + name + ".rill' " +
+            quoted(sourceFolder() / "solutions" / file) + " > " + quoted(output) + " 2>&1";
         ASSERT_EQ(runCommand(command), 0) << readBytes(output);
         const std::string state = lastStateLine(readBytes(output));
         ASSERT_FALSE(state.empty()) << "the script must end with :state";

@@ -72,6 +72,11 @@ fs::path toolPath(const std::string& tool) {
     return buildFolder() / tool;
 }
 
+fs::path levelRunner() {
+    const fs::path fast = fromEnvironment("BROOKFALL_FAST_RUNNER");
+    return fast.empty() ? toolPath("brookfall-headless") : fast;
+}
+
 std::vector<std::string> listFiles(const fs::path& root) {
     std::vector<std::string> files;
     std::error_code error;

@@ -10,6 +10,10 @@
 
 std::filesystem::path bakedDataFolder();
 std::filesystem::path toolPath(const std::string& tool);
+// The runner that replays and probes whole levels: an optimised build when the
+// test command names one in BROOKFALL_FAST_RUNNER (through the sanitized build
+// that takes minutes a level), else the runner of this build.
+std::filesystem::path levelRunner();
 
 // Every regular file under root, as sorted paths relative to root.
 std::vector<std::string> listFiles(const std::filesystem::path& root);
