@@ -10,7 +10,7 @@ packages=(cmake ninja-build g++ pkg-config libgtest-dev libgmock-dev libbenchmar
   libsdl2-dev libsdl2-image-dev libsdl2-mixer-dev libopenal-dev libopenal1
   libavformat-dev libavcodec-dev libswscale-dev libavutil-dev
   libgl-dev libglu1-mesa-dev mesa-common-dev libgl1-mesa-dri xvfb xauth fonts-dejavu-core libfreetype-dev
-  clang-format)
+  clang-format zenity xdotool)
 
 install_missing() {
   local missing=()

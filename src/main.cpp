@@ -1,5 +1,7 @@
 // The entry sequence: services start in a fixed order, the game runs, and the
 // services stop again in reverse order. Command line and environment are ignored.
+#include <memory>
+
 #include "audio/audio.h"
 #include "console/console.h"
 #include "foundation/foundation.h"
@@ -25,8 +27,12 @@ int main(int, char**) {
     MusicSystem::initialise();
     SoundSystem::initialise();
     SoundManager::initialise();
-    GLWindow::giveFocous();
+    {
+        auto intro = std::make_unique<IntroScreen>();
+        intro->run();
+    }
     HighScores::loadScores();
+    GLWindow::giveFocous();
 
     // The player may have closed the window already; then there is no game to run.
     if (GLWindow::exists()) Game::run("maps\\testLevel.rill");

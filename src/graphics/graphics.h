@@ -1,16 +1,19 @@
 // Everything drawn through the window: the shared texture store and its value
-// handles, bitmap-font text, and the renderers of the level, the water and the
-// level's sprites.
+// handles, bitmap-font text, the renderers of the level, the water and the
+// level's sprites, and the intro video.
 #pragma once
 
 #include <cstdint>
 #include <list>
 #include <map>
+#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "foundation/foundation.h"
+#include "graphics/window/window.h"
+#include "platform/video_backend.h"
 
 // ---------------------------------------------------------------------------
 // Textures. Every image is held once in OpenGL, found by its upper-cased name
@@ -189,3 +192,65 @@ void debugDraw();
 std::list<LevelObject>& getStaticObjects();
 std::list<LevelObject>& getAnimatedObjects();
 }  // namespace LevelObjectsManager
+
+// ---------------------------------------------------------------------------
+// A video played frame by frame into one texture and drawn over the window's
+// height. A file that can't be played says so once on the console and counts
+// as finished at once, as does a video whose next frame can't be decoded.
+class GLAviPlayer {
+public:
+    GLAviPlayer();
+    explicit GLAviPlayer(const std::string& name);
+    ~GLAviPlayer();
+    GLAviPlayer(const GLAviPlayer&) = delete;
+    GLAviPlayer& operator=(const GLAviPlayer&) = delete;
+
+    void open(const std::string& name);
+    void close();
+    void rewind();
+    // One turn of the caller's loop: at most one frame further, however long the turn.
+    void play();
+    void draw();
+    void getAviFrame(uint32_t index);
+    bool loaded() const;
+    bool finished() const;
+
+    unsigned int currentFrame = 0;
+    unsigned int frameElapsed = 0;  // milliseconds this frame has stood
+    unsigned int frameCount = 0;
+    unsigned int frameLength = 0;  // milliseconds
+    unsigned int texture = 0;
+    int textureWidth = 0;
+    int textureHeight = 0;
+    FrameClock clock;
+    VideoBackend::Stream* stream = nullptr;
+    VideoBackend::StreamInfo streamInfo;
+    VideoBackend::FrameReader* getFrame = nullptr;
+
+private:
+    bool openParts(const std::string& name);
+};
+
+// The intro at start-up: its video with its own sound track, once, until the
+// video ends, a key or a mouse button is pressed, or the window is closed.
+class IntroScreen : public GLWindowEventListener {
+public:
+    static constexpr const char* videoName = "vid\\intro.avi";
+    static constexpr const char* soundTrackName = "vid\\intro.ogg";
+
+    IntroScreen();
+    ~IntroScreen() override;
+    IntroScreen(const IntroScreen&) = delete;
+    IntroScreen& operator=(const IntroScreen&) = delete;
+
+    // Runs its own loop with itself as the window's listener.
+    void run();
+
+    void mousePressed(int x, int y, int button) override;
+    void keyboardPressed(int key) override;
+    void windowClosing() override;
+
+private:
+    std::unique_ptr<GLAviPlayer> player;
+    bool running = false;
+};

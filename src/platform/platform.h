@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace Platform {
@@ -45,5 +46,17 @@ struct MemoryStatus {
 MemoryStatus memoryStatus();
 
 void sleepMilliseconds(uint32_t milliseconds);
+
+// A desktop file box, shown by a dialog program of its own (zenity) while the
+// caller waits. Filter patterns are written "*.rill;*.txt"; the first filter
+// is the one selected at the start.
+struct FileBox {
+    bool save = false;  // asks before overwriting; otherwise the file must exist
+    std::string title;
+    std::string initialDirectory;                              // a game name; none when empty
+    std::vector<std::pair<std::string, std::string>> filters;  // description, patterns
+};
+// The chosen path; empty when the player cancels or no dialog program can be run.
+std::string showFileBox(const FileBox& box);
 
 }  // namespace Platform

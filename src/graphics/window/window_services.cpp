@@ -191,14 +191,51 @@ bool showQuestionBox(const char* text, const char* boxTitle) {
     return realWindow() && WindowBackend::askQuestion(text, boxTitle);
 }
 
-// The game never asks for file boxes, and SDL has none; they answer as if cancelled.
-std::string showOpenFileBox(const char*, const char*, const FileFilters&) {
-    TRACE_LOCATION("GLWindow::showOpenFileBox");
-    return {};
+namespace {
+
+// The longest path a file box hands back; a longer choice counts as none.
+constexpr std::size_t longestPath = 1023;
+
+std::string fileBox(bool save, const char* boxTitle, const char* initialDirectory,
+                    const FileFilters& filters) {
+    TRACE_LOCATION("GLWindow::fileBox");
+    Platform::FileBox box;
+    box.save = save;
+    box.title = boxTitle ? boxTitle : "";
+    box.initialDirectory = initialDirectory ? initialDirectory : "";
+    box.filters = filters;
+    const std::string chosen = Platform::showFileBox(box);
+    return chosen.size() > longestPath ? std::string() : chosen;
 }
-std::string showSaveFileBox(const char*, const char*, const FileFilters&) {
+
+// The filter's extension joins a name typed without one: "level" with
+// "*.rill" becomes "level.rill". The dialog doesn't say which filter was in
+// force at the end, so the one it starts with counts. Only the file's own name
+// is looked at, since folders may have dots in theirs, and a pattern such as
+// "*.*" names no extension to add.
+std::string withFilterExtension(const std::string& path, const FileFilters& filters) {
+    TRACE_LOCATION("GLWindow::withFilterExtension");
+    if (path.empty() || filters.empty()) return path;
+    const std::string& pattern = filters.front().second;
+    const std::size_t star = pattern.find('*');
+    if (star == std::string::npos) return path;
+    const std::string extension = pattern.substr(star + 1, pattern.find(';', star) - star - 1);
+    if (extension.empty() || extension.find_first_of("*?") != std::string::npos) return path;
+    const std::string name = path.substr(path.rfind('/') + 1);
+    if (name.find(extension) != std::string::npos || name.find('.') != std::string::npos) return path;
+    return path + extension;
+}
+
+}  // namespace
+
+std::string showOpenFileBox(const char* boxTitle, const char* initialDirectory, const FileFilters& filters) {
+    TRACE_LOCATION("GLWindow::showOpenFileBox");
+    return fileBox(false, boxTitle, initialDirectory, filters);
+}
+
+std::string showSaveFileBox(const char* boxTitle, const char* initialDirectory, const FileFilters& filters) {
     TRACE_LOCATION("GLWindow::showSaveFileBox");
-    return {};
+    return withFilterExtension(fileBox(true, boxTitle, initialDirectory, filters), filters);
 }
 
 }  // namespace GLWindow

@@ -1,0 +1,48 @@
+// One frame of the shipped intro as the intro shows it: decoded, written into
+// the texture and drawn over an 800 by 600 window, under whatever OpenGL the
+// display offers (Mesa's software renderer under Xvfb: LIBGL_ALWAYS_SOFTWARE=1).
+// The video has 25 frames a second; a machine slower than that plays it slower.
+// Run from the build folder, or set BROOKFALL_DATA_DIR.
+#include <benchmark/benchmark.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "graphics/graphics.h"
+
+namespace {
+
+std::filesystem::path dataDirectory() {
+    if (const char* given = std::getenv("BROOKFALL_DATA_DIR")) return given;
+    char self[4096] = {};
+    const ssize_t length = readlink("/proc/self/exe", self, sizeof(self) - 1);
+    return std::filesystem::path(std::string(self, length > 0 ? length : 0)).parent_path().parent_path() /
+           "data";
+}
+
+void introFrames(benchmark::State& state) {
+    std::error_code error;
+    std::filesystem::current_path(dataDirectory(), error);
+    GLWindow::Headless::setEnabled(false);
+    GLWindow::createWindow("Brookfall benchmark", 800, 600);
+    GLWindow::enableVsync(false);
+    {
+        GLAviPlayer player("vid\\intro.avi");
+        if (error || !player.loaded()) state.SkipWithError("no baked intro to play");
+        uint32_t frame = 0;
+        for (auto _ : state) {
+            if (!player.loaded()) break;
+            // Back to the start after the last frame, as a rewind does.
+            frame = (frame + 1) % player.frameCount;
+            player.getAviFrame(frame);
+            player.draw();
+        }
+        state.counters["frames_per_second"] =
+            benchmark::Counter(static_cast<double>(state.iterations()), benchmark::Counter::kIsRate);
+    }
+    GLWindow::close();
+}
+BENCHMARK(introFrames)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+}  // namespace
