@@ -77,6 +77,20 @@ void cleanWords(std::list<std::string>& tokens) {
 
 }  // namespace
 
+namespace {
+struct KeysAsked {
+    std::map<std::string, std::set<std::string>> byFile;
+};
+std::map<std::string, std::set<std::string>>& keysAskedState() {
+    return singleInstance<KeysAsked>().byFile;
+}
+}  // namespace
+
+const std::map<std::string, std::set<std::string>>& ConfigFile::keysAsked() {
+    TRACE_LOCATION("ConfigFile::keysAsked");
+    return keysAskedState();
+}
+
 ConfigFile::ConfigFile(const char* fileName) {
     TRACE_LOCATION("ConfigFile::ConfigFile");
     loadConfigFile(fileName);
@@ -85,6 +99,8 @@ ConfigFile::ConfigFile(const char* fileName) {
 void ConfigFile::loadConfigFile(const char* fileName) {
     TRACE_LOCATION("ConfigFile::loadConfigFile");
     values.clear();
+    name = fileName ? fileName : "";
+    slStringUpper(name);
     if (!fileName) {
         GLConsole::print("\nError in configuration Loader: no file name given");
         return;
@@ -127,6 +143,7 @@ const std::string* ConfigFile::find(const std::string& key) const {
     TRACE_LOCATION("ConfigFile::find");
     std::string upper = key;
     slStringUpper(upper);
+    keysAskedState()[name].insert(upper);
     const auto it = values.find(upper);
     return it == values.end() ? nullptr : &it->second;
 }

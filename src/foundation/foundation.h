@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 #include <thread>
 #include <vector>
@@ -205,10 +206,14 @@ public:
     bool variableExists(const std::string& key) const;
 
     const std::map<std::string, std::string>& variables() const { return values; }
+    // Every key asked of every file since the program started, both upper-cased:
+    // what the game reads, as the shipped configuration must hold it.
+    static const std::map<std::string, std::set<std::string>>& keysAsked();
 
 private:
     const std::string* find(const std::string& key) const;
     std::map<std::string, std::string> values;
+    std::string name;  // upper-cased, as asked for
 };
 
 // ---------------------------------------------------------------------------

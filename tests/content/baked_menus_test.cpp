@@ -54,9 +54,6 @@ TEST(BakedMenus, EveryScreenHasItsButtonsOnTheScreenWithoutOverlap) {
         const ConfigFile config(file.c_str());
         std::vector<Box> boxes;
         for (const std::string& button : buttons) {
-            for (const char* key :
-                 {"_x", "_y", "_w", "_h", "_frames_outOfFocus", "_frames_inFocus", "_frames_clicked"})
-                EXPECT_TRUE(config.variableExists(button + key)) << button << key;
             const Box box{config.getVarAsFloat(button + "_x"), config.getVarAsFloat(button + "_y"),
                           config.getVarAsFloat(button + "_w"), config.getVarAsFloat(button + "_h")};
             EXPECT_GT(box.w, 0.0f) << button;
@@ -70,16 +67,6 @@ TEST(BakedMenus, EveryScreenHasItsButtonsOnTheScreenWithoutOverlap) {
             boxes.push_back(box);
         }
     }
-}
-
-TEST(BakedMenus, SharedSettingsNameTheFontLogoAndSounds) {
-    WorkingFolder folder(bakedDataFolder());
-    const ConfigFile config("cfg\\menu_general.cfg");
-    for (const char* key : {"menuFont", "logo", "menuClickedSound", "menuOverSound", "menuBgSound"})
-        EXPECT_TRUE(Platform::fileExists(config.getVarAsString(key))) << key;
-    EXPECT_GT(config.getVarAsFloat("menuAnimationSpeeds"), 0.0f);
-    EXPECT_GT(config.getVarAsFloat("menuFontColor_a"), 0.5f) << "menu text must be visible";
-    EXPECT_GT(config.getVarAsFloat("timeDisplay_fontSize"), 8.0f);
 }
 
 TEST(BakedMenus, TextBoxesReadTheirTextFiles) {
