@@ -251,15 +251,6 @@ TEST_F(GameTest, LosingTheFocusPausesOnlyThePlay) {
     EXPECT_TRUE(GameState::state().paused);
 }
 
-TEST_F(GameTest, PauseFromTheConsole) {
-    console.take();
-    GLConsole::enterLine("Pause true");
-    EXPECT_TRUE(GameState::state().paused);
-    EXPECT_NE(console.text().find("Pause is now true"), std::string::npos);
-    GLConsole::enterLine("Pause false");
-    EXPECT_FALSE(GameState::state().paused);
-}
-
 TEST_F(GameTest, TheFreeCameraMovesByArrowsAndZoomsByPages) {
     startPlay();
     frames(16, 10);  // a frame time of 0.01 s
