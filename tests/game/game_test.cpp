@@ -11,7 +11,7 @@
 #include "graphics/window/window.h"
 #include "level/level.h"
 #include "level_tools/level_tools.h"
-#include "support/test_support.h"
+#include "support/level_fixtures.h"
 #include "water/water.h"
 
 namespace {
@@ -20,15 +20,9 @@ constexpr int consoleKey = 223;
 
 // A level of one floor slab 60 units below where the water starts.
 std::string levelWithFloor(int waterX) {
-    LevelFile level;
-    level.waterStart = {waterX, 0};
-    level.cameraStart = {waterX, -20};
-    PolygonRecord floor;
-    for (const LevelPoint& point :
-         {LevelPoint{-300, 60}, LevelPoint{300, 60}, LevelPoint{300, 120}, LevelPoint{-300, 120}})
-        floor.points.push_back(point);
-    level.polygons.push_back(floor);
-    return LevelFileFormat::write(level);
+    const std::string x = std::to_string(waterX);
+    return bytesFromText("water " + x + " 0\ncamera " + x + " -20\n" +
+                         "polygon\n-300 60\n300 60\n300 120\n-300 120\nend\n");
 }
 
 class GameTest : public ::testing::Test {
