@@ -6,75 +6,46 @@ using namespace ConsoleKeys;
 
 using CompletionTest = ConsoleTest;
 
-TEST_F(CompletionTest, CyclesThroughCandidatesInKeyOrder) {
-    typeText("Te");
-    for (const char* expected : {"TextureList", "TextureMemory", "TextureQuality", "TextureReload",
-                                 "TextureList", "TextureMemory"}) {
-        pressKeys({tab});
-        EXPECT_EQ(input(), expected);
-        EXPECT_EQ(cursor(), static_cast<int>(input().size()));
-    }
+namespace {
+
+// A script played on an empty line and the completed line it leaves, the cursor at its end.
+struct Completion {
+    const char* script;
+    const char* input;
+};
+
+void PrintTo(const Completion& completion, std::ostream* out) {
+    *out << "'" << completion.script << "'";
 }
 
-TEST_F(CompletionTest, TabOnAnEmptyLineShowsTheFirstCommand) {
-    pressKeys({tab});
-    EXPECT_EQ(input(), GLConsole::state().commands.begin()->second.name);
-    EXPECT_EQ(input(), "AnisotropicFilteringLevel");
+class Completions : public CompletionTest, public ::testing::WithParamInterface<Completion> {};
+
+TEST_P(Completions, LeaveTheLine) {
+    play(GetParam().script);
+    EXPECT_EQ(input(), GetParam().input);
+    EXPECT_EQ(cursor(), static_cast<int>(input().size()));
 }
 
-TEST_F(CompletionTest, SingleCandidateStaysOnTheLine) {
-    typeText("vers");
-    pressKeys({tab});
-    EXPECT_EQ(input(), "Version");
-    pressKeys({tab});
-    EXPECT_EQ(input(), "Version");
-    pressKeys({tab});
-    EXPECT_EQ(input(), "Version");
-}
+INSTANTIATE_TEST_SUITE_P(Tab, Completions,
+                         ::testing::Values(
+                             // Candidates cycle in key order; an empty line shows the first command.
+                             Completion{"Te{tab}", "TextureList"},
+                             Completion{"Te{tab}{tab}{tab}{tab}", "TextureReload"},
+                             Completion{"Te{tab}{tab}{tab}{tab}{tab}{tab}", "TextureMemory"},
+                             Completion{"{tab}", "AnisotropicFilteringLevel"},
+                             // A single candidate stays; no candidate leaves the line.
+                             Completion{"vers{tab}{tab}{tab}", "Version"}, Completion{"zz{tab}{tab}", "zz"},
+                             // Typing starts a new completion from the whole line.
+                             Completion{"te{tab}{bs}{bs}{bs}{bs}", "Texture"},
+                             Completion{"te{tab}{bs}{bs}{bs}{bs}q{tab}{tab}", "TextureQuality"},
+                             // Keys that leave the line as it is keep the cycle going.
+                             Completion{"te{tab}{up}{tab}", "TextureMemory"},
+                             Completion{"te{tab}{up}{tab}{end}{left}{tab}", "TextureQuality"},
+                             Completion{"te{tab}{home}{bs}{tab}", "TextureMemory"},
+                             // Only the command word is completed.
+                             Completion{"map te{tab}", "map te"}));
 
-TEST_F(CompletionTest, NoCandidateLeavesTheLine) {
-    typeText("zz");
-    pressKeys({tab, tab});
-    EXPECT_EQ(input(), "zz");
-    EXPECT_EQ(cursor(), 2);
-}
-
-TEST_F(CompletionTest, TypingStartsANewCompletionFromTheWholeLine) {
-    typeText("te");
-    pressKeys({tab});
-    EXPECT_EQ(input(), "TextureList");
-    pressKeys({backspace, backspace, backspace, backspace});
-    EXPECT_EQ(input(), "Texture");
-    typeText("q");
-    pressKeys({tab});
-    EXPECT_EQ(input(), "TextureQuality");
-    pressKeys({tab});
-    EXPECT_EQ(input(), "TextureQuality");
-}
-
-TEST_F(CompletionTest, ChangedLineRestartsTheCompletion) {
-    typeText("te");
-    pressKeys({tab});
-    EXPECT_EQ(input(), "TextureList");
-    // Up with an empty history changes nothing; the cycle goes on.
-    pressKeys({up, tab});
-    EXPECT_EQ(input(), "TextureMemory");
-    pressKeys({end, left});
-    pressKeys({tab});
-    EXPECT_EQ(input(), "TextureQuality");
-}
-
-TEST_F(CompletionTest, BackspaceAtTheStartKeepsARunningCompletion) {
-    typeText("te");
-    pressKeys({tab, home, backspace, tab});
-    EXPECT_EQ(input(), "TextureMemory");
-}
-
-TEST_F(CompletionTest, OnlyTheCommandWordIsCompleted) {
-    typeText("map te");
-    pressKeys({tab});
-    EXPECT_EQ(input(), "map te");
-}
+}  // namespace
 
 TEST_F(CompletionTest, CompletedLineRuns) {
     typeText("versi");

@@ -1,5 +1,7 @@
 #include "console_fixture.h"
 
+#include <map>
+
 namespace {
 
 const int typingKeys[] = {32,  '0', '1', '2', '3', '4', '5', '6', '7', '8', '9', 'A', 'B', 'C', 'D', 'E',
@@ -33,6 +35,30 @@ void typeLine(const std::string& text) {
 
 void pressKeys(std::initializer_list<int> keys) {
     for (int key : keys) GLConsole::keyPressed(key);
+}
+
+void play(const std::string& script) {
+    const std::map<std::string, int> keys = {
+        {"up", ConsoleKeys::up},         {"down", ConsoleKeys::down},   {"left", ConsoleKeys::left},
+        {"right", ConsoleKeys::right},   {"home", ConsoleKeys::home},   {"end", ConsoleKeys::end},
+        {"bs", ConsoleKeys::backspace},  {"del", ConsoleKeys::del},     {"esc", ConsoleKeys::escape},
+        {"insert", ConsoleKeys::insert}, {"shift", ConsoleKeys::shift}, {"tab", ConsoleKeys::tab},
+        {"enter", ConsoleKeys::enter}};
+    for (std::size_t at = 0; at < script.size(); ++at) {
+        if (script[at] != '{') {
+            typeText(std::string(1, script[at]));
+            continue;
+        }
+        const std::size_t close = script.find('}', at);
+        const std::string name = script.substr(at + 1, close - at - 1);
+        at = close;
+        if (name == "insertOn")
+            setInsertMode(true);
+        else if (keys.count(name))
+            pressKeys({keys.at(name)});
+        else
+            pressKeys({std::stoi(name)});
+    }
 }
 
 void setInsertMode(bool on) {

@@ -20,6 +20,9 @@ void typeText(const std::string& text);
 void typeLine(const std::string& text);
 void pressKeys(std::initializer_list<int> keys);
 void setInsertMode(bool on);
+// Types the characters of a script and presses its {keys}: {up}, {bs}, {tab} and
+// the like by name, {N} by code; {insertOn} toggles insert mode on.
+void play(const std::string& script);
 
 class ConsoleTest : public ::testing::Test {
 protected:

@@ -72,6 +72,7 @@ std::string textValue(std::string text) {
     return text.empty() ? "old" : text + "!";
 }
 
+// Every test starts with one command of each shape registered.
 class DispatchTest : public ConsoleTest {
 protected:
     void SetUp() override {
@@ -80,149 +81,98 @@ protected:
         intVariable = 7;
         boolVariable = false;
         floatVariable = 1.5f;
+        GLConsole::addCommand("DoIt", noArguments);
+        GLConsole::addCommand("SetFlag", argument<bool>);
+        GLConsole::addCommand("SetCount", argument<int>);
+        GLConsole::addCommand("SetSpeed", argument<float>);
+        GLConsole::addCommand("Say", argument<std::string>);
+        GLConsole::addCommand("Answer", intResult);
+        GLConsole::addCommand("Ready", boolResult);
+        GLConsole::addCommand("Ratio", floatResult);
+        GLConsole::addCommand("Label", stringResult);
+        GLConsole::addCommand("Lives", value<int>);
+        GLConsole::addCommand("ShowGrid", value<bool>);
+        GLConsole::addCommand("Gravity", value<float>);
+        GLConsole::addCommand("Title", textValue);
     }
 };
 
-}  // namespace
+// A typed line, what it prints after its echo, and the one call it makes (none if null).
+struct Line {
+    const char* typed;
+    const char* printed;
+    const char* call;
+};
 
-TEST_F(DispatchTest, CommandWordIsFoundWithoutRegardToCase) {
-    GLConsole::addCommand("DoIt", noArguments);
-    run("doit");
-    run("DOIT");
-    run("DoIt");
-    run("dOiT");
-    EXPECT_EQ(calls, std::vector<std::string>(4, "void"));
-    EXPECT_EQ(run("DOIT now"), "\nUSAGE: DoIt < nothing >");
+void PrintTo(const Line& line, std::ostream* out) {
+    *out << "'" << line.typed << "'";
 }
 
-TEST_F(DispatchTest, UnknownAndEmptyLines) {
-    EXPECT_EQ(run("NoSuchCommand 1 2"),
-              "\nUNKNOWN COMMAND. USE 'COMMANDS' FOR A LIST OF AVAILABLE COMMANDS.");
-    EXPECT_EQ(run(""), "");
-    EXPECT_EQ(run("     "), "");
-    GLConsole::addCommand("DoIt", noArguments);
-    EXPECT_EQ(run("   doit"), "");
-    EXPECT_EQ(calls, std::vector<std::string>{"void"});
-    EXPECT_EQ(run("   version"), "\nVersion is 1.00");
+class LineDispatch : public DispatchTest, public ::testing::WithParamInterface<Line> {};
+
+TEST_P(LineDispatch, PrintsItsAnswerAndCallsAtMostOnce) {
+    const Line& line = GetParam();
+    EXPECT_EQ(run(line.typed), line.printed);
+    EXPECT_EQ(calls, line.call ? std::vector<std::string>{line.call} : std::vector<std::string>{});
 }
+
+const char* const unknown = "\nUNKNOWN COMMAND. USE 'COMMANDS' FOR A LIST OF AVAILABLE COMMANDS.";
+
+INSTANTIATE_TEST_SUITE_P(
+    EveryShape, LineDispatch,
+    ::testing::Values(
+        // The command word is found without regard to case, after leading blanks.
+        Line{"doit", "", "void"}, Line{"DOIT", "", "void"}, Line{"dOiT", "", "void"},
+        Line{"   doit", "", "void"}, Line{"doit ", "", "void"},
+        Line{"DOIT now", "\nUSAGE: DoIt < nothing >", nullptr},
+        Line{"doit 1 2 3", "\nUSAGE: DoIt < nothing >", nullptr}, Line{"NoSuchCommand 1 2", unknown, nullptr},
+        Line{"", "", nullptr}, Line{"     ", "", nullptr}, Line{"   version", "\nVersion is 1.00", nullptr},
+        // Arguments.
+        Line{"setflag TRUE", "", "true"}, Line{"setflag tRuE", "", "true"},
+        Line{"setflag false", "", "false"}, Line{"setflag 1", "\nUSAGE: SetFlag < true OR false >", nullptr},
+        Line{"setflag", "\nUSAGE: SetFlag < true OR false >", nullptr},
+        Line{"setflag true true", "\nUSAGE: SetFlag < true OR false >", nullptr},
+        Line{"SetCount -17", "", "-17"}, Line{"SetCount -", "", "0"},
+        Line{"SetCount 12.5", "\nUSAGE: SetCount < integer number >", nullptr},
+        Line{"SetCount abc", "\nUSAGE: SetCount < integer number >", nullptr},
+        Line{"SetCount 1 2", "\nUSAGE: SetCount < integer number >", nullptr},
+        Line{"SetSpeed 12", "", "12.000000"}, Line{"SetSpeed -0.25", "", "-0.250000"},
+        Line{"SetSpeed 1e3", "\nUSAGE: SetSpeed < number >", nullptr},
+        Line{"SetSpeed +1", "\nUSAGE: SetSpeed < number >", nullptr},
+        Line{"SetSpeed", "\nUSAGE: SetSpeed < number >", nullptr},
+        // A string argument gets the rest of the line.
+        Line{"say hello   big  world  ", "", "[hello   big  world  ]"},
+        Line{"say  two blanks", "", "[ two blanks]"}, Line{"say", "", "[]"}, Line{"say ", "", "[]"},
+        // Results are printed in their formats and take no words; a string one even counts a blank.
+        Line{"answer", "\nAnswer is -42", nullptr}, Line{"ready", "\nReady is true", nullptr},
+        Line{"ratio", "\nRatio is 2.500000", nullptr}, Line{"label", "\nLabel is text result", nullptr},
+        Line{"answer 3", "\nUSAGE: Answer < nothing >", nullptr},
+        Line{"ready true", "\nUSAGE: Ready < nothing >", nullptr},
+        Line{"ratio 1 2", "\nUSAGE: Ratio < nothing >", nullptr},
+        Line{"label x", "\nUSAGE: Label < nothing >", nullptr},
+        Line{"label  ", "\nUSAGE: Label < nothing >", nullptr},
+        // Values are queried bare and changed with one word; the new value is read back.
+        Line{"lives", "\nLives is 7", "query"}, Line{"lives 3", "\nLives is now 3", "set 3"},
+        Line{"lives 3 4", "\nUSAGE: Lives < integer number OR nothing >", nullptr},
+        Line{"lives 2.5", "\nUSAGE: Lives < integer number OR nothing >", nullptr},
+        Line{"showgrid", "\nShowGrid is false", "query"},
+        Line{"showgrid TRUE", "\nShowGrid is now true", "set true"},
+        Line{"showgrid 0", "\nUSAGE: ShowGrid < true OR false OR nothing >", nullptr},
+        Line{"showgrid true false", "\nUSAGE: ShowGrid < true OR false OR nothing >", nullptr},
+        Line{"gravity", "\nGravity is 1.500000", "query"},
+        Line{"gravity -9.81", "\nGravity is now -9.810000", "set -9.810000"},
+        Line{"gravity 1e3", "\nUSAGE: Gravity < number OR nothing >", nullptr},
+        Line{"gravity 1 2", "\nUSAGE: Gravity < number OR nothing >", nullptr},
+        Line{"title", "\nTitle is old", "[]"},
+        Line{"title new name", "\nTitle is now new name!", "[new name]"}));
 
 TEST_F(DispatchTest, OnlyBlanksSeparateTheCommandWord) {
-    GLConsole::addCommand("DoIt", noArguments);
     GLConsole::enterLine("doit\t");
     EXPECT_TRUE(calls.empty());
     EXPECT_NE(printed().find("UNKNOWN COMMAND"), std::string::npos);
 }
 
-TEST_F(DispatchTest, VoidCommandWithAnyWordIsNotCalled) {
-    GLConsole::addCommand("Act", noArguments);
-    EXPECT_EQ(run("Act"), "");
-    EXPECT_EQ(run("Act x"), "\nUSAGE: Act < nothing >");
-    EXPECT_EQ(run("act 1 2 3"), "\nUSAGE: Act < nothing >");
-    EXPECT_EQ(run("Act "), "");
-    EXPECT_EQ(calls, (std::vector<std::string>{"void", "void"}));
-}
-
-TEST_F(DispatchTest, BoolArgument) {
-    GLConsole::addCommand("SetFlag", argument<bool>);
-    EXPECT_EQ(run("setflag TRUE"), "");
-    EXPECT_EQ(run("setflag tRuE"), "");
-    EXPECT_EQ(run("setflag false"), "");
-    EXPECT_EQ(run("setflag 1"), "\nUSAGE: SetFlag < true OR false >");
-    EXPECT_EQ(run("setflag"), "\nUSAGE: SetFlag < true OR false >");
-    EXPECT_EQ(run("setflag true true"), "\nUSAGE: SetFlag < true OR false >");
-    EXPECT_EQ(calls, (std::vector<std::string>{"true", "true", "false"}));
-}
-
-TEST_F(DispatchTest, IntArgument) {
-    GLConsole::addCommand("SetCount", argument<int>);
-    EXPECT_EQ(run("SetCount -17"), "");
-    EXPECT_EQ(run("SetCount 12.5"), "\nUSAGE: SetCount < integer number >");
-    EXPECT_EQ(run("SetCount abc"), "\nUSAGE: SetCount < integer number >");
-    EXPECT_EQ(run("SetCount 1 2"), "\nUSAGE: SetCount < integer number >");
-    EXPECT_EQ(run("SetCount -"), "");
-    EXPECT_EQ(calls, (std::vector<std::string>{"-17", "0"}));
-}
-
-TEST_F(DispatchTest, FloatArgument) {
-    GLConsole::addCommand("SetSpeed", argument<float>);
-    EXPECT_EQ(run("SetSpeed 12"), "");
-    EXPECT_EQ(run("SetSpeed -0.25"), "");
-    EXPECT_EQ(run("SetSpeed 1e3"), "\nUSAGE: SetSpeed < number >");
-    EXPECT_EQ(run("SetSpeed +1"), "\nUSAGE: SetSpeed < number >");
-    EXPECT_EQ(run("SetSpeed"), "\nUSAGE: SetSpeed < number >");
-    EXPECT_EQ(calls, (std::vector<std::string>{"12.000000", "-0.250000"}));
-}
-
-TEST_F(DispatchTest, ResultsArePrintedInTheirFormats) {
-    GLConsole::addCommand("Answer", intResult);
-    GLConsole::addCommand("Ready", boolResult);
-    GLConsole::addCommand("Ratio", floatResult);
-    GLConsole::addCommand("Label", stringResult);
-    EXPECT_EQ(run("answer"), "\nAnswer is -42");
-    EXPECT_EQ(run("ready"), "\nReady is true");
-    EXPECT_EQ(run("ratio"), "\nRatio is 2.500000");
-    EXPECT_EQ(run("label"), "\nLabel is text result");
-}
-
-TEST_F(DispatchTest, ResultCommandsTakeNoWords) {
-    GLConsole::addCommand("Answer", intResult);
-    GLConsole::addCommand("Ready", boolResult);
-    GLConsole::addCommand("Ratio", floatResult);
-    GLConsole::addCommand("Label", stringResult);
-    EXPECT_EQ(run("answer 3"), "\nUSAGE: Answer < nothing >");
-    EXPECT_EQ(run("ready true"), "\nUSAGE: Ready < nothing >");
-    EXPECT_EQ(run("ratio 1 2"), "\nUSAGE: Ratio < nothing >");
-    EXPECT_EQ(run("label x"), "\nUSAGE: Label < nothing >");
-    // A string command looks at the text, so even a blank counts.
-    EXPECT_EQ(run("label  "), "\nUSAGE: Label < nothing >");
-}
-
-TEST_F(DispatchTest, IntValueQueryAndChange) {
-    GLConsole::addCommand("Lives", value<int>);
-    EXPECT_EQ(run("lives"), "\nLives is 7");
-    EXPECT_EQ(run("lives 3"), "\nLives is now 3");
-    EXPECT_EQ(run("lives 3 4"), "\nUSAGE: Lives < integer number OR nothing >");
-    EXPECT_EQ(run("lives 2.5"), "\nUSAGE: Lives < integer number OR nothing >");
-    EXPECT_EQ(calls, (std::vector<std::string>{"query", "set 3"}));
-    EXPECT_EQ(intVariable, 3);
-}
-
-TEST_F(DispatchTest, BoolValueQueryAndChange) {
-    GLConsole::addCommand("ShowGrid", value<bool>);
-    EXPECT_EQ(run("showgrid"), "\nShowGrid is false");
-    EXPECT_EQ(run("showgrid TRUE"), "\nShowGrid is now true");
-    EXPECT_EQ(run("showgrid 0"), "\nUSAGE: ShowGrid < true OR false OR nothing >");
-    EXPECT_EQ(run("showgrid true false"), "\nUSAGE: ShowGrid < true OR false OR nothing >");
-    EXPECT_EQ(calls, (std::vector<std::string>{"query", "set true"}));
-}
-
-TEST_F(DispatchTest, FloatValueQueryAndChange) {
-    GLConsole::addCommand("Gravity", value<float>);
-    EXPECT_EQ(run("gravity"), "\nGravity is 1.500000");
-    EXPECT_EQ(run("gravity -9.81"), "\nGravity is now -9.810000");
-    EXPECT_EQ(run("gravity 1e3"), "\nUSAGE: Gravity < number OR nothing >");
-    EXPECT_EQ(run("gravity 1 2"), "\nUSAGE: Gravity < number OR nothing >");
-    EXPECT_FLOAT_EQ(floatVariable, -9.81f);
-}
-
-TEST_F(DispatchTest, StringArgumentGetsTheRestOfTheLine) {
-    GLConsole::addCommand("Say", argument<std::string>);
-    EXPECT_EQ(run("say hello   big  world  "), "");
-    EXPECT_EQ(run("say  two blanks"), "");
-    EXPECT_EQ(run("say"), "");
-    EXPECT_EQ(run("say "), "");
-    EXPECT_EQ(calls, (std::vector<std::string>{"[hello   big  world  ]", "[ two blanks]", "[]", "[]"}));
-}
-
-TEST_F(DispatchTest, StringValueQueryAndChange) {
-    GLConsole::addCommand("Title", textValue);
-    EXPECT_EQ(run("title"), "\nTitle is old");
-    EXPECT_EQ(run("title new name"), "\nTitle is now new name!");
-    EXPECT_EQ(calls, (std::vector<std::string>{"[]", "[new name]"}));
-}
-
 TEST_F(DispatchTest, ReregistrationReplacesFunctionAndName) {
-    GLConsole::addCommand("Lives", value<int>);
     GLConsole::addCommand("LIVES", intResult);
     ASSERT_EQ(GLConsole::state().commands.count("LIVES"), 1u);
     EXPECT_EQ(GLConsole::state().commands.at("LIVES").name, "LIVES");
@@ -243,11 +193,10 @@ TEST_F(DispatchTest, InvalidRegistrationsAreIgnored) {
 }
 
 TEST_F(DispatchTest, RemovedCommandIsUnknown) {
-    GLConsole::addCommand("Act", noArguments);
-    GLConsole::removeCommand("aCT");
+    GLConsole::removeCommand("dOIT");
     GLConsole::removeCommand(nullptr);
     GLConsole::removeCommand("NeverThere");
-    EXPECT_EQ(run("act"), "\nUNKNOWN COMMAND. USE 'COMMANDS' FOR A LIST OF AVAILABLE COMMANDS.");
+    EXPECT_EQ(run("doit"), unknown);
     EXPECT_TRUE(calls.empty());
 }
 
@@ -273,3 +222,5 @@ TEST_F(DispatchTest, CommandMayRemoveItselfWhileRunning) {
     run("once");
     EXPECT_EQ(calls, std::vector<std::string>{"once"});
 }
+
+}  // namespace

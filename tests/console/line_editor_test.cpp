@@ -1,5 +1,6 @@
 // The input line: typing, cursor keys, overwrite and insert, and the history.
 #include <string>
+#include <vector>
 
 #include "console/console_state.h"
 #include "console_fixture.h"
@@ -8,77 +9,62 @@ using namespace ConsoleKeys;
 
 using LineEditorTest = ConsoleTest;
 
-TEST_F(LineEditorTest, TypingAppendsAndMovesTheCursor) {
-    typeText("Hello World 42!");
-    EXPECT_EQ(input(), "Hello World 42!");
-    EXPECT_EQ(cursor(), 15);
+namespace {
+
+// Lines entered first, then a script played by play(), and the line and cursor it leaves.
+struct Edit {
+    std::vector<std::string> history;
+    std::string script;
+    std::string input;
+    int cursor;
+};
+
+void PrintTo(const Edit& edit, std::ostream* out) {
+    *out << "'" << edit.script << "'";
+}
+
+class LineEdits : public LineEditorTest, public ::testing::WithParamInterface<Edit> {};
+
+TEST_P(LineEdits, LeaveTheLineAndCursor) {
+    for (const std::string& line : GetParam().history) typeLine(line);
+    printed();
+    play(GetParam().script);
+    EXPECT_EQ(input(), GetParam().input);
+    EXPECT_EQ(cursor(), GetParam().cursor);
     EXPECT_EQ(printed(), "");
 }
 
-TEST_F(LineEditorTest, CursorKeys) {
-    typeText("abc");
-    pressKeys({home});
-    EXPECT_EQ(cursor(), 0);
-    pressKeys({left});
-    EXPECT_EQ(cursor(), 0);
-    pressKeys({right, right});
-    EXPECT_EQ(cursor(), 2);
-    pressKeys({end});
-    EXPECT_EQ(cursor(), 3);
-    pressKeys({right});
-    EXPECT_EQ(cursor(), 3);
-    pressKeys({left});
-    EXPECT_EQ(cursor(), 2);
-    EXPECT_EQ(input(), "abc");
-}
+INSTANTIATE_TEST_SUITE_P(
+    KeysAndHistory, LineEdits,
+    ::testing::Values(
+        Edit{{}, "Hello World 42!", "Hello World 42!", 15},
+        // Cursor keys stop at both ends.
+        Edit{{}, "abc{home}{left}", "abc", 0}, Edit{{}, "abc{home}{left}{right}{right}", "abc", 2},
+        Edit{{}, "abc{end}{right}", "abc", 3}, Edit{{}, "abc{end}{right}{left}", "abc", 2},
+        // Typing overwrites unless insert is toggled on; the Insert key itself types nothing.
+        Edit{{}, "abcdef{home}{right}XY", "aXYdef", 3}, Edit{{}, "abcdef{home}{right}XY{end}g", "aXYdefg", 7},
+        Edit{{}, "abcdef{home}{right}{insertOn}XY", "aXYbcdef", 3},
+        Edit{{}, "abcdef{home}{right}{insertOn}XY{insert}", "aXYbcdef", 3},
+        // Backspace and Delete, at the ends too, leave no stale characters.
+        Edit{{}, "abcdef{left}{left}{bs}", "abcef", 3}, Edit{{}, "abcdef{left}{left}{bs}{del}", "abcf", 3},
+        Edit{{}, "abcdef{left}{left}{bs}{del}{end}{del}", "abcf", 4},
+        Edit{{}, "abcdef{left}{left}{bs}{del}{home}{bs}", "abcf", 0},
+        Edit{{}, "abcf{home}{bs}{del}{del}{del}{del}{del}", "", 0}, Edit{{}, "abc{bs}{bs}Z", "aZ", 2},
+        // Keys without a character do nothing.
+        Edit{{}, "ab{left}{shift}{112}{0}{255}", "ab", 1},
+        // Escape clears the line and keeps the history.
+        Edit{{"first"}, "second{esc}", "", 0}, Edit{{"first"}, "second{esc}{up}", "first", 5},
+        // Up and Down walk the history and stop at its ends.
+        Edit{{}, "draft{up}{down}", "draft", 5}, Edit{{"one", "two", "three"}, "{up}", "three", 5},
+        Edit{{"one", "two", "three"}, "{up}{up}{up}{up}", "one", 3},
+        Edit{{"one", "two", "three"}, "{up}{up}{up}{up}{down}", "two", 3},
+        Edit{{"one", "two", "three"}, "{up}{up}{up}{up}{down}{down}{down}", "three", 5},
+        // After an edit, Up starts again from the latest line.
+        Edit{{"one", "two"}, "{up}{up}!{up}", "two", 3},
+        // An empty line takes a slot of its own.
+        Edit{{"one", ""}, "{up}", "", 0}));
 
-TEST_F(LineEditorTest, TypingOverwritesByDefault) {
-    typeText("abcdef");
-    pressKeys({home, right});
-    typeText("XY");
-    EXPECT_EQ(input(), "aXYdef");
-    EXPECT_EQ(cursor(), 3);
-    pressKeys({end});
-    typeText("g");
-    EXPECT_EQ(input(), "aXYdefg");
-}
-
-TEST_F(LineEditorTest, TypingInsertsWhileInsertIsToggledOn) {
-    typeText("abcdef");
-    pressKeys({home, right});
-    setInsertMode(true);
-    typeText("XY");
-    EXPECT_EQ(input(), "aXYbcdef");
-    EXPECT_EQ(cursor(), 3);
-    // The Insert key itself types nothing.
-    pressKeys({insert});
-    EXPECT_EQ(input(), "aXYbcdef");
-}
-
-TEST_F(LineEditorTest, BackspaceAndDelete) {
-    typeText("abcdef");
-    pressKeys({left, left, backspace});
-    EXPECT_EQ(input(), "abcef");
-    EXPECT_EQ(cursor(), 3);
-    pressKeys({del});
-    EXPECT_EQ(input(), "abcf");
-    EXPECT_EQ(cursor(), 3);
-    pressKeys({end, del});
-    EXPECT_EQ(input(), "abcf");
-    pressKeys({home, backspace});
-    EXPECT_EQ(input(), "abcf");
-    EXPECT_EQ(cursor(), 0);
-    pressKeys({backspace, del, del, del, del, del});
-    EXPECT_EQ(input(), "");
-    EXPECT_EQ(cursor(), 0);
-}
-
-TEST_F(LineEditorTest, BackspaceAtTheEndLeavesNoStaleCharacters) {
-    typeText("abc");
-    pressKeys({backspace, backspace});
-    typeText("Z");
-    EXPECT_EQ(input(), "aZ");
-}
+}  // namespace
 
 TEST_F(LineEditorTest, FullLineRefusesFurtherCharactersSilently) {
     const std::string full(255, 'x');
@@ -106,13 +92,6 @@ TEST_F(LineEditorTest, InsertNearTheEndDropsNothingOfTheLine) {
     EXPECT_EQ(input(), "y" + std::string(254, 'x'));
 }
 
-TEST_F(LineEditorTest, KeysWithoutACharacterDoNothing) {
-    typeText("ab");
-    pressKeys({left, shift, 112, 0, 255});
-    EXPECT_EQ(input(), "ab");
-    EXPECT_EQ(cursor(), 1);
-}
-
 TEST_F(LineEditorTest, EnterEchoesTheLineAndClearsIt) {
     typeText("no such thing");
     pressKeys({enter});
@@ -120,42 +99,6 @@ TEST_F(LineEditorTest, EnterEchoesTheLineAndClearsIt) {
               "\nno such thing\nUNKNOWN COMMAND. USE 'COMMANDS' FOR A LIST OF AVAILABLE COMMANDS.");
     EXPECT_EQ(input(), "");
     EXPECT_EQ(cursor(), 0);
-}
-
-TEST_F(LineEditorTest, EscapeClearsTheLineAndKeepsTheHistory) {
-    typeLine("first");
-    typeText("second");
-    pressKeys({escape});
-    EXPECT_EQ(input(), "");
-    EXPECT_EQ(cursor(), 0);
-    pressKeys({up});
-    EXPECT_EQ(input(), "first");
-}
-
-TEST_F(LineEditorTest, UpOnAnEmptyHistoryDoesNothing) {
-    typeText("draft");
-    pressKeys({up});
-    EXPECT_EQ(input(), "draft");
-    pressKeys({down});
-    EXPECT_EQ(input(), "draft");
-}
-
-TEST_F(LineEditorTest, UpAndDownWalkTheHistory) {
-    typeLine("one");
-    typeLine("two");
-    typeLine("three");
-    pressKeys({up});
-    EXPECT_EQ(input(), "three");
-    EXPECT_EQ(cursor(), 5);
-    pressKeys({up, up});
-    EXPECT_EQ(input(), "one");
-    pressKeys({up});
-    EXPECT_EQ(input(), "one");
-    pressKeys({down});
-    EXPECT_EQ(input(), "two");
-    pressKeys({down, down});
-    // Coming back past the latest line keeps the line shown.
-    EXPECT_EQ(input(), "three");
 }
 
 TEST_F(LineEditorTest, UpThenEnterRunsTheEarlierLineAndPushesItAgain) {
@@ -169,25 +112,6 @@ TEST_F(LineEditorTest, UpThenEnterRunsTheEarlierLineAndPushesItAgain) {
     EXPECT_EQ(input(), "version");
     pressKeys({up});
     EXPECT_EQ(input(), "other");
-}
-
-TEST_F(LineEditorTest, EditingLeavesTheHistory) {
-    typeLine("one");
-    typeLine("two");
-    pressKeys({up, up});
-    EXPECT_EQ(input(), "one");
-    typeText("!");
-    // After an edit, Up starts again from the latest line.
-    pressKeys({up});
-    EXPECT_EQ(input(), "two");
-}
-
-TEST_F(LineEditorTest, AnEmptyLineTakesAHistorySlot) {
-    typeLine("one");
-    typeLine("");
-    // Slot 0 is empty, so Up has nowhere to go.
-    pressKeys({up});
-    EXPECT_EQ(input(), "");
 }
 
 TEST_F(LineEditorTest, HistoryKeepsSixteenLines) {
@@ -214,14 +138,4 @@ TEST_F(LineEditorTest, EnterLineActsAsEnter) {
     GLConsole::enterLine(std::string(300, 'q'));
     EXPECT_EQ(printed(), "\n" + std::string(255, 'q') +
                              "\nUNKNOWN COMMAND. USE 'COMMANDS' FOR A LIST OF AVAILABLE COMMANDS.");
-}
-
-TEST_F(LineEditorTest, ClearCommandEmptiesOutputAndLeavesHistory) {
-    typeLine("version");
-    typeLine("clear");
-    EXPECT_EQ(GLConsole::state().outputPosition, 0);
-    EXPECT_EQ(std::string(GLConsole::state().outputBuffer, 16), std::string(16, '\n'));
-    EXPECT_EQ(input(), "");
-    pressKeys({up});
-    EXPECT_EQ(input(), "clear");
 }

@@ -30,11 +30,15 @@ TEST_F(LogTest, LogHoldsWhatWasPrintedWhileLoggingWasOn) {
     EXPECT_EQ(printed(), "\nbefore" + commencing + "\nduring!12" + stopped + "\nafter");
 }
 
-TEST_F(LogTest, EnablingTwiceKeepsOneLogAndDisablingTwiceSaysItOnce) {
+TEST_F(LogTest, EnablingTwiceKeepsOneLogAndDisablingTwiceOrShutdownSaysItOnce) {
     GLConsole::enableLogging();
     GLConsole::enableLogging();
     GLConsole::disableLogging();
     GLConsole::disableLogging();
+    EXPECT_EQ(printed(), commencing + stopped);
+    GLConsole::enableLogging();
+    GLConsole::shutdown();
+    EXPECT_FALSE(GLConsole::isLogging());
     EXPECT_EQ(printed(), commencing + stopped);
 }
 
@@ -56,13 +60,6 @@ TEST_F(LogTest, LogConsoleCommandTurnsLoggingOnAndOff) {
     typeLine("LogConsole false");
     EXPECT_EQ(printed(), "\nLogConsole false" + stopped + "\nLogConsole is now false");
     EXPECT_EQ(scratch->read("ConsoleLog.txt"), commencing + "\nLogConsole is now true\nLogConsole false");
-}
-
-TEST_F(LogTest, ShutdownClosesTheLog) {
-    GLConsole::enableLogging();
-    GLConsole::shutdown();
-    EXPECT_FALSE(GLConsole::isLogging());
-    EXPECT_EQ(printed(), commencing + stopped);
 }
 
 TEST_F(LogTest, UnwritableLogIsReported) {

@@ -22,8 +22,9 @@ std::string storeFrom(int start) {
 
 using OutputTest = ConsoleTest;
 
-TEST_F(OutputTest, StoreStartsAsNewlines) {
-    GLConsole::clear();
+TEST_F(OutputTest, TheClearCommandFillsTheStoreWithNewlines) {
+    GLConsole::print("\nsomething");
+    run("clear");
     EXPECT_EQ(GLConsole::state().outputPosition, 0);
     EXPECT_EQ(std::string(GLConsole::state().outputBuffer, GLConsole::outputBufferSize),
               std::string(GLConsole::outputBufferSize, '\n'));

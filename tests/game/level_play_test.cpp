@@ -6,8 +6,6 @@
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 #include "console/console.h"
 #include "dynamics/dynamics.h"
@@ -19,6 +17,7 @@
 #include "level/level.h"
 #include "level_tools/level_tools.h"
 #include "platform/platform.h"
+#include "support/content_support.h"
 #include "support/test_support.h"
 #include "water/water.h"
 
@@ -28,10 +27,7 @@ constexpr float step = 0.013333334f;
 
 std::string shippedConfig(const std::string& name) {
     const char* source = std::getenv("BROOKFALL_SOURCE_DIR");
-    std::ifstream in(std::filesystem::path(source ? source : ".") / "data" / "cfg" / name, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return bytes.str();
+    return readBytes(std::filesystem::path(source ? source : ".") / "data" / "cfg" / name);
 }
 
 PolygonRecord box(int left, int top, int right, int bottom, int32_t id = 0) {

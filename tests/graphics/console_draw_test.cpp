@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "console/console.h"
 #include "console/console_state.h"
@@ -78,47 +79,42 @@ TEST_F(ConsoleDrawing, BandsStandInTheirOrder) {
     EXPECT_TRUE(near(readPixel(320, 479), border));
 }
 
-TEST_F(ConsoleDrawing, TheNewestTextStandsOnTheLastLine) {
-    GLConsole::print("\nolder line\nAB C");
-    draw();
-    EXPECT_TRUE(near(outputCell(0, 55), outputText));
-    EXPECT_TRUE(near(outputCell(1, 55), outputText));
-    EXPECT_TRUE(near(outputCell(2, 55), outputBackground));  // the blank
-    EXPECT_TRUE(near(outputCell(3, 55), outputText));
-    EXPECT_TRUE(near(outputCell(4, 55), outputBackground));
-    EXPECT_TRUE(near(outputCell(9, 54), outputText));
-    EXPECT_TRUE(near(outputCell(10, 54), outputBackground));
-    EXPECT_TRUE(near(outputCell(0, 53), outputBackground));
-}
-
-TEST_F(ConsoleDrawing, LongLinesWrapAtTheColumnCount) {
-    GLConsole::print("\n" + std::string(85, 'X'));
-    draw();
-    EXPECT_TRUE(near(outputCell(79, 54), outputText));
-    EXPECT_TRUE(near(outputCell(4, 55), outputText));
-    EXPECT_TRUE(near(outputCell(5, 55), outputBackground));
-    EXPECT_TRUE(near(outputCell(0, 53), outputBackground));
-}
-
-TEST_F(ConsoleDrawing, ALineOfExactlyTheColumnCountAddsNoBlankLine) {
-    GLConsole::print("\n" + std::string(80, 'X') + "Y");
-    draw();
-    EXPECT_TRUE(near(outputCell(0, 54), outputText));
-    EXPECT_TRUE(near(outputCell(0, 55), outputText));
-    EXPECT_TRUE(near(outputCell(1, 55), outputBackground));
-}
-
-TEST_F(ConsoleDrawing, ATabThatWouldNotFitBreaksTheLine) {
-    GLConsole::print("\n" + std::string(76, 'X') + "\tZ");
-    draw();
-    EXPECT_TRUE(near(outputCell(75, 54), outputText));
-    EXPECT_TRUE(near(outputCell(76, 54), outputBackground));
-    EXPECT_TRUE(near(outputCell(0, 55), outputText));
-    GLConsole::print("\nA\tB");
-    draw();
-    EXPECT_TRUE(near(outputCell(0, 55), outputText));
-    EXPECT_TRUE(near(outputCell(1, 55), outputBackground));
-    EXPECT_TRUE(near(outputCell(8, 55), outputText));
+// Printed text and the output cells (column, line) that show text or stand blank.
+TEST_F(ConsoleDrawing, TextFillsTheLastLinesAndWrapsAtTheColumnCount) {
+    struct Cell {
+        int column, line;
+        bool text;
+    };
+    struct Case {
+        std::string printed;
+        std::vector<Cell> cells;
+    };
+    const Case cases[] = {
+        // The newest text on the last line; a blank shows the background.
+        {"\nolder line\nAB C",
+         {{0, 55, true},
+          {1, 55, true},
+          {2, 55, false},
+          {3, 55, true},
+          {4, 55, false},
+          {9, 54, true},
+          {10, 54, false},
+          {0, 53, false}}},
+        {"\n" + std::string(85, 'X'), {{79, 54, true}, {4, 55, true}, {5, 55, false}, {0, 53, false}}},
+        // A line of exactly the column count adds no blank line.
+        {"\n" + std::string(80, 'X') + "Y", {{0, 54, true}, {0, 55, true}, {1, 55, false}}},
+        // A tab that would not fit breaks the line; one that fits runs to the next stop.
+        {"\n" + std::string(76, 'X') + "\tZ", {{75, 54, true}, {76, 54, false}, {0, 55, true}}},
+        {"\nA\tB", {{0, 55, true}, {1, 55, false}, {8, 55, true}}},
+    };
+    for (const Case& c : cases) {
+        GLConsole::clear();
+        GLConsole::print(c.printed);
+        draw();
+        for (const Cell& cell : c.cells)
+            EXPECT_TRUE(near(outputCell(cell.column, cell.line), cell.text ? outputText : outputBackground))
+                << c.printed.substr(0, 12) << " at " << cell.column << "," << cell.line;
+    }
 }
 
 TEST_F(ConsoleDrawing, TheDisplayIsUnbrokenAcrossTheStoreWrap) {

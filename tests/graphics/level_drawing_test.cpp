@@ -6,9 +6,8 @@
 #include "graphics/graphics.h"
 #include "graphics/graphics_state.h"
 #include "level/level.h"
-#include "level_tools/level_tools.h"
 #include "real_window.h"
-#include "support/test_support.h"
+#include "support/level_fixtures.h"
 #include "test_images.h"
 #include "water/water.h"
 
@@ -40,21 +39,6 @@ const char* const waterSettings =
     "waterTexture = gfx\\white.tga\nsteamTexture = gfx\\white.tga\niceTexture = gfx\\white.tga\n"
     "water_color_r = 1\nwater_color_b = 1\nwater_color_a = 1\n";
 
-std::string levelBytes() {
-    LevelFile level;
-    std::string error;
-    EXPECT_TRUE(LevelText::parse(levelText, "test.level", level, error)) << error;
-    return LevelFileFormat::write(level);
-}
-
-// The frame Game::drawFrame has just drawn into the back buffer.
-Rgb shown(int x, int y) {
-    unsigned char pixel[4] = {0, 0, 0, 0};
-    glReadBuffer(GL_BACK);
-    glReadPixels(x, GLWindow::getClientHeight() - 1 - y, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, pixel);
-    return {pixel[0], pixel[1], pixel[2]};
-}
-
 // A window of 400 by 300 shows 800 by 600 world units: world (x, y) is the pixel
 // (200 + x / 2, 150 + y / 2) while the camera stands at the origin untilted.
 class LevelDrawing : public ::testing::Test {
@@ -74,7 +58,7 @@ protected:
                       {"gfx/white.tga", solid(255, 255, 255)}};
         for (const auto& image : images) folder.write(image.name, makeRawTga(32, 32, true, image.colour));
         folder.write("cfg/water.cfg", waterSettings);
-        folder.write("maps/test.rill", levelBytes());
+        folder.write("maps/test.rill", bytesFromText(levelText));
         GLTextureManager::initialise();
         GLConsole::initialise();
         Camera::initialise();
@@ -99,7 +83,7 @@ protected:
         ParticleManager::getParticles().push_back(particle);
     }
     static Rgb world(float x, float y) {
-        return shown(static_cast<int>(200 + x / 2), static_cast<int>(150 + y / 2));
+        return readPixel(static_cast<int>(200 + x / 2), static_cast<int>(150 + y / 2));
     }
 };
 
@@ -141,12 +125,12 @@ TEST_F(LevelDrawing, ATiltedViewTurnsTheWorld) {
     Camera::setTilt(90.0f);
     Game::drawFrame();
     // Turned against the tilt: world (a, b) appears at the pixel (200 + b / 2, 150 - a / 2).
-    EXPECT_TRUE(near(shown(230, 120), green));
-    EXPECT_TRUE(near(shown(230, 180), red));
+    EXPECT_TRUE(near(readPixel(230, 120), green));
+    EXPECT_TRUE(near(readPixel(230, 180), red));
     Camera::setTilt(0.0f);
     Game::drawFrame();
-    EXPECT_TRUE(near(shown(230, 120), red));
-    EXPECT_TRUE(near(shown(230, 180), green));
+    EXPECT_TRUE(near(readPixel(230, 120), red));
+    EXPECT_TRUE(near(readPixel(230, 180), green));
 }
 
 TEST_F(LevelDrawing, MovingPolygonsRideTheirOffsetAndDestructableOnesVanish) {
@@ -186,7 +170,7 @@ TEST_F(LevelDrawing, TheConsoleKeyShowsTheConsoleOverTheLevel) {
     ASSERT_TRUE(GameState::state().consoleVisible);
     Game::drawFrame();
     // The configuration is missing, so the console's bands are black and opaque below the output area.
-    EXPECT_TRUE(near(shown(200, 299), {0, 0, 0}));
+    EXPECT_TRUE(near(readPixel(200, 299), {0, 0, 0}));
     EXPECT_TRUE(near(world(-100, -100), red));  // the output area's alpha is 0
     listener.keyboardPressed(223);
     EXPECT_FALSE(GameState::state().consoleVisible);
@@ -198,7 +182,7 @@ namespace {
 
 bool greenNear(int x, int y) {
     for (int dx = -1; dx <= 1; ++dx)
-        if (near(shown(x + dx, y), green)) return true;
+        if (near(readPixel(x + dx, y), green)) return true;
     return false;
 }
 
@@ -208,8 +192,8 @@ TEST_F(LevelDrawing, TheFreeCameraShowsTheWorldUnturnedAndTheRealViewInGreen) {
     Camera::setPosition(Vector2D());
     Camera::setTilt(90.0f);
     Game::drawFrame();
-    EXPECT_TRUE(near(shown(230, 120), red));  // world (60, -60), as without a tilt
-    EXPECT_TRUE(near(shown(230, 180), green));
+    EXPECT_TRUE(near(readPixel(230, 120), red));  // world (60, -60), as without a tilt
+    EXPECT_TRUE(near(readPixel(230, 180), green));
     // The real view, 800 by 600 units turned a quarter, stands upright: its long
     // sides run down the window at x = 50 and x = 350.
     EXPECT_TRUE(greenNear(50, 40));

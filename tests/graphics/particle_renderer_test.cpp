@@ -52,11 +52,7 @@ protected:
         return particle;
     }
     static Rgb world(float x, float y) {
-        unsigned char pixel[4] = {0, 0, 0, 0};
-        glReadBuffer(GL_BACK);
-        glReadPixels(static_cast<int>(200 + x / 2), 299 - static_cast<int>(150 + y / 2), 1, 1, GL_RGBA,
-                     GL_UNSIGNED_BYTE, pixel);
-        return {pixel[0], pixel[1], pixel[2]};
+        return readPixel(static_cast<int>(200 + x / 2), static_cast<int>(150 + y / 2));
     }
 };
 

@@ -47,42 +47,44 @@ void expectSameState(const Polygon2D& a, const Polygon2D& b) {
 
 }  // namespace
 
-TEST(Polygon2D, TwoPointsAndThreeColinearPointsHaveNoTriangles) {
-    Polygon2D two = polygonOf({{0, 0}, {10, 0}});
-    EXPECT_TRUE(two.isDegenerate());
-    EXPECT_EQ(two.triangleCount, 0u);
-    Polygon2D line = polygonOf({{0, 0}, {10, 0}, {20, 0}});
-    EXPECT_EQ(line.triangleCount, 0u);
-    EXPECT_TRUE(line.normalX.empty());
-}
-
-TEST(Polygon2D, RepeatedPointIsIgnoredEvenIfNotTheLast) {
-    Polygon2D polygon = polygonOf({{0, 0}, {10, 0}, {10, 10}, {0, 0}, {10, 0}});
-    EXPECT_EQ(polygon.pointCount(), 3u);
-    EXPECT_EQ(polygon.triangleCount, 1u);
-}
-
-TEST(Polygon2D, SquareInEitherWindingGetsTwoTrianglesAndItsWinding) {
-    Polygon2D clockwise = polygonOf({{0, 0}, {10, 0}, {10, 10}, {0, 10}});
-    EXPECT_EQ(clockwise.triangleCount, 2u);
-    EXPECT_TRUE(clockwise.clockwise);
-    Polygon2D counter = polygonOf({{0, 0}, {0, 10}, {10, 10}, {10, 0}});
-    EXPECT_EQ(counter.triangleCount, 2u);
-    EXPECT_FALSE(counter.clockwise);
-    EXPECT_EQ(counter.normalX.size(), 6u);
-}
-
-TEST(Polygon2D, ColinearPointsOnASideAndAtTheClosingEdgeMerge) {
-    EXPECT_EQ(polygonOf({{0, 0}, {5, 0}, {10, 0}, {10, 10}, {0, 10}}).triangleCount, 2u);
-    // A straight run over the closing edge: the first edge takes over the last
-    // one's place, leaving four edges and three triangles, not four.
-    EXPECT_EQ(polygonOf({{5, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 0}, {2, 0}}).triangleCount, 3u);
-}
-
-TEST(Polygon2D, BowTieIsDegenerate) {
-    Polygon2D bowTie = polygonOf({{0, 0}, {10, 10}, {10, 0}, {0, 10}});
-    EXPECT_TRUE(bowTie.isDegenerate());
-    EXPECT_EQ(bowTie.triangleCount, 0u);
+// Outlines with their point count, triangle count and winding after repeated
+// points, straight runs and crossings have been dealt with.
+TEST(Polygon2D, SimpleOutlinesGetTheirTrianglesAndWinding) {
+    struct Case {
+        const char* name;
+        std::vector<Vector2D> points;
+        std::size_t pointCount;
+        uint32_t triangles;
+        bool degenerate, clockwise;
+    };
+    const Case cases[] = {
+        {"two points", {{0, 0}, {10, 0}}, 2, 0, true, false},
+        {"three in a line", {{0, 0}, {10, 0}, {20, 0}}, 3, 0, false, false},
+        {"repeated points", {{0, 0}, {10, 0}, {10, 10}, {0, 0}, {10, 0}}, 3, 1, false, true},
+        {"clockwise square", {{0, 0}, {10, 0}, {10, 10}, {0, 10}}, 4, 2, false, true},
+        {"counter-clockwise square", {{0, 0}, {0, 10}, {10, 10}, {10, 0}}, 4, 2, false, false},
+        {"a point on a side", {{0, 0}, {5, 0}, {10, 0}, {10, 10}, {0, 10}}, 5, 2, false, true},
+        // A straight run over the closing edge: the first edge takes over the last
+        // one's place, leaving four edges and three triangles, not four.
+        {"a run over the closing edge",
+         {{5, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 0}, {2, 0}},
+         6,
+         3,
+         false,
+         true},
+        {"bow tie", {{0, 0}, {10, 10}, {10, 0}, {0, 10}}, 4, 0, true, false},
+    };
+    for (const Case& c : cases) {
+        Polygon2D polygon;
+        for (const Vector2D& p : c.points) polygon.addPoint(p.x, p.y);
+        EXPECT_EQ(polygon.pointCount(), c.pointCount) << c.name;
+        EXPECT_EQ(polygon.triangleCount, c.triangles) << c.name;
+        EXPECT_EQ(polygon.isDegenerate(), c.degenerate) << c.name;
+        if (c.degenerate) continue;
+        EXPECT_EQ(polygon.normalX.size(), 3u * c.triangles) << c.name;
+        if (c.triangles == 0) continue;
+        EXPECT_EQ(polygon.clockwise, c.clockwise) << c.name;
+    }
 }
 
 TEST(Polygon2D, ConcavePolygonsAreCutOnlyInsideTheirOutline) {
@@ -128,23 +130,18 @@ TEST(Polygon2D, NormalsAreUnitAndTurnedFromEachTriangleEdge) {
 
 TEST(Polygon2D, FrictionIsClamped) {
     Polygon2D polygon;
-    polygon.setFrictionLevel(1.5f);
-    EXPECT_EQ(polygon.friction, 1.0f);
-    polygon.setFrictionLevel(-1.0f);
-    EXPECT_EQ(polygon.friction, 0.0f);
-    polygon.setFrictionLevel(0.25f);
-    EXPECT_EQ(polygon.friction, 0.25f);
+    for (const auto& [given, kept] : {std::pair{1.5f, 1.0f}, {-1.0f, 0.0f}, {0.25f, 0.25f}}) {
+        polygon.setFrictionLevel(given);
+        EXPECT_EQ(polygon.friction, kept) << given;
+    }
 }
 
-TEST(Polygon2D, CopiesAreDeep) {
+TEST(Polygon2D, CopiesAreDeepAndACopyWithoutTrianglesHasNoNormals) {
     Polygon2D original = polygonOf({{0, 0}, {10, 0}, {10, 10}});
-    Polygon2D copy = original;
-    copy.addPoint(0, 10);
+    Polygon2D grown = original;
+    grown.addPoint(0, 10);
     EXPECT_EQ(original.triangleCount, 1u);
-    EXPECT_EQ(copy.triangleCount, 2u);
-}
-
-TEST(Polygon2D, ACopyWithoutTrianglesHasNoNormals) {
+    EXPECT_EQ(grown.triangleCount, 2u);
     // The square's normals stay behind when a crossing point makes it degenerate.
     Polygon2D crossed = polygonOf({{0, 0}, {10, 0}, {10, 10}, {0, 10}, {20, 5}});
     EXPECT_EQ(crossed.triangleCount, 0u);

@@ -89,22 +89,19 @@ TEST_F(ParticleMoverTest, ClearingTheGridForgetsEveryParticle) {
 
 // Moving.
 
-TEST_F(ParticleMoverTest, ALongMoveStopsAt15UnitsWithItsVelocityKept) {
+TEST_F(ParticleMoverTest, AShortMoveIsOneStepAndALongOneStopsAt15UnitsWithItsVelocityKept) {
     Particle particle;
     particle.velocity = Vector2D(0, 1000);
     ParticleMover::moveParticle(particle, 0.1f);
     EXPECT_NEAR(particle.position.y, 15.0f, 1e-4f);
     EXPECT_EQ(particle.position.x, 0.0f);
     EXPECT_EQ(particle.velocity, Vector2D(0, 1000));
-}
-
-TEST_F(ParticleMoverTest, AShortMoveIsOneStep) {
-    Particle particle;
-    particle.velocity = Vector2D(30, -40);
-    particle.impulse = Vector2D(10, 0);
-    ParticleMover::moveParticle(particle, 0.02f);
-    EXPECT_FLOAT_EQ(particle.position.x, 0.8f);
-    EXPECT_FLOAT_EQ(particle.position.y, -0.8f);
+    Particle slow;
+    slow.velocity = Vector2D(30, -40);
+    slow.impulse = Vector2D(10, 0);
+    ParticleMover::moveParticle(slow, 0.02f);
+    EXPECT_FLOAT_EQ(slow.position.x, 0.8f);
+    EXPECT_FLOAT_EQ(slow.position.y, -0.8f);
 }
 
 TEST_F(ParticleMoverTest, ARestingParticleIsNotPushedButAMovingNeighbourIs) {
@@ -191,18 +188,16 @@ TEST_F(ParticleMoverTest, RepulsionAveragesItsNeighbours) {
 
 // Attraction.
 
-TEST_F(ParticleMoverTest, ALoneParticleIsItsOwnCentre) {
+TEST_F(ParticleMoverTest, ALoneParticleAndParticlesWithinRestDistanceStay) {
     Particle& particle = addParticle(Vector2D(7, 7));
     ParticleMover::runParticleAttractions(0.02f);
     EXPECT_EQ(particle.position, Vector2D(7, 7));
-}
-
-TEST_F(ParticleMoverTest, ParticlesWithinRestDistanceOfTheCentreStay) {
-    Particle& a = addParticle(Vector2D(0, 0));
-    Particle& b = addParticle(Vector2D(6, 0));
+    // Nor do particles within rest distance of their centre move.
+    Particle& a = addParticle(Vector2D(200, 0));
+    Particle& b = addParticle(Vector2D(206, 0));
     ParticleMover::runParticleAttractions(0.75f);
-    EXPECT_EQ(a.position, Vector2D(0, 0));
-    EXPECT_EQ(b.position, Vector2D(6, 0));
+    EXPECT_EQ(a.position, Vector2D(200, 0));
+    EXPECT_EQ(b.position, Vector2D(206, 0));
 }
 
 TEST_F(ParticleMoverTest, ClustersAreDrawnTogetherAtMost1Point5AStep) {
