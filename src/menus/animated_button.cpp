@@ -96,16 +96,12 @@ void GuiAnimatedButton::setClickedSound(const std::string& name) {
 
 void GuiAnimatedButton::setDropShadowColor(float red, float green, float blue, float alpha) {
     TRACE_LOCATION("GuiAnimatedButton::setDropShadowColor");
-    dropShadow.r = red;
-    dropShadow.g = green;
-    dropShadow.b = blue;
-    dropShadow.a = alpha;
+    dropShadow.setColor(red, green, blue, alpha);
 }
 
 void GuiAnimatedButton::setDropShadowOffset(float offsetX, float offsetY) {
     TRACE_LOCATION("GuiAnimatedButton::setDropShadowOffset");
-    dropShadow.offsetX = offsetX;
-    dropShadow.offsetY = offsetY;
+    dropShadow.setOffset(offsetX, offsetY);
 }
 
 void GuiAnimatedButton::resetAnimation() {

@@ -153,6 +153,17 @@ struct GuiDropShadow {
     bool on = false;
     float offsetX = 0.0f, offsetY = 0.0f;
     float r = 0.0f, g = 0.0f, b = 0.0f, a = 1.0f;
+
+    void setColor(float red, float green, float blue, float alpha) {
+        r = red;
+        g = green;
+        b = blue;
+        a = alpha;
+    }
+    void setOffset(float x, float y) {
+        offsetX = x;
+        offsetY = y;
+    }
 };
 
 // An image button with three animated frame sets: out of focus (looping), in

@@ -6,6 +6,7 @@
 #include <cctype>
 
 #include "menus/menus.h"
+#include "menus/screens/screens.h"
 
 namespace {
 
@@ -38,8 +39,9 @@ HighScores::~HighScores() = default;
 void HighScores::readSettings() {
     TRACE_LOCATION("HighScores::readSettings");
     const ConfigFile game("cfg\\game.cfg");
-    const ConfigFile general("cfg\\menu_general.cfg");
-    const ConfigFile finished("cfg\\menu_levelFinished.cfg");
+    // The level-finished screen's own button, made as the menus make theirs.
+    const MenuConfig menu("cfg\\menu_levelFinished.cfg");
+    const ConfigFile& general = menu.general();
     cursor = std::make_unique<GLTexture>(game.getVarAsString("cursor"));
     sound = std::make_unique<Sound>(game.getVarAsString("highScoreSound"));
     font = std::make_unique<GLFont>(GLTexture(general.getVarAsString("menuFont")));
@@ -52,23 +54,8 @@ void HighScores::readSettings() {
     }
     shadowOffset[0] = general.getVarAsFloat("textDropShadowOffset_x");
     shadowOffset[1] = general.getVarAsFloat("textDropShadowOffset_y");
-
-    continueButton = std::make_unique<GuiAnimatedButton>();
-    GuiAnimatedButton& button = *continueButton;
-    button.dropShadow.on = true;
-    button.setDropShadowColor(
-        general.getVarAsFloat("buttonDropShadowColor_r"), general.getVarAsFloat("buttonDropShadowColor_g"),
-        general.getVarAsFloat("buttonDropShadowColor_b"), general.getVarAsFloat("buttonDropShadowColor_a"));
-    button.setDropShadowOffset(general.getVarAsFloat("buttonDropShadowOffset_x"),
-                               general.getVarAsFloat("buttonDropShadowOffset_y"));
-    button.frameRate = general.getVarAsFloat("menuAnimationSpeeds");
-    button.setOverSound(general.getVarAsString("menuOverSound"));
-    button.setClickedSound(general.getVarAsString("menuClickedSound"));
-    button.setPosition(finished.getVarAsInt("continueButton_x"), finished.getVarAsInt("continueButton_y"));
-    button.setSize(finished.getVarAsInt("continueButton_w"), finished.getVarAsInt("continueButton_h"));
-    button.setFramesOutOfFocus(finished.getVarAsString("continueButton_frames_outOfFocus"));
-    button.setFramesInFocus(finished.getVarAsString("continueButton_frames_inFocus"));
-    button.setFramesClicked(finished.getVarAsString("continueButton_frames_clicked"));
+    // Its callbacks stay empty: this screen acts on the press itself.
+    continueButton.reset(menu.makeButton("continueButton", nullptr, nullptr));
 }
 
 void HighScores::finish() {

@@ -22,16 +22,12 @@ void GuiTextWidget::setFontSize(float size) {
 
 void GuiTextWidget::setDropShadowColor(float red, float green, float blue, float alpha) {
     TRACE_LOCATION("GuiTextWidget::setDropShadowColor");
-    dropShadow.r = red;
-    dropShadow.g = green;
-    dropShadow.b = blue;
-    dropShadow.a = alpha;
+    dropShadow.setColor(red, green, blue, alpha);
 }
 
 void GuiTextWidget::setDropShadowOffset(float offsetX, float offsetY) {
     TRACE_LOCATION("GuiTextWidget::setDropShadowOffset");
-    dropShadow.offsetX = offsetX;
-    dropShadow.offsetY = offsetY;
+    dropShadow.setOffset(offsetX, offsetY);
 }
 
 void GuiTextWidget::drawText(const std::string& text, float left, float top) const {

@@ -11,12 +11,12 @@ MenuConfig::MenuConfig(const char* ownFile) : ownConfig(ownFile), generalConfig(
 void MenuConfig::styleButtonShadow(GuiDropShadow& shadow) const {
     TRACE_LOCATION("MenuConfig::styleButtonShadow");
     shadow.on = true;
-    shadow.r = generalConfig.getVarAsFloat("buttonDropShadowColor_r");
-    shadow.g = generalConfig.getVarAsFloat("buttonDropShadowColor_g");
-    shadow.b = generalConfig.getVarAsFloat("buttonDropShadowColor_b");
-    shadow.a = generalConfig.getVarAsFloat("buttonDropShadowColor_a");
-    shadow.offsetX = generalConfig.getVarAsFloat("buttonDropShadowOffset_x");
-    shadow.offsetY = generalConfig.getVarAsFloat("buttonDropShadowOffset_y");
+    shadow.setColor(generalConfig.getVarAsFloat("buttonDropShadowColor_r"),
+                    generalConfig.getVarAsFloat("buttonDropShadowColor_g"),
+                    generalConfig.getVarAsFloat("buttonDropShadowColor_b"),
+                    generalConfig.getVarAsFloat("buttonDropShadowColor_a"));
+    shadow.setOffset(generalConfig.getVarAsFloat("buttonDropShadowOffset_x"),
+                     generalConfig.getVarAsFloat("buttonDropShadowOffset_y"));
 }
 
 GuiAnimatedButton* MenuConfig::makeButton(const std::string& name, GuiMouseCallback clicked,
