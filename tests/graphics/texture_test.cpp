@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <thread>
+#include <tuple>
 
 #include "graphics/graphics.h"
 #include "level/level.h"
@@ -60,20 +61,17 @@ TEST(TgaLoader, ReadsAllFourLayoutsTopRowFirst) {
 }
 
 TEST(TgaLoader, RefusesWhatItDoesNotRead) {
-    EXPECT_TRUE(refused(makeRawTga(4, 4, true, rows(4), 24)));
-    EXPECT_TRUE(refused(makeRawTga(3, 4, true, rows(4))));
-    EXPECT_TRUE(refused(makeRawTga(4, 3, true, rows(3))));
-    std::string colourMapped = makeRawTga(4, 4, true, rows(4));
-    colourMapped[1] = 1;
-    EXPECT_TRUE(refused(colourMapped));
-    std::string rightToLeft = makeRawTga(4, 4, true, rows(4));
-    rightToLeft[17] |= 1;
-    EXPECT_TRUE(refused(rightToLeft));
-    std::string greyscale = makeRawTga(4, 4, true, rows(4));
-    greyscale[2] = 3;
-    EXPECT_TRUE(refused(greyscale));
-    EXPECT_TRUE(refused("TRUEVISION"));
-    EXPECT_TRUE(refused(""));
+    const std::string good = makeRawTga(4, 4, true, rows(4));
+    // Byte at, value: a colour map, right-to-left rows, greyscale.
+    for (const auto& [at, value] : {std::pair{1, 1}, {17, 0x21}, {2, 3}}) {
+        std::string changed = good;
+        changed[static_cast<std::size_t>(at)] = static_cast<char>(value);
+        EXPECT_TRUE(refused(changed)) << "byte " << at;
+    }
+    for (const std::string& bytes :
+         {makeRawTga(4, 4, true, rows(4), 24), makeRawTga(3, 4, true, rows(4)),
+          makeRawTga(4, 3, true, rows(3)), std::string("TRUEVISION"), std::string()})
+        EXPECT_TRUE(refused(bytes));
 }
 
 TEST(TgaLoader, ShortFilesAreNeverReadPastTheirEnd) {
@@ -125,102 +123,55 @@ TEST_F(TextureStore, AMissingImageIsAnOpaqueCheckerboard) {
     EXPECT_EQ(list, std::vector<std::string>{"GFX\\DEFAULT.TGA (loading failed)  : 32 BIT"});
     EXPECT_EQ(console.text(), "");
 
-    // Drawn ten times enlarged: the corner cell is white, its neighbours black.
-    GLWindow::clearScreen(1.0f, 0.0f, 0.0f);
-    GLWindow::glBeginDraw2d();
-    glEnable(GL_TEXTURE_2D);
+    // Cells of one texel, white in the corner.
+    std::vector<uint8_t> pixels(16 * 16 * 4);
     glBindTexture(GL_TEXTURE_2D, texture.id);
-    glColor3f(1.0f, 1.0f, 1.0f);
-    glBegin(GL_QUADS);
-    glTexCoord2f(0, 0), glVertex2f(0, 0);
-    glTexCoord2f(1, 0), glVertex2f(160, 0);
-    glTexCoord2f(1, 1), glVertex2f(160, 160);
-    glTexCoord2f(0, 1), glVertex2f(0, 160);
-    glEnd();
-    glDisable(GL_TEXTURE_2D);
-    EXPECT_GT(readPixel(5, 5)[1], 200);
-    EXPECT_LT(readPixel(15, 5)[1], 55);
-    EXPECT_LT(readPixel(5, 15)[1], 55);
-    EXPECT_GT(readPixel(15, 15)[1], 200);
+    glGetTexImage(GL_TEXTURE_2D, 0, GL_BGRA, GL_UNSIGNED_BYTE, pixels.data());
+    for (const auto& [x, y, white] : {std::tuple{0, 0, true}, {1, 0, false}, {0, 1, false}, {1, 1, true}})
+        EXPECT_EQ(pixels[static_cast<std::size_t>((y * 16 + x) * 4 + 1)] > 200, white) << x << "," << y;
 }
 
-TEST_F(TextureStore, NamesInAnyCaseShareOneEntry) {
-    GLTexture lower("gfx\\default.tga");
-    GLTexture upper("GFX\\DEFAULT.TGA");
-    EXPECT_EQ(lower.id, upper.id);
-    EXPECT_TRUE(lower == upper);
-    EXPECT_EQ(references("gfx\\Default.tga"), 2);
-    upper = "gfx\\DEFAULT.tga";
-    EXPECT_EQ(references("gfx\\default.tga"), 2);
-    EXPECT_EQ(upper.id, lower.id);
-}
-
-TEST_F(TextureStore, TheLastHandleDeletesTheTexture) {
+TEST_F(TextureStore, HandlesCountTheirReferences) {
     folder.write("gfx/rock.tga", makeRawTga(8, 8, false, rows(8)));
-    auto* first = new GLTexture("gfx\\rock.tga");
-    const unsigned int id = first->id;
-    {
-        GLTexture second(*first);
+    GLTexture lower("gfx\\default.tga");
+    auto* upper = new GLTexture("GFX\\DEFAULT.TGA");
+    EXPECT_TRUE(lower == *upper);
+    EXPECT_EQ(references("gfx\\Default.tga"), 2);
+    const unsigned int id = [&] {
+        GLTexture rock("gfx\\rock.tga");
+        *upper = rock;
+        *upper = *upper;
         EXPECT_EQ(references("GFX\\ROCK.TGA"), 2);
-        delete first;
-        EXPECT_EQ(references("GFX\\ROCK.TGA"), 1);
-        EXPECT_TRUE(glIsTexture(id));
-    }
+        EXPECT_EQ(upper->width, 8);
+        return rock.id;
+    }();
+    EXPECT_EQ(references("gfx\\default.tga"), 1);
+    EXPECT_TRUE(glIsTexture(id));
+    delete upper;
     EXPECT_EQ(GLTextureManager::findTexture("gfx\\rock.tga"), nullptr);
     EXPECT_FALSE(glIsTexture(id));
 }
 
-TEST_F(TextureStore, AssignmentMovesTheReference) {
-    folder.write("gfx/a.tga", makeRawTga(4, 4, true, rows(4)));
-    folder.write("gfx/b.tga", makeRawTga(8, 4, true, rows(4)));
-    GLTexture a("gfx\\a.tga");
-    GLTexture b("gfx\\b.tga");
-    b = a;
-    EXPECT_EQ(GLTextureManager::findTexture("gfx\\b.tga"), nullptr);
-    EXPECT_EQ(references("gfx\\a.tga"), 2);
-    EXPECT_EQ(b.width, 4);
-    b = b;
-    EXPECT_EQ(references("gfx\\a.tga"), 2);
-}
-
-TEST_F(TextureStore, TgaImagesLoadAsThirtyTwoBitsWithAlpha) {
+// 32-bit TGA through our loader with alpha, the file's top row the top of the
+// texture (t = 0); other TGA and other formats through SDL_image.
+TEST_F(TextureStore, FormatsLoadWithTheirDepthAndTheTopRowFirst) {
     folder.write("gfx/packed.tga", makeRunLengthTga(16, 8, false, rows(8)));
-    GLTexture texture("gfx\\packed.tga");
-    EXPECT_EQ(texture.width, 16);
-    EXPECT_EQ(texture.height, 8);
-    EXPECT_TRUE(texture.hasAlpha);
-    std::vector<std::string> list;
-    GLTextureManager::getTextureList(list);
-    EXPECT_EQ(list, std::vector<std::string>{"GFX\\PACKED.TGA : 32 BIT"});
-
-    // The file's top row is the top of the texture (t = 0).
-    glBindTexture(GL_TEXTURE_2D, texture.id);
-    std::vector<uint8_t> pixels(16 * 8 * 4);
-    glGetTexImage(GL_TEXTURE_2D, 0, GL_BGRA, GL_UNSIGNED_BYTE, pixels.data());
-    expectRows(pixels, 16, 8);
-}
-
-TEST_F(TextureStore, TgaFilesTheLoaderRefusesGoThroughSdlImage) {
     folder.write("gfx/rgb.tga", makeRawTga(4, 4, false, rows(4), 24));
     folder.write("gfx/narrow.tga", makeRawTga(3, 4, false, rows(4)));
-    GLTexture rgb("gfx\\rgb.tga");
-    GLTexture narrow("gfx\\narrow.tga");
-    EXPECT_EQ(rgb.width, 4);
-    EXPECT_FALSE(rgb.hasAlpha);
+    folder.write("gfx/sky.bmp", makeBmp24(8, 4, rows(4)));
+    GLTexture packed("gfx\\packed.tga"), rgb("gfx\\rgb.tga"), narrow("gfx\\narrow.tga"), sky("gfx\\SKY.BMP");
+    EXPECT_TRUE(packed.hasAlpha);
+    EXPECT_FALSE(rgb.hasAlpha || sky.hasAlpha);
     EXPECT_EQ(narrow.width, 3);
     std::vector<std::string> list;
     GLTextureManager::getTextureList(list);
-    EXPECT_EQ(list, (std::vector<std::string>{"GFX\\NARROW.TGA : 32 BIT", "GFX\\RGB.TGA : 24 BIT"}));
-}
-
-TEST_F(TextureStore, OtherFormatsComeThroughSdlImageOpaque) {
-    folder.write("gfx/sky.bmp", makeBmp24(8, 4, rows(4)));
-    GLTexture sky("gfx\\SKY.BMP");
-    EXPECT_EQ(sky.width, 8);
-    EXPECT_EQ(sky.height, 4);
-    EXPECT_FALSE(sky.hasAlpha);
+    EXPECT_EQ(list, (std::vector<std::string>{"GFX\\NARROW.TGA : 32 BIT", "GFX\\PACKED.TGA : 32 BIT",
+                                              "GFX\\RGB.TGA : 24 BIT", "GFX\\SKY.BMP : 24 BIT"}));
+    std::vector<uint8_t> pixels(16 * 8 * 4);
+    glBindTexture(GL_TEXTURE_2D, packed.id);
+    glGetTexImage(GL_TEXTURE_2D, 0, GL_BGRA, GL_UNSIGNED_BYTE, pixels.data());
+    expectRows(pixels, 16, 8);
     glBindTexture(GL_TEXTURE_2D, sky.id);
-    std::vector<uint8_t> pixels(8 * 4 * 4);
     glGetTexImage(GL_TEXTURE_2D, 0, GL_BGRA, GL_UNSIGNED_BYTE, pixels.data());
     EXPECT_EQ(pixels[2], 255);              // top row red
     EXPECT_EQ(pixels[3], 255);              // opaque
