@@ -60,22 +60,6 @@ TEST(BakedArt, EveryPictureIsATgaTheGameLoaderAccepts) {
     EXPECT_GT(pictures, 40);
 }
 
-TEST(BakedArt, TheNamedPicturesTheGameAsksForExist) {
-    for (const char* name :
-         {"gfx/default.tga", "gfx/cursor.tga", "gfx/particles/water.tga", "gfx/particles/steam.tga",
-          "gfx/particles/ice.tga", "gfx/fonts/console.tga", "gfx/fonts/menu.tga", "gfx/fonts/label.tga"})
-        EXPECT_TRUE(std::filesystem::is_regular_file(bakedDataFolder() / name)) << name;
-}
-
-TEST(BakedArt, DefaultIsAnOpaqueCheckerboard) {
-    const TgaPicture p = bakedPicture("gfx/default.tga");
-    ASSERT_TRUE(p.ok()) << p.error;
-    for (int y = 0; y < p.height; ++y)
-        for (int x = 0; x < p.width; ++x) ASSERT_EQ(p.alpha(x, y), 255);
-    EXPECT_NE(p.pixel(0, 0)[0], p.pixel(p.width / 8, 0)[0]) << "neighbouring squares must differ";
-    EXPECT_EQ(p.pixel(0, 0)[0], p.pixel(p.width / 8, p.height / 8)[0]) << "diagonal squares must match";
-}
-
 TEST(BakedArt, SurfacesAreOpaqueAndTileWithoutSeams) {
     for (const char* name : surfaces) {
         const TgaPicture p = bakedPicture(name);

@@ -69,17 +69,6 @@ TEST(BakedMenus, EveryScreenHasItsButtonsOnTheScreenWithoutOverlap) {
     }
 }
 
-TEST(BakedMenus, TextBoxesReadTheirTextFiles) {
-    WorkingFolder folder(bakedDataFolder());
-    for (const auto& [file, key] : {std::pair{"cfg\\menu_instructions.cfg", "instructionsText_text"},
-                                    std::pair{"cfg\\menu_credits.cfg", "creditsText_text"}}) {
-        const ConfigFile config(file);
-        const std::string name = config.getVarAsString(key);
-        ASSERT_TRUE(Platform::fileExists(name)) << file;
-        EXPECT_GE(readBytes(Platform::resolvePath(name)).size(), 2u) << name << " would leave the box empty";
-    }
-}
-
 TEST(BakedMenus, EveryFileAnyConfigurationNamesIsBaked) {
     WorkingFolder folder(bakedDataFolder());
     int names = 0;

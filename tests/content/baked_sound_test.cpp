@@ -1,14 +1,11 @@
 // The sounds the sound bake ships: wave files the game's loader takes, heard
-// (not silent), named by the configuration and the levels, and loops that wrap
-// without a click. tests/tools holds the tests of the bake itself.
+// (not silent), and loops that wrap without a click. tests/tools holds the
+// tests of the bake itself; the menus' test checks that every named file exists.
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstring>
-#include <filesystem>
 
-#include "foundation/foundation.h"
-#include "platform/platform.h"
 #include "support/content_support.h"
 
 namespace {
@@ -61,22 +58,6 @@ TEST(BakedSound, EverySoundIsAWaveTheGameLoaderAcceptsAndIsHeard) {
         for (int16_t s : samples) clipped += s == 32767 || s == -32767;
         EXPECT_LT(clipped, 4) << name << " clips";
     }
-}
-
-TEST(BakedSound, EveryNameTheConfigurationGivesIsBaked) {
-    WorkingFolder folder(bakedDataFolder());
-    const ConfigFile effects("cfg\\game_sfx.cfg");
-    int named = 0;
-    for (const auto& [key, value] : effects.variables()) {
-        if (slStringIsNumeric(value)) continue;
-        EXPECT_TRUE(Platform::fileExists(value)) << key << " names " << value;
-        ++named;
-    }
-    EXPECT_EQ(named, 29) << "water: a loop and twelve samples; ice: two loops and twelve; steam: two loops";
-    const ConfigFile game("cfg\\game.cfg");
-    for (const char* key : {"finishSound", "deadSound", "highScoreSound"})
-        EXPECT_TRUE(Platform::fileExists(game.getVarAsString(key))) << key;
-    EXPECT_TRUE(Platform::fileExists("snd\\default.wav"));
 }
 
 TEST(BakedSound, LoopsWrapWithoutAClick) {
