@@ -22,8 +22,8 @@ struct ProbedLevel {
 };
 
 const ProbedLevel probedLevels[] = {
-    {"testLevel", 1}, {"02_ledges", 0},   {"03_coldSnap", 0}, {"04_sluice", 0},
-    {"05_drains", 0}, {"06_thawGate", 0}, {"millrace", 11},   {"steamEngine", 16},
+    {"testLevel", 1},   {"02_ledges", 0}, {"03_coldSnap", 0}, {"04_sluice", 0},   {"05_drains", 0},
+    {"06_thawGate", 0}, {"07_kettle", 0}, {"08_draught", 0},  {"09_millrace", 0}, {"steamEngine", 16},
 };
 
 class LevelProbe : public ::testing::TestWithParam<ProbedLevel> {};
