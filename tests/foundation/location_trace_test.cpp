@@ -51,9 +51,9 @@ TEST_F(TraceTest, ListingShowsNewestFirst) {
 }
 
 TEST_F(TraceTest, ListingStopsAfterSixteenLines) {
-    static const char* names[20] = {"n0",  "n1",  "n2",  "n3",  "n4",  "n5",  "n6",  "n7",  "n8",  "n9",
-                                    "n10", "n11", "n12", "n13", "n14", "n15", "n16", "n17", "n18", "n19"};
-    for (const char* name : names) LocationTrace::push(name);
+    static std::vector<std::string> names;
+    for (int i = 0; i < 20; ++i) names.push_back("n" + std::to_string(i));
+    for (const std::string& name : names) LocationTrace::push(name.c_str());
     std::string expected = heading;
     for (int line = 1; line <= 16; ++line)
         expected += "\n" + std::to_string(line) + " - n" + std::to_string(20 - line);
@@ -86,70 +86,44 @@ TEST(FatalReport, HeadIsElevenPaddedLinesThenTypeAndListing) {
 
 namespace {
 
-[[noreturn]] void faultAtDepthThree() {
+// Raises the signal with the given locations on the trace; an exit handler that
+// never returns stands for a destructor waiting on a lock the fault left held.
+[[noreturn]] void fault(int signal, std::vector<const char*> locations, bool stuckExit = false) {
     unsetenv("DISPLAY");
     unsetenv("WAYLAND_DISPLAY");
     LocationTrace::initialise();
-    LocationTrace::push("WinMain");
-    LocationTrace::push("Game::run");
-    TRACE_LOCATION("ParticleManager::runSimulation");
-    std::raise(SIGSEGV);
-    std::abort();
-}
-
-[[noreturn]] void abortInsideWinMain() {
-    unsetenv("DISPLAY");
-    unsetenv("WAYLAND_DISPLAY");
-    LocationTrace::initialise();
-    LocationTrace::push("WinMain");
-    std::abort();
-}
-
-// An exit handler that never returns stands for a destructor waiting on a lock
-// that the fault left held.
-[[noreturn]] void faultWithAStuckExitHandler() {
-    unsetenv("DISPLAY");
-    unsetenv("WAYLAND_DISPLAY");
-    LocationTrace::initialise();
-    std::atexit([] {
-        for (;;) pause();
-    });
-    std::raise(SIGSEGV);
+    for (const char* location : locations) LocationTrace::push(location);
+    if (stuckExit)
+        std::atexit([] {
+            for (;;) pause();
+        });
+    std::raise(signal);
     std::abort();
 }
 
 }  // namespace
 
-TEST(FatalReportDeathTest, TheReportEndsTheProcessWhateverStateTheFaultLeft) {
+TEST(FatalReportDeathTest, TheReportListsTheDeepestLocationFirstAndEndsTheProcess) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(faultWithAStuckExitHandler(), ::testing::ExitedWithCode(1), "Error type: Read or write");
-}
-
-TEST(FatalReportDeathTest, SegmentationFaultReportsTheDeepestLocationFirst) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(faultAtDepthThree(), ::testing::ExitedWithCode(1),
+    EXPECT_EXIT(fault(SIGSEGV, {}, true), ::testing::ExitedWithCode(1), "Error type: Read or write");
+    EXPECT_EXIT(fault(SIGSEGV, {"WinMain", "Game::run", "ParticleManager::runSimulation"}),
+                ::testing::ExitedWithCode(1),
                 "A fatal program error has occured\\.\n"
                 "We are very sorry but 'Brookfall' has encountered a techincal problem(.|\n)*"
                 "Error type: Read or write to memory not owned by program\\.\n\n"
                 "Backtrace of locations visited by program: \n\n"
                 "1 - ParticleManager::runSimulation\n2 - Game::run\n3 - WinMain\n$");
-}
-
-TEST(FatalReportDeathTest, AbortAtDepthOneListsWinMainAlone) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(abortInsideWinMain(), ::testing::ExitedWithCode(1),
+    EXPECT_EXIT(fault(SIGABRT, {"WinMain"}), ::testing::ExitedWithCode(1),
                 "Error type: Abnormal program termination by program\\.\n\n"
                 "Backtrace of locations visited by program: \n\n1 - WinMain\n$");
 }
 
-// Every operation of the game, down to one-line accessors, writes its name to
-// the trace, so that a fatal report can say where the program was. Read from
-// the sources as they stand: a function defined outside an unnamed namespace
-// must begin with TRACE_LOCATION. The stand-ins for the operating system under
-// src/platform, the trace itself and the subsystems' state accessors are not
-// operations of the game. The splash picture's drawing runs on the splash's
-// own thread, which must not write to the trace, and opening the thread's gate
-// happens while that thread may be writing to it.
+// Every operation of the game writes its name to the trace, so that a fatal
+// report can say where the program was: a function defined outside an unnamed
+// namespace must begin with TRACE_LOCATION. Left out: the operating-system
+// stand-ins under src/platform, the trace itself, the subsystems' state
+// accessors, the splash picture's drawing, which runs on its own thread, and the
+// opening of a thread's gate, which happens while that thread may be writing.
 namespace {
 
 const std::set<std::string> untraced = {"state", "SplashPicture::advance", "SplashPicture::draw",
