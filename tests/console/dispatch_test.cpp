@@ -42,22 +42,10 @@ std::string stringResult() {
     return "text result";
 }
 
-int intVariable = 7;
-bool boolVariable = false;
-float floatVariable = 1.5f;
 template <typename T>
-T& variable();
-template <>
-int& variable<int>() {
-    return intVariable;
-}
-template <>
-bool& variable<bool>() {
-    return boolVariable;
-}
-template <>
-float& variable<float>() {
-    return floatVariable;
+T& variable() {
+    static T stored{};
+    return stored;
 }
 
 template <typename T>
@@ -78,9 +66,9 @@ protected:
     void SetUp() override {
         ConsoleTest::SetUp();
         calls.clear();
-        intVariable = 7;
-        boolVariable = false;
-        floatVariable = 1.5f;
+        variable<int>() = 7;
+        variable<bool>() = false;
+        variable<float>() = 1.5f;
         GLConsole::addCommand("DoIt", noArguments);
         GLConsole::addCommand("SetFlag", argument<bool>);
         GLConsole::addCommand("SetCount", argument<int>);
@@ -180,19 +168,15 @@ TEST_F(DispatchTest, ReregistrationReplacesFunctionAndName) {
     EXPECT_EQ(run("lives 3"), "\nUSAGE: LIVES < nothing >");
 }
 
-TEST_F(DispatchTest, InvalidRegistrationsAreIgnored) {
+TEST_F(DispatchTest, InvalidRegistrationsAreIgnoredAndRemovedCommandsAreUnknown) {
     const std::size_t before = GLConsole::state().commands.size();
     GLConsole::addCommand("", noArguments);
     GLConsole::addCommand(nullptr, noArguments);
     GLConsole::addCommand("Two Words", noArguments);
     GLConsole::addCommand("NullFunction", static_cast<void (*)()>(nullptr));
-    GLConsoleCommand unknownType{"Strange", noArguments, 5, false, false};
-    GLConsole::addCommandInternal(unknownType);
+    GLConsole::addCommandInternal({"Strange", noArguments, 5, false, false});
     EXPECT_EQ(GLConsole::state().commands.size(), before);
     EXPECT_EQ(printed(), "");
-}
-
-TEST_F(DispatchTest, RemovedCommandIsUnknown) {
     GLConsole::removeCommand("dOIT");
     GLConsole::removeCommand(nullptr);
     GLConsole::removeCommand("NeverThere");

@@ -66,42 +66,35 @@ INSTANTIATE_TEST_SUITE_P(
 
 }  // namespace
 
-TEST_F(LineEditorTest, FullLineRefusesFurtherCharactersSilently) {
+TEST_F(LineEditorTest, AFullLineRefusesFurtherCharactersSilentlyAndInsertDropsNothing) {
     const std::string full(255, 'x');
-    typeText(full);
-    typeText("y");
+    typeText(full + "y");
     EXPECT_EQ(input(), full);
     EXPECT_EQ(cursor(), 255);
-    pressKeys({home});
-    typeText("y");
-    EXPECT_EQ(input(), full);
-    setInsertMode(true);
-    typeText("y");
+    play("{home}y{insertOn}y");
     EXPECT_EQ(input(), full);
     EXPECT_EQ(printed(), "");
-    pressKeys({end, backspace});
-    typeText("y");
-    EXPECT_EQ(input(), std::string(254, 'x') + "y");
-}
-
-TEST_F(LineEditorTest, InsertNearTheEndDropsNothingOfTheLine) {
-    typeText(std::string(254, 'x'));
-    pressKeys({home});
-    setInsertMode(true);
-    typeText("y");
+    play("{end}{bs}{home}y");
     EXPECT_EQ(input(), "y" + std::string(254, 'x'));
 }
 
-TEST_F(LineEditorTest, EnterEchoesTheLineAndClearsIt) {
+TEST_F(LineEditorTest, EnterAndEnterLineEchoRunAndClearTheLine) {
     typeText("no such thing");
     pressKeys({enter});
     EXPECT_EQ(printed(),
               "\nno such thing\nUNKNOWN COMMAND. USE 'COMMANDS' FOR A LIST OF AVAILABLE COMMANDS.");
     EXPECT_EQ(input(), "");
     EXPECT_EQ(cursor(), 0);
+    typeText("half typed");
+    GLConsole::enterLine("Version");
+    EXPECT_EQ(printed(), "\nVersion\nVersion is 1.00");
+    EXPECT_EQ(input(), "");
+    GLConsole::enterLine(std::string(300, 'q'));
+    EXPECT_EQ(printed(), "\n" + std::string(255, 'q') +
+                             "\nUNKNOWN COMMAND. USE 'COMMANDS' FOR A LIST OF AVAILABLE COMMANDS.");
 }
 
-TEST_F(LineEditorTest, UpThenEnterRunsTheEarlierLineAndPushesItAgain) {
+TEST_F(LineEditorTest, AnEarlierLineRunAgainIsPushedAgainAndTheHistoryKeepsSixteen) {
     typeLine("version");
     typeLine("other");
     pressKeys({up, up});
@@ -112,30 +105,11 @@ TEST_F(LineEditorTest, UpThenEnterRunsTheEarlierLineAndPushesItAgain) {
     EXPECT_EQ(input(), "version");
     pressKeys({up});
     EXPECT_EQ(input(), "other");
-}
-
-TEST_F(LineEditorTest, HistoryKeepsSixteenLines) {
     for (int i = 0; i < 20; ++i) typeLine("line" + std::to_string(i));
     for (int i = 0; i < 20; ++i) pressKeys({up});
     EXPECT_EQ(input(), "line4");
-}
-
-TEST_F(LineEditorTest, ShutdownForgetsTheHistory) {
-    typeLine("one");
     GLConsole::shutdown();
     GLConsole::initialise();
     pressKeys({up});
-    EXPECT_EQ(input(), "");
-}
-
-TEST_F(LineEditorTest, EnterLineActsAsEnter) {
-    typeText("half typed");
-    GLConsole::enterLine("Version");
-    EXPECT_EQ(printed(), "\nVersion\nVersion is 1.00");
-    EXPECT_EQ(input(), "");
-    pressKeys({up});
-    EXPECT_EQ(input(), "Version");
-    GLConsole::enterLine(std::string(300, 'q'));
-    EXPECT_EQ(printed(), "\n" + std::string(255, 'q') +
-                             "\nUNKNOWN COMMAND. USE 'COMMANDS' FOR A LIST OF AVAILABLE COMMANDS.");
+    EXPECT_EQ(input(), "") << "shutdown forgets the history";
 }

@@ -28,6 +28,10 @@ TEST_F(LogTest, LogHoldsWhatWasPrintedWhileLoggingWasOn) {
     GLConsole::print("\nafter");
     EXPECT_EQ(scratch->read("ConsoleLog.txt"), commencing + "\nduring!12");
     EXPECT_EQ(printed(), "\nbefore" + commencing + "\nduring!12" + stopped + "\nafter");
+    GLConsole::enableLogging();
+    GLConsole::print("\nsecond");
+    GLConsole::disableLogging();
+    EXPECT_EQ(scratch->read("ConsoleLog.txt"), commencing + "\nsecond") << "each start begins a new file";
 }
 
 TEST_F(LogTest, EnablingTwiceKeepsOneLogAndDisablingTwiceOrShutdownSaysItOnce) {
@@ -40,16 +44,6 @@ TEST_F(LogTest, EnablingTwiceKeepsOneLogAndDisablingTwiceOrShutdownSaysItOnce) {
     GLConsole::shutdown();
     EXPECT_FALSE(GLConsole::isLogging());
     EXPECT_EQ(printed(), commencing + stopped);
-}
-
-TEST_F(LogTest, EachStartBeginsANewFile) {
-    GLConsole::enableLogging();
-    GLConsole::print("\nfirst run");
-    GLConsole::disableLogging();
-    GLConsole::enableLogging();
-    GLConsole::print("\nsecond");
-    GLConsole::disableLogging();
-    EXPECT_EQ(scratch->read("ConsoleLog.txt"), commencing + "\nsecond");
 }
 
 TEST_F(LogTest, LogConsoleCommandTurnsLoggingOnAndOff) {
