@@ -48,6 +48,25 @@ BspNode* edge(float x1, float y1, float x2, float y2) {
     return node;
 }
 
+// An edge on a grid of the given spacing, in one of five directions.
+BspNode* randomEdge(float spacing, uint32_t cells, uint32_t lengths) {
+    const float x = static_cast<float>(randomBits() % cells) * spacing,
+                y = static_cast<float>(randomBits() % cells) * spacing;
+    const float l = static_cast<float>(1 + randomBits() % lengths) * spacing;
+    switch (randomBits() % 5) {
+        case 0:
+            return edge(x, y, x + l, y);
+        case 1:
+            return edge(x + l, y, x, y);
+        case 2:
+            return edge(x, y, x, y + l);
+        case 3:
+            return edge(x, y + l, x, y);
+        default:
+            return edge(x, y, x + l, y + l * 0.5f);
+    }
+}
+
 }  // namespace
 
 TEST(BspPartitionChoice, SameWinnerAsTryingEveryCandidatePlainly) {
@@ -55,28 +74,7 @@ TEST(BspPartitionChoice, SameWinnerAsTryingEveryCandidatePlainly) {
     for (int round = 0; round < 40; ++round) {
         NodeList list;
         const int n = 2 + static_cast<int>(randomBits() % 300);
-        for (int i = 0; i < n; ++i) {
-            const float x = static_cast<float>(randomBits() % 40) * 5,
-                        y = static_cast<float>(randomBits() % 40) * 5;
-            const float length = static_cast<float>(1 + randomBits() % 6) * 5;
-            switch (randomBits() % 5) {
-                case 0:
-                    list.push_back(edge(x, y, x + length, y));
-                    break;
-                case 1:
-                    list.push_back(edge(x, y, x, y - length));
-                    break;
-                case 2:
-                    list.push_back(edge(x + length, y, x, y));
-                    break;
-                case 3:
-                    list.push_back(edge(x, y, x, y + length));
-                    break;
-                default:
-                    list.push_back(edge(x, y, x + length, y + length * 0.5f));
-                    break;
-            }
-        }
+        for (int i = 0; i < n; ++i) list.push_back(randomEdge(5, 40, 6));
         const std::size_t expected = plainChoice(list);
         const auto chosen = LevelBspTree::Build::choosePartitionNode(list);
         EXPECT_EQ(static_cast<std::size_t>(std::distance(list.begin(), chosen)), expected)
@@ -179,29 +177,8 @@ TEST(BspSharedEdges, SameResultAsComparingEveryPairPlainly) {
         NodeList fast, plain;
         const int n = 2 + static_cast<int>(randomBits() % 60);
         for (int i = 0; i < n; ++i) {
-            const float x = static_cast<float>(randomBits() % 6) * 10,
-                        y = static_cast<float>(randomBits() % 6) * 10;
-            const float length = static_cast<float>(1 + randomBits() % 3) * 10;
-            BspNode* node;
-            switch (randomBits() % 5) {
-                case 0:
-                    node = edge(x, y, x + length, y);
-                    break;
-                case 1:
-                    node = edge(x + length, y, x, y);
-                    break;
-                case 2:
-                    node = edge(x, y, x, y + length);
-                    break;
-                case 3:
-                    node = edge(x, y + length, x, y);
-                    break;
-                default:
-                    node = edge(x, y, x + length, y + length);
-                    break;
-            }
-            fast.push_back(node);
-            plain.push_back(new BspNode(*node));
+            fast.push_back(randomEdge(10, 6, 3));
+            plain.push_back(new BspNode(*fast.back()));
         }
         LevelBspTree::Build::optimiseInitialNodeList(fast);
         plainOptimise(plain);

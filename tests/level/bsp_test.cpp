@@ -127,6 +127,12 @@ TEST_F(BspTest, RayFromAnEdgeReturnsItClampedFromTheEnds) {
     hit = LevelBspTree::raycast(Vector2D(0.01f, 0.01f), nearCorner);
     ASSERT_NE(hit, nullptr);
     EXPECT_NEAR(distance(nearCorner, Vector2D(0, 0)), 0.025f, 1e-4);
+    // A ray ending on an edge's line crosses it only from the free side.
+    Vector2D fromInside(50, 0);
+    EXPECT_EQ(LevelBspTree::raycast(Vector2D(50, 50), fromInside), nullptr);
+    Vector2D fromOutside(50, 0);
+    ASSERT_NE(LevelBspTree::raycast(Vector2D(50, -50), fromOutside), nullptr);
+    EXPECT_EQ(fromOutside, Vector2D(50, 0));
 }
 
 TEST_F(BspTest, RaysAgreeWithTestingEveryEdge) {
@@ -175,37 +181,31 @@ TEST_F(BspTest, RaysAtCornersEndExactlyOnThem) {
     }
 }
 
-TEST_F(BspTest, CollideableSwitchAndReset) {
+TEST_F(BspTest, ACollideableSwitchKeepsTheNodesAndResetBringsPolygonsBack) {
     load(std::string(squareText) + "polygon id 2\n300 0\n400 0\n400 100\nend\n");
-    Polygon2D* square = &Level::getPolygons().front();
-    Level::setPolygonCollideable(square, false);
-    EXPECT_FALSE(square->collideable);
+    Polygon2D& square = Level::getPolygons().front();
+    Level::setPolygonCollideable(&square, false);
+    EXPECT_FALSE(square.collideable);
     Vector2D end(150, 50);
     EXPECT_EQ(LevelBspTree::raycast(Vector2D(-50, 50), end), nullptr);
     EXPECT_EQ(LevelBspTree::conCmdBspSize(), 7);  // still in the tree
-    Level::reset();
-    end = Vector2D(150, 50);
-    EXPECT_NE(LevelBspTree::raycast(Vector2D(-50, 50), end), nullptr);
-    // A polygon without nodes changes its own flag only.
-    Polygon2D loose;
-    Level::setPolygonCollideable(&loose, false);
-    EXPECT_FALSE(loose.collideable);
-}
-
-TEST_F(BspTest, ResetBringsPolygonsBack) {
-    load(squareText);
-    Polygon2D& square = Level::getPolygons().front();
     square.present = false;
     square.offset = Vector2D(5, 5);
     square.previousOffset = Vector2D(3, 3);
     LevelBspTree::conCmdBspNodeDraw(true, true);
     Level::conCmdDrawTriangles(true, true);
     Level::reset();
+    end = Vector2D(150, 50);
+    EXPECT_NE(LevelBspTree::raycast(Vector2D(-50, 50), end), nullptr);
     EXPECT_TRUE(square.present);
     EXPECT_EQ(square.offset, Vector2D());
     EXPECT_EQ(square.previousOffset, Vector2D());
     EXPECT_FALSE(LevelBspTree::conCmdBspNodeDraw(false, false));
     EXPECT_FALSE(Level::state().drawTriangles);
+    // A polygon without nodes changes its own flag only.
+    Polygon2D loose;
+    Level::setPolygonCollideable(&loose, false);
+    EXPECT_FALSE(loose.collideable);
 }
 
 TEST_F(BspTest, WalkMovesTheCursorAndSaysWhatIsPossible) {
@@ -226,16 +226,12 @@ TEST_F(BspTest, WalkMovesTheCursorAndSaysWhatIsPossible) {
     EXPECT_EQ(options.rfind("\nWalk options for current node: ROOT PARENT ", 0), 0u) << options;
     LevelBspTree::conCmdBspWalk("ROOT");
     EXPECT_EQ(console.take().rfind("\nWalk options for current node: ", 0), 0u);
-}
-
-TEST_F(BspTest, AClearedTreeHasNothingToMeasureOrWalk) {
-    load(squareText);
     Level::clear();
     EXPECT_EQ(LevelBspTree::conCmdBspSize(), 0);
     EXPECT_EQ(LevelBspTree::conCmdBspDepth(), 0);
     console.take();
     LevelBspTree::conCmdBspWalk("ROOT");
-    EXPECT_EQ(console.take(), "");  // nothing to walk
+    EXPECT_EQ(console.take(), "") << "a cleared tree has nothing to walk";
 }
 
 TEST_F(BspTest, CastChecksItsArgumentsAndReports) {
@@ -267,16 +263,6 @@ TEST_F(BspTest, DebugDrawingWithoutAContextDrawsNothingAndKeepsTheSwitches) {
     EXPECT_FALSE(LevelBspTree::conCmdBspCastDraw(false, true));
 }
 
-TEST_F(BspTest, TypedCommandsReachTheTree) {
-    load(squareText);
-    GLConsole::enterLine("BspCast 0");
-    EXPECT_NE(console.take().find("\nUSAGE: BspCast < number > < number >"), std::string::npos);
-    GLConsole::enterLine("BspWalk root");
-    EXPECT_NE(console.take().find("\nAlready at root node."), std::string::npos);
-    GLConsole::enterLine("BspSize");
-    EXPECT_NE(console.take().find("4"), std::string::npos);
-}
-
 TEST_F(BspTest, ALargeConvexOutlineMakesADeepTreeThatStillWorks) {
     std::string text = "polygon\n";
     const int points = 700;
@@ -294,16 +280,4 @@ TEST_F(BspTest, ALargeConvexOutlineMakesADeepTreeThatStillWorks) {
     Vector2D end(20000, 10);
     ASSERT_NE(LevelBspTree::raycast(Vector2D(-20000, 10), end), nullptr);
     EXPECT_NEAR(end.x, -5000.0f, 1.0f);
-}
-
-TEST_F(BspTest, ARayEndingOnAnEdgesLineStaysOnItsPositiveSide) {
-    load(squareText);
-    // From inside the solid (the positive side) to the top side's line: no crossing.
-    Vector2D fromInside(50, 0);
-    EXPECT_EQ(LevelBspTree::raycast(Vector2D(50, 50), fromInside), nullptr);
-    // From free space to the same point: the edge is reached exactly at the ray's end.
-    Vector2D fromOutside(50, 0);
-    BspNode* hit = LevelBspTree::raycast(Vector2D(50, -50), fromOutside);
-    ASSERT_NE(hit, nullptr);
-    EXPECT_EQ(fromOutside, Vector2D(50, 0));
 }

@@ -7,7 +7,7 @@
 
 namespace {
 
-Polygon2D polygonOf(std::initializer_list<Vector2D> points) {
+Polygon2D polygonOf(const std::vector<Vector2D>& points) {
     Polygon2D polygon;
     for (const Vector2D& p : points) polygon.addPoint(p.x, p.y);
     return polygon;
@@ -75,8 +75,7 @@ TEST(Polygon2D, SimpleOutlinesGetTheirTrianglesAndWinding) {
         {"bow tie", {{0, 0}, {10, 10}, {10, 0}, {0, 10}}, 4, 0, true, false},
     };
     for (const Case& c : cases) {
-        Polygon2D polygon;
-        for (const Vector2D& p : c.points) polygon.addPoint(p.x, p.y);
+        const Polygon2D polygon = polygonOf(c.points);
         EXPECT_EQ(polygon.pointCount(), c.pointCount) << c.name;
         EXPECT_EQ(polygon.triangleCount, c.triangles) << c.name;
         EXPECT_EQ(polygon.isDegenerate(), c.degenerate) << c.name;
@@ -88,28 +87,17 @@ TEST(Polygon2D, SimpleOutlinesGetTheirTrianglesAndWinding) {
 }
 
 TEST(Polygon2D, ConcavePolygonsAreCutOnlyInsideTheirOutline) {
-    // An L shape and a comb, in both windings.
-    const std::vector<Vector2D> shapes[] = {
-        {{0, 0}, {20, 0}, {20, 10}, {10, 10}, {10, 20}, {0, 20}},
-        {{0, 0},
-         {50, 0},
-         {50, 30},
-         {40, 30},
-         {40, 10},
-         {30, 10},
-         {30, 30},
-         {20, 30},
-         {20, 10},
-         {10, 10},
-         {10, 30},
-         {0, 30}},
-    };
+    // An L shape and a comb of three teeth, in both windings.
+    std::vector<Vector2D> comb = {{0, 0}, {50, 0}, {50, 30}};
+    for (float x = 40; x > 0; x -= 20)
+        comb.insert(comb.end(), {{x, 30}, {x, 10}, {x - 10, 10}, {x - 10, 30}});
+    comb.emplace_back(0, 30);
+    const std::vector<Vector2D> shapes[] = {{{0, 0}, {20, 0}, {20, 10}, {10, 10}, {10, 20}, {0, 20}}, comb};
     for (const auto& shape : shapes) {
         for (bool reversed : {false, true}) {
-            Polygon2D polygon;
             std::vector<Vector2D> points = shape;
             if (reversed) std::reverse(points.begin(), points.end());
-            for (const Vector2D& p : points) polygon.addPoint(p.x, p.y);
+            const Polygon2D polygon = polygonOf(points);
             EXPECT_EQ(polygon.triangleCount, points.size() - 2);
             EXPECT_EQ(polygon.clockwise, !reversed);
             expectTrianglesInside(polygon);
@@ -177,12 +165,6 @@ TEST(Polygon2D, AddPointsLeavesWhatAddPointForEachLeaves) {
         {{0, 0}, {10, 0}, {0, 0}, {10, 10}, {10, 0}},
         {{0, 0}, {20, 0}, {20, 10}, {10, 10}, {10, 20}, {0, 20}},
     };
-    for (const auto& outline : outlines) {
-        Polygon2D oneByOne, batch;
-        for (const Vector2D& p : outline) oneByOne.addPoint(p.x, p.y);
-        batch.addPoints(outline);
-        expectSameState(oneByOne, batch);
-    }
     // A long outline that crosses itself early and a long one that crosses at the end.
     std::vector<Vector2D> crossedEarly = {{0, 0}, {10, 10}, {10, 0}, {0, 10}};
     std::vector<Vector2D> crossedLate;
@@ -193,12 +175,14 @@ TEST(Polygon2D, AddPointsLeavesWhatAddPointForEachLeaves) {
     }
     crossedLate.emplace_back(-80.0f, 0.0f);
     crossedLate.emplace_back(80.0f, 1.0f);
-    for (const auto& outline : {crossedEarly, crossedLate}) {
-        Polygon2D oneByOne, batch;
-        for (const Vector2D& p : outline) oneByOne.addPoint(p.x, p.y);
+    EXPECT_EQ(polygonOf(crossedEarly).triangleCount, 0u);
+    EXPECT_EQ(polygonOf(crossedLate).triangleCount, 0u);
+    std::vector<std::vector<Vector2D>> all = outlines;
+    all.insert(all.end(), {crossedEarly, crossedLate});
+    for (const auto& outline : all) {
+        Polygon2D batch;
         batch.addPoints(outline);
-        EXPECT_EQ(batch.triangleCount, 0u);
-        expectSameState(oneByOne, batch);
+        expectSameState(polygonOf(outline), batch);
     }
     // Random outlines, many of them self-crossing, and batches on top of points.
     setRandomSeed(1234);
@@ -207,10 +191,9 @@ TEST(Polygon2D, AddPointsLeavesWhatAddPointForEachLeaves) {
         const int n = 3 + static_cast<int>(randomBits() % 7);
         for (int i = 0; i < n; ++i)
             outline.emplace_back(static_cast<float>(randomBits() % 8), static_cast<float>(randomBits() % 8));
-        Polygon2D oneByOne, batch;
-        for (const Vector2D& p : outline) oneByOne.addPoint(p.x, p.y);
+        Polygon2D batch;
         batch.addPoint(outline[0].x, outline[0].y);
         batch.addPoints(std::vector<Vector2D>(outline.begin() + 1, outline.end()));
-        expectSameState(oneByOne, batch);
+        expectSameState(polygonOf(outline), batch);
     }
 }
