@@ -80,40 +80,33 @@ TEST(AttractionClusters, MatchThePlainPassOverScatteredWater) {
         }
 }
 
-TEST(AttractionClusters, AChainListedOutOfOrderFallsIntoSeveralClusters) {
+TEST(AttractionClusters, ChainsOutOfOrderTheExactRadiusAndFarFlungWaterMatch) {
     // Links 39 apart listed 0, 2, 4, 1, 3, 5 along each of two rows: a pass
     // reaches only what follows the particle that would link it.
     const int places[] = {0, 2, 4, 1, 3, 5};
-    std::vector<Particle> particles(12);
-    for (size_t i = 0; i < particles.size(); ++i)
-        particles[i].position =
+    std::vector<Particle> chain(12);
+    for (size_t i = 0; i < chain.size(); ++i)
+        chain[i].position =
             Vector2D(39.0f * static_cast<float>(places[i % 6]), 100.0f * static_cast<float>(i / 6));
-    expectSameClusters(particles, 40.0f);
     std::vector<Particle*> order;
-    for (Particle& particle : particles) order.push_back(&particle);
+    for (Particle& particle : chain) order.push_back(&particle);
     const Clusters clusters = indexedClusters(order, 40.0f);
     ASSERT_EQ(clusters.size(), 6u);
-    EXPECT_EQ(clusters[0], (std::vector<Particle*>{&particles[0], &particles[3]}));
-}
+    EXPECT_EQ(clusters[0], (std::vector<Particle*>{&chain[0], &chain[3]}));
+    expectSameClusters(chain, 40.0f);
 
-TEST(AttractionClusters, DistanceExactlyTheRadiusLinks) {
-    std::vector<Particle> particles(3);
-    particles[0].position = Vector2D(0, 0);
-    particles[1].position = Vector2D(40, 0);
-    particles[2].position = Vector2D(40, 40.0001f);
-    std::vector<Particle*> order{&particles[0], &particles[1], &particles[2]};
-    const Clusters clusters = indexedClusters(order, 40.0f);
-    ASSERT_EQ(clusters.size(), 2u);
-    EXPECT_EQ(clusters[0].size(), 2u);
-    expectSameClusters(particles, 40.0f);
-}
+    std::vector<Particle> edge(3);  // exactly the radius links
+    edge[1].position = Vector2D(40, 0);
+    edge[2].position = Vector2D(40, 40.0001f);
+    order = {&edge[0], &edge[1], &edge[2]};
+    EXPECT_EQ(indexedClusters(order, 40.0f).front().size(), 2u);
+    expectSameClusters(edge, 40.0f);
 
-TEST(AttractionClusters, FarFlungAndCoincidingWaterStillMatches) {
-    std::vector<Particle> particles = scatter(200, 100, 77);
-    particles[3].position = Vector2D(1e7f, -1e7f);
-    particles[4].position = particles[5].position;
-    particles[6].position = Vector2D(-3e6f, 20);
-    expectSameClusters(particles, 40.0f);
+    std::vector<Particle> far = scatter(200, 100, 77);
+    far[3].position = Vector2D(1e7f, -1e7f);
+    far[4].position = far[5].position;
+    far[6].position = Vector2D(-3e6f, 20);
+    expectSameClusters(far, 40.0f);
 }
 
 // The whole pass, written plainly: candidates by the parity of randomBits, then

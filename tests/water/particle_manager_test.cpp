@@ -48,13 +48,15 @@ TEST_F(ParticleManagerTest, ConsoleReadsAndChangesTheConstants) {
     EXPECT_EQ(ParticleManager::getRoomTemperature(), 30.0f);
     EXPECT_EQ(ParticleManager::getSteamRiseRate(), 4.0f);
     EXPECT_EQ(ParticleManager::getSteamScatterRate(), 0.5f);
-    addParticle(Vector2D());
+    Particle& particle = addParticle(Vector2D());
     console.take();
     GLConsole::enterLine("ParticleCount");
     EXPECT_NE(console.text().find("ParticleCount is 1"), std::string::npos);
+    ParticleManager::runSimulation(0.02f);
+    EXPECT_FLOAT_EQ(particle.velocity.y, -2.0f) << "gravity from the console may point up";
 }
 
-TEST_F(ParticleManagerTest, ParticleCreateChecksItsWords) {
+TEST_F(ParticleManagerTest, ParticleCreateChecksItsWordsAndMakesWaterInViewOfTheCamera) {
     const std::string usage =
         "\nUsage: ParticleCreate < x : number > < y : number > < radius : number > < amount : integer number "
         "> ";
@@ -71,9 +73,6 @@ TEST_F(ParticleManagerTest, ParticleCreateChecksItsWords) {
         EXPECT_NE(console.text().find("\nInvalid number of particles to make"), std::string::npos) << line;
     }
     EXPECT_EQ(particleCount(), 0u);
-}
-
-TEST_F(ParticleManagerTest, ParticleCreateMakesWaterInViewOfTheCamera) {
     GLConsole::enterLine("ParticleCreate 300 -200 15 40");
     ASSERT_EQ(particleCount(), 40u);
     EXPECT_EQ(Camera::getPosition(), Vector2D(300, -200));
@@ -94,8 +93,6 @@ TEST_F(ParticleManagerTest, NewParticlesGoToTheFrontAtRoomTemperature) {
     EXPECT_EQ(ParticleManager::getParticles().back().position, Vector2D(5, 6));
 }
 
-// Gravity and steam.
-
 TEST_F(ParticleManagerTest, WaterFallsDownTheViewWhateverItsTilt) {
     struct Case {
         float tilt;
@@ -115,14 +112,6 @@ TEST_F(ParticleManagerTest, WaterFallsDownTheViewWhateverItsTilt) {
     }
 }
 
-TEST_F(ParticleManagerTest, GravityFromTheConsoleMayPointUp) {
-    useSettings("gravity = 100");
-    GLConsole::enterLine("Gravity -100");
-    Particle& particle = addParticle(Vector2D());
-    ParticleManager::runSimulation(0.02f);
-    EXPECT_FLOAT_EQ(particle.velocity.y, -2.0f);
-}
-
 TEST_F(ParticleManagerTest, SteamRisesAndScatters) {
     useSettings("gravity = 100\nsteamRiseRate = 2\n");
     Particle& still = addParticle(Vector2D(), Vector2D(), 150.0f);
@@ -135,17 +124,13 @@ TEST_F(ParticleManagerTest, SteamRisesAndScatters) {
     ParticleManager::runSimulation(0.02f);
     // The scatter is the gravity step's length times the rate, in a random direction.
     EXPECT_NEAR(distance(scattered.velocity, Vector2D(0, -2)), 1.0f, 1e-5f);
-}
 
-TEST_F(ParticleManagerTest, SteamWithoutRiseOrScatterHangsStill) {
-    useSettings("gravity = 100");
-    Particle& particle = addParticle(Vector2D(3, 4), Vector2D(), 120.0f);
+    useSettings("gravity = 100");  // without rise or scatter steam hangs still
+    Particle& hanging = addParticle(Vector2D(3, 4), Vector2D(), 120.0f);
     for (int i = 0; i < 10; ++i) ParticleManager::runSimulation(0.02f);
-    EXPECT_EQ(particle.position, Vector2D(3, 4));
-    EXPECT_EQ(particle.speed, 0.0f);
+    EXPECT_EQ(hanging.position, Vector2D(3, 4));
+    EXPECT_EQ(hanging.speed, 0.0f);
 }
-
-// Heat.
 
 TEST_F(ParticleManagerTest, HeatDriftsToRoomTemperatureAlikeAtAnyFrameRate) {
     for (const int stepsPerSecond : {30, 60, 100}) {
@@ -170,8 +155,6 @@ TEST_F(ParticleManagerTest, HeatTransferRateAtItsEnds) {
     ParticleManager::runSimulation(0.001f);
     EXPECT_EQ(lost.temperature, 20.0f);
 }
-
-// The end of a particle's life.
 
 // Water more than 130 units beyond the edge of the view is erased, and only that;
 // the view is 800 by 600 about the origin, turned with the camera and widened by its zoom.

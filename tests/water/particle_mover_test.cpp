@@ -7,8 +7,6 @@ namespace {
 
 using ParticleMoverTest = WaterWorld;
 
-// The grid.
-
 TEST_F(ParticleMoverTest, GridReachesFrom512BelowTheViewCentreTo1535Above) {
     Camera::setPosition(Vector2D(100, -50));
     struct Case {
@@ -50,7 +48,7 @@ TEST_F(ParticleMoverTest, TheGridFollowsTheShakingView) {
     ParticleMover::removeGridParticle(particle);
 }
 
-TEST_F(ParticleMoverTest, CellsAreListsThatUnlinkFromAnyPlace) {
+TEST_F(ParticleMoverTest, CellsAreListsThatUnlinkFromAnyPlaceAndClearingForgetsThem) {
     Particle a, b, c;
     for (Particle* particle : {&a, &b, &c}) ParticleMover::addGridParticle(*particle);
     ParticleMover::addGridParticle(c);  // already in: no second link
@@ -66,28 +64,16 @@ TEST_F(ParticleMoverTest, CellsAreListsThatUnlinkFromAnyPlace) {
     EXPECT_EQ(a.gridPrevious, nullptr);
     ParticleMover::removeGridParticle(a);
     EXPECT_EQ(ParticleMover::gridCell(256, 256), nullptr);
-}
-
-TEST_F(ParticleMoverTest, AParticleOutsideTheGridKeepsItsLastCell) {
-    Particle particle;
-    particle.position = Vector2D(10, 10);
-    ParticleMover::addGridParticle(particle);
-    ParticleMover::removeGridParticle(particle);
-    particle.position = Vector2D(5000, 10);
-    ParticleMover::addGridParticle(particle);
-    EXPECT_EQ(particle.inGrid, 0);
-    EXPECT_EQ(particle.cellX, 261u);
-}
-
-TEST_F(ParticleMoverTest, ClearingTheGridForgetsEveryParticle) {
-    Particle& particle = addParticle(Vector2D(1, 1));
-    ParticleMover::addGridParticle(particle);
+    a.position = Vector2D(5000, 10);  // outside the grid: the last cell is kept
+    ParticleMover::addGridParticle(a);
+    EXPECT_EQ(a.inGrid, 0);
+    EXPECT_EQ(a.cellX, 256u);
+    Particle& listed = addParticle(Vector2D(1, 1));
+    ParticleMover::addGridParticle(listed);
     ParticleMover::clearParticleGrid();
-    EXPECT_EQ(particle.inGrid, 0);
+    EXPECT_EQ(listed.inGrid, 0);
     EXPECT_EQ(ParticleMover::gridCell(256, 256), nullptr);
 }
-
-// Moving.
 
 TEST_F(ParticleMoverTest, AShortMoveIsOneStepAndALongOneStopsAt15UnitsWithItsVelocityKept) {
     Particle particle;
@@ -186,30 +172,20 @@ TEST_F(ParticleMoverTest, RepulsionAveragesItsNeighbours) {
     EXPECT_NEAR(direction.y, 0.70710677f, 1e-6f);
 }
 
-// Attraction.
-
-TEST_F(ParticleMoverTest, ALoneParticleAndParticlesWithinRestDistanceStay) {
-    Particle& particle = addParticle(Vector2D(7, 7));
-    ParticleMover::runParticleAttractions(0.02f);
-    EXPECT_EQ(particle.position, Vector2D(7, 7));
-    // Nor do particles within rest distance of their centre move.
-    Particle& a = addParticle(Vector2D(200, 0));
-    Particle& b = addParticle(Vector2D(206, 0));
-    ParticleMover::runParticleAttractions(0.75f);
-    EXPECT_EQ(a.position, Vector2D(200, 0));
-    EXPECT_EQ(b.position, Vector2D(206, 0));
-}
-
 TEST_F(ParticleMoverTest, ClustersAreDrawnTogetherAtMost1Point5AStep) {
     Particle& a = addParticle(Vector2D(0, 0));
     Particle& b = addParticle(Vector2D(30, 0));
     Particle& far = addParticle(Vector2D(200, 0));
+    Particle& restingA = addParticle(Vector2D(-200, 0));  // within rest distance of their centre
+    Particle& restingB = addParticle(Vector2D(-194, 0));
     ParticleMover::runParticleAttractions(0.75f);
     // Each is 15 from the centre: (15 - 4) is capped at 1.5, with up to 0.05 of jitter.
     EXPECT_NEAR(a.position.x, 1.5f, 0.051f);
     EXPECT_NEAR(b.position.x, 28.5f, 0.051f);
     EXPECT_NEAR(a.position.y, 0.0f, 0.051f);
-    EXPECT_EQ(far.position, Vector2D(200, 0));
+    EXPECT_EQ(far.position, Vector2D(200, 0)) << "a lone particle stays";
+    EXPECT_EQ(restingA.position, Vector2D(-200, 0));
+    EXPECT_EQ(restingB.position, Vector2D(-194, 0));
 
     const Vector2D before = a.position;
     ParticleMover::runParticleAttractions(0.075f);
