@@ -161,14 +161,36 @@ TEST_F(MoverTest, APushOfFiveAndAHalfUnitsCarriesTheWaterInFourStrides) {
     EXPECT_EQ(Level::getPolygons().front().previousOffset, Level::getPolygons().front().offset);
 }
 
-TEST_F(MoverTest, AFastPolygonCannotJumpOverAParticleButKillsIt) {
-    addBlock(1, 0, 0, 20);
-    MoverManager::addMover(makeMover(1, Vector2D(), Vector2D(500, 0), 300.0f / frame));
-    Particle& particle = addParticle(Vector2D(100, 10));
-    startMover();
-    MoverManager::runMovers(frame);
-    EXPECT_GT(particle.position.x, 300.0f);
-    EXPECT_TRUE(particle.dying);
+// A block of 20 at the origin pushed right by the stride each step, and one particle in its way.
+TEST_F(MoverTest, WaterAheadIsCarriedKilledInsideAndNeverJumped) {
+    const struct {
+        const char* what;
+        float stride;
+        bool collideable;
+        Vector2D particle;
+        int steps;
+        float fromX, toX;
+        bool dying;
+    } cases[] = {
+        {"a stride under the push limit carries it alive", 1.5f, true, {21, 10}, 10, 35, 1e9f, false},
+        {"a fast polygon can't jump over it but kills it", 300, true, {100, 10}, 1, 300, 1e9f, true},
+        {"carried inside the polygon it dies", 3, true, {1, 10}, 1, -1e9f, 1e9f, true},
+        {"a polygon that isn't collideable pushes nothing", 5, false, {22, 10}, 1, 22, 22, false},
+    };
+    for (const auto& c : cases) {
+        Level::clear();
+        MoverManager::initialise();
+        ParticleManager::getParticles().clear();
+        Polygon2D& block = addBlock(1, 0, 0, 20, c.collideable);
+        MoverManager::addMover(makeMover(1, Vector2D(), Vector2D(500, 0), c.stride / frame));
+        Particle& particle = addParticle(c.particle);
+        startMover();
+        for (int step = 0; step < c.steps; ++step) MoverManager::runMovers(frame);
+        EXPECT_GE(particle.position.x, c.fromX) << c.what;
+        EXPECT_LE(particle.position.x, c.toX) << c.what;
+        EXPECT_EQ(particle.dying != 0, c.dying) << c.what;
+        EXPECT_NEAR(block.offset.x, c.stride * static_cast<float>(c.steps), 1e-3f) << c.what;
+    }
 }
 
 TEST_F(MoverTest, AParticleTouchedByOneMovingPolygonIsNotPushedByASecond) {
@@ -180,25 +202,6 @@ TEST_F(MoverTest, AParticleTouchedByOneMovingPolygonIsNotPushedByASecond) {
     MoverManager::runMovers(frame);
     EXPECT_NEAR(particle.position.x, 27.5f, 1e-4f);
     EXPECT_NEAR(particle.impulse.x, 4.0f * 5.5f / frame, 0.01f);
-}
-
-TEST_F(MoverTest, AParticleCarriedInsideThePolygonDies) {
-    addBlock(1, 0, 0, 20);
-    MoverManager::addMover(makeMover(1, Vector2D(), Vector2D(100, 0), 3.0f / frame));
-    Particle& inside = addParticle(Vector2D(1, 10));
-    startMover();
-    MoverManager::runMovers(frame);
-    EXPECT_TRUE(inside.dying);
-}
-
-TEST_F(MoverTest, APolygonThatIsNotCollideableRidesButPushesNothing) {
-    Polygon2D& scenery = addBlock(1, 0, 0, 20, false);
-    MoverManager::addMover(makeMover(1, Vector2D(), Vector2D(100, 0), 5.0f / frame));
-    Particle& particle = addParticle(Vector2D(22, 10));
-    startMover();
-    MoverManager::runMovers(frame);
-    EXPECT_NEAR(scenery.offset.x, 5.0f, 1e-4f);
-    EXPECT_EQ(particle.position, Vector2D(22, 10));
 }
 
 TEST_F(MoverTest, CommandsAndMessages) {
@@ -238,16 +241,6 @@ TEST_F(MoverTest, ForceCreateAddsAForceWithoutScalingOrPrintsItsUsage) {
     GLConsole::enterLine("ForceCreate 8 0 0 1 0 1");
     EXPECT_TRUE(before.targets.empty());
     EXPECT_EQ(addSquare(200, 8, 0, 0, 10).targets.size(), 1u);
-}
-
-TEST_F(MoverTest, AStrideSlowerThanThePushLimitCarriesTheWaterAlive) {
-    addBlock(1, 0, 0, 20);
-    MoverManager::addMover(makeMover(1, Vector2D(), Vector2D(100, 0), 1.5f / frame));
-    Particle& ahead = addParticle(Vector2D(21, 10));
-    startMover();
-    for (int step = 0; step < 10; ++step) MoverManager::runMovers(frame);
-    EXPECT_GT(ahead.position.x, 35.0f);
-    EXPECT_FALSE(ahead.dying);
 }
 
 TEST_F(MoverTest, AnAbsurdlyFastPolygonEndsItsPushInBoundedTime) {
