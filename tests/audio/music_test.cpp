@@ -57,7 +57,6 @@ TEST_F(MusicTest, TheVolumeScalesTheMusicAndZeroSilencesIt) {
     const double quarter = decibels(middleLevel(recording, heard[2]) / middleLevel(recording, heard[0]));
     EXPECT_NEAR(half, -6.02, 0.1);
     EXPECT_NEAR(quarter, -12.04, 0.1);
-    std::printf("[ level ] music volume 128: %.2f dB, 64: %.2f dB\n", half, quarter);
 }
 
 TEST_F(MusicTest, PauseAndResumeGoOnFromTheStoredPosition) {
@@ -74,8 +73,6 @@ TEST_F(MusicTest, PauseAndResumeGoOnFromTheStoredPosition) {
     ASSERT_EQ(heard.size(), 2u);
     const double pausedAt = startingPosition(recording, heard[0]) + heard[0].seconds();
     EXPECT_NEAR(startingPosition(recording, heard[1]), pausedAt, 0.06);
-    std::printf("[ position ] music paused at %.3f s, resumed at %.3f s\n", pausedAt,
-                startingPosition(recording, heard[1]));
 }
 
 TEST_F(MusicTest, ConsoleCommandsAndAFileThatWontOpen) {

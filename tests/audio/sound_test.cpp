@@ -40,8 +40,6 @@ TEST_F(SoundTest, HandleAndMasterVolumePlayAtTheCurvesLevel) {
     for (std::size_t i = 0; i < heard.size(); ++i) {
         const double measured = decibels(middleLevel(recording, heard[i]) / middleLevel(recording, heard[0]));
         EXPECT_NEAR(measured, phases[i].decibels, 0.1) << "phase " << i;
-        std::printf("[ level ] handle %.2f master %.2f: %.2f dB\n", phases[i].handle, phases[i].master,
-                    measured);
     }
 }
 
@@ -79,8 +77,6 @@ TEST_F(SoundTest, StopThenPlayGoesOnWhereItStoppedAndRewindStartsOver) {
     EXPECT_NEAR(startingPosition(recording, heard[0]), 0.0, 0.02);
     EXPECT_NEAR(startingPosition(recording, heard[1]), firstEnd, 0.03) << "the second play went on";
     EXPECT_NEAR(startingPosition(recording, heard[2]), 0.0, 0.02) << "after rewind it started over";
-    std::printf("[ position ] stopped at %.3f s, went on at %.3f s, rewound to %.3f s\n", firstEnd,
-                startingPosition(recording, heard[1]), startingPosition(recording, heard[2]));
 }
 
 // The file is gone before the second handle: it plays what the first read.
