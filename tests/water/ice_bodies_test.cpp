@@ -27,7 +27,7 @@ protected:
 
 }  // namespace
 
-TEST_F(IceBodies, ALoneFrozenParticleIsABodyOfOne) {
+TEST_F(IceBodies, ALoneFrozenParticleIsABodyOfOneAndTheTargetRadiusGivesTheArea) {
     addParticle(Vector2D(100, 0), Vector2D(), 20.0f);
     Particle& cold = addParticle(Vector2D(0, 0), Vector2D(3, 4), -1.0f);
     cold.impulse = Vector2D(1, 1);
@@ -44,9 +44,9 @@ TEST_F(IceBodies, ALoneFrozenParticleIsABodyOfOne) {
     const Particle& member = body.particles.front();
     EXPECT_EQ(member.speed, 0.0f);
     EXPECT_NEAR(length(member.groupDirection), 1.0f, 1e-5);
-}
-
-TEST_F(IceBodies, TargetRadiusGivesTheAreaOfTheMembers) {
+    // The target radius gives the area of the members.
+    ParticleGroupMover::shutdown();
+    ParticleManager::getParticles().clear();
     EXPECT_EQ(bodyAt(Vector2D(0, 0), 4).targetRadius, 4.0f);
     ParticleGroupMover::shutdown();
     EXPECT_FLOAT_EQ(bodyAt(Vector2D(0, 0), 128).targetRadius, 22.627417f);
