@@ -247,18 +247,6 @@ TEST_F(TextureStore, HandlesOfAnotherThreadNeitherKeepNorFree) {
     EXPECT_EQ(references("gfx\\default.tga"), 1);
 }
 
-TEST(HeadlessTextures, HandlesWorkWithoutAWindow) {
-    ScratchFolder folder;
-    folder.write("gfx/rock.tga", makeRawTga(12, 8, true, rows(8)));
-    {
-        GLTexture rock("gfx\\rock.tga");
-        EXPECT_EQ(rock.width, 12);
-        EXPECT_EQ(rock.height, 8);
-        EXPECT_EQ(rock.id, 0u);
-    }
-    EXPECT_EQ(GLTextureManager::findTexture("gfx\\rock.tga"), nullptr);
-}
-
 }  // namespace
 
 // Polygons sort by their textures' object numbers, so that drawing binds each

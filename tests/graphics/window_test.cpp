@@ -44,23 +44,6 @@ std::vector<std::string> without(const std::vector<std::string>& events, const s
     return kept;
 }
 
-TEST(HeadlessWindow, AnswersWithoutARealWindow) {
-    ASSERT_TRUE(GLWindow::state().headless.enabled);
-    EXPECT_EQ(GLWindow::getClientWidth(), 800);
-    EXPECT_EQ(GLWindow::getClientHeight(), 600);
-    EXPECT_FALSE(GLWindow::isMinimised());
-    GLWindow::createWindow("stand-in", 640, 480);
-    EXPECT_TRUE(GLWindow::exists());
-    EXPECT_FALSE(WindowBackend::exists());
-    EXPECT_EQ(GLWindow::getClientWidth(), 640);
-    GLWindow::Headless::setKeyDown(65, true);
-    EXPECT_TRUE(GLWindow::keyboardKeyPressed(65));
-    GLWindow::Headless::setKeyDown(65, false);
-    GLWindow::close();
-    EXPECT_FALSE(GLWindow::exists());
-    GLWindow::Headless::setClientSize(800, 600);
-}
-
 TEST(Window, HasTheRequestedClientAreaAndBuffers) {
     RealWindow window(320, 240);
     ASSERT_TRUE(WindowBackend::exists());
