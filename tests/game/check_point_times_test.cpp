@@ -13,26 +13,12 @@ namespace {
 
 using namespace CheckPointTimesManager;
 
-struct FormatCase {
-    uint32_t milliseconds;
-    const char* text;
-};
-
-void PrintTo(const FormatCase& c, std::ostream* out) {
-    *out << c.milliseconds << " ms";
+TEST(CheckPointTimesFormat, MinutesSecondsAndHundredthsWithoutHours) {
+    const std::pair<uint32_t, const char*> cases[] = {
+        {0, "00:00:00"},       {9, "00:00:00"},       {10, "00:00:01"},         {83450, "01:23:45"},
+        {3599999, "59:59:99"}, {3600000, "00:00:00"}, {4294967295u, "02:47:29"}};
+    for (const auto& [milliseconds, text] : cases) EXPECT_EQ(formatTime(milliseconds), text) << milliseconds;
 }
-
-class FormatTime : public ::testing::TestWithParam<FormatCase> {};
-
-TEST_P(FormatTime, MinutesSecondsAndHundredthsWithoutHours) {
-    EXPECT_EQ(formatTime(GetParam().milliseconds), GetParam().text);
-}
-
-INSTANTIATE_TEST_SUITE_P(Times, FormatTime,
-                         ::testing::Values(FormatCase{0, "00:00:00"}, FormatCase{9, "00:00:00"},
-                                           FormatCase{10, "00:00:01"}, FormatCase{83450, "01:23:45"},
-                                           FormatCase{3599999, "59:59:99"}, FormatCase{3600000, "00:00:00"},
-                                           FormatCase{4294967295u, "02:47:29"}));
 
 class CheckPointTimes : public ::testing::Test {
 protected:
@@ -77,35 +63,25 @@ TEST_F(CheckPointTimes, AFirstPassShowsTheRunningTimeThroughBothFades) {
     EXPECT_EQ(state().state, hidden);
 }
 
-struct SplitCase {
-    uint32_t previous, last;
-    const char* text;
-    bool faster;
-};
-
-void PrintTo(const SplitCase& c, std::ostream* out) {
-    *out << c.previous << " ms then " << c.last << " ms";
+TEST_F(CheckPointTimes, ALaterPassShowsTheDifferenceInItsOwnColour) {
+    struct Case {
+        uint32_t previous, last;
+        const char* text;
+        bool faster;
+    };
+    for (const Case& c : {Case{1000, 1500, "+ 00:00:50", false}, Case{1500, 1000, "- 00:00:50", true},
+                          Case{7000, 7000, "+ 00:00:00", false}, Case{4000000000u, 10, "- 06:39:99", true},
+                          Case{10, 4000000000u, "+ 06:39:99", false}}) {
+        initialise();
+        recordTime(first, c.previous);
+        recordTime(first, c.last);
+        EXPECT_EQ(state().state, splitFadingIn);
+        const Display display = currentDisplay(0);
+        EXPECT_EQ(display.text, c.text) << c.previous << " then " << c.last;
+        EXPECT_EQ(display.colour.g, c.faster ? 1.0f : 0.0f);
+        EXPECT_EQ(display.colour.r, c.faster ? 0.0f : 1.0f);
+    }
 }
-
-class Splits : public CheckPointTimes, public ::testing::WithParamInterface<SplitCase> {};
-
-TEST_P(Splits, ALaterPassShowsTheDifferenceInItsOwnColour) {
-    const SplitCase& c = GetParam();
-    recordTime(first, c.previous);
-    recordTime(first, c.last);
-    EXPECT_EQ(state().state, splitFadingIn);
-    const Display display = currentDisplay(0);
-    EXPECT_EQ(display.text, c.text);
-    EXPECT_EQ(display.colour.g, c.faster ? 1.0f : 0.0f);
-    EXPECT_EQ(display.colour.r, c.faster ? 0.0f : 1.0f);
-}
-
-INSTANTIATE_TEST_SUITE_P(Passes, Splits,
-                         ::testing::Values(SplitCase{1000, 1500, "+ 00:00:50", false},
-                                           SplitCase{1500, 1000, "- 00:00:50", true},
-                                           SplitCase{7000, 7000, "+ 00:00:00", false},
-                                           SplitCase{4000000000u, 10, "- 06:39:99", true},
-                                           SplitCase{10, 4000000000u, "+ 06:39:99", false}));
 
 TEST_F(CheckPointTimes, PassesCompareWithThePassBeforeUntilTheNextLevelLoad) {
     recordTime(first, 5000);
