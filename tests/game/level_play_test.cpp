@@ -1,7 +1,4 @@
-// Small levels played through the game's own step: a win and its score, a
-// restart, effects in the step, and absurd values that must not stop the game.
-// The settings are the shipped ones; the shipped levels' own solutions are
-// replayed by the content tests.
+// Small levels played through the game's own step with the shipped settings.
 #include <gtest/gtest.h>
 
 #include <cmath>

@@ -1,7 +1,4 @@
-// The intro's video player on videos made here and on the shipped intro cut
-// and spoiled: texture sizes, the files it refuses with its one console line,
-// its pace, the picture on screen the right way up, and the intro screen's
-// loop ending on a key, a button or a closed window.
+// The intro's video player and screen: files it refuses, its pace, the picture upright, and its endings.
 #include <gtest/gtest.h>
 
 #include <cstdlib>

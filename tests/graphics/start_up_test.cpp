@@ -1,8 +1,4 @@
-// The start of the game as the player sees it, in a real window on the baked
-// data: the shipped intro with its sound track, a key that ends it, then the
-// test level under the main menu. Screenshots of both are kept in the build
-// folder's screenshots/ to be looked at. Then the game program itself, started
-// as a player starts it.
+// The start as the player sees it on the baked data, screenshots kept in the build folder.
 #include <gtest/gtest.h>
 
 #include <chrono>

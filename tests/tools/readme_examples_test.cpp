@@ -1,6 +1,4 @@
-// The example levels in the tools' READMEs are documentation that runs: each
-// block fenced as `level` is compiled, checked without a warning against the
-// baked data and played, with the `script` block after it, which must win it.
+// The tools' README level blocks compile, check without a warning and are won by their scripts.
 #include <gtest/gtest.h>
 
 #include <filesystem>
