@@ -24,7 +24,7 @@ struct ProbedLevel {
 const ProbedLevel probedLevels[] = {
     {"testLevel", 1},   {"02_ledges", 0},      {"03_coldSnap", 0}, {"04_sluice", 0},
     {"05_drains", 0},   {"06_thawGate", 0},    {"07_kettle", 0},   {"08_draught", 0},
-    {"09_millrace", 0}, {"10_steamEngine", 0}, {"11_foundry", 0},
+    {"09_millrace", 0}, {"10_steamEngine", 0}, {"11_foundry", 0},  {"12_waterworks", 0},
 };
 
 class LevelProbe : public ::testing::TestWithParam<ProbedLevel> {};
