@@ -1,5 +1,5 @@
-// The shipped levels name only files the bake provides, and together they
-// use every kind of trigger.
+// The shipped levels name only files the bake provides, the level compiler's
+// check warns of nothing in them, and together they use every kind of trigger.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -33,6 +33,16 @@ TEST(ShippedLevels, EveryNameALevelUsesIsBaked) {
         const LevelSource level = readLevelSource(readBytes(sourceFolder() / "maps" / (name + ".level")));
         for (const std::string& file : level.quotedNames)
             EXPECT_TRUE(Platform::fileExists(file)) << name << " names " << file;
+    }
+}
+
+// The build keeps what "rillc check" said of each level beside the baked data.
+TEST(ShippedLevels, TheCheckWarnsOfNothing) {
+    if (!fs::exists(toolPath("rillc"))) GTEST_SKIP() << "the level compiler is not built";
+    for (const std::string& name : levelNames()) {
+        const fs::path said = toolPath("level-checks") / (name + ".txt");
+        ASSERT_TRUE(fs::is_regular_file(said)) << name;
+        EXPECT_EQ(readBytes(said).find("warning:"), std::string::npos) << name << ":\n" << readBytes(said);
     }
 }
 
