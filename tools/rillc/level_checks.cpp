@@ -161,17 +161,6 @@ void checkMover(Warnings& warnings, const LevelFile& level, std::size_t index) {
     warnings.add(name, text);
 }
 
-// Inside the outline, as the water at that point would be inside the rock.
-bool insideOutline(const Polygon2D& polygon, const Vector2D& q) {
-    bool in = false;
-    const std::size_t n = polygon.pointCount();
-    for (std::size_t i = 0, j = n - 1; i < n; j = i++) {
-        const Vector2D a = polygon.point(i), b = polygon.point(j);
-        if ((a.y > q.y) != (b.y > q.y) && q.x < (b.x - a.x) * (q.y - a.y) / (b.y - a.y) + a.x) in = !in;
-    }
-    return in;
-}
-
 void checkWaterStart(Warnings& warnings, const LevelFile& level) {
     std::size_t index = 0;
     for (const Polygon2D& polygon : Level::getPolygons()) {
@@ -187,6 +176,16 @@ void checkWaterStart(Warnings& warnings, const LevelFile& level) {
 }
 
 }  // namespace
+
+bool insideOutline(const Polygon2D& polygon, const Vector2D& q) {
+    bool in = false;
+    const std::size_t n = polygon.pointCount();
+    for (std::size_t i = 0, j = n - 1; i < n; j = i++) {
+        const Vector2D a = polygon.point(i), b = polygon.point(j);
+        if ((a.y > q.y) != (b.y > q.y) && q.x < (b.x - a.x) * (q.y - a.y) / (b.y - a.y) + a.x) in = !in;
+    }
+    return in;
+}
 
 std::string polygonName(std::size_t index, const Polygon2D& polygon) {
     return record("polygon", index, polygon.id);

@@ -19,6 +19,10 @@ struct Warnings {
 // "polygon 3 (id 7)", "trigger 2 (Level_end_a)" and the like.
 std::string polygonName(std::size_t index, const Polygon2D& polygon);
 
+// Inside the polygon's outline (even-odd), as water at that point would be
+// inside the rock.
+bool insideOutline(const Polygon2D& polygon, const Vector2D& point);
+
 // Every check, on the level that Level::load has just loaded from these records.
 // Names of files are looked up under dataDirectory, as the game looks them up
 // under its working directory.

@@ -114,14 +114,7 @@ struct TreePolygon {
 
 bool inside(const TreePolygon& shape, const Vector2D& q) {
     if (q.x < shape.minX || q.x > shape.maxX || q.y < shape.minY || q.y > shape.maxY) return false;
-    const Polygon2D& polygon = *shape.polygon;
-    bool in = false;
-    const std::size_t n = polygon.pointCount();
-    for (std::size_t i = 0, j = n - 1; i < n; j = i++) {
-        const Vector2D a = polygon.point(i), b = polygon.point(j);
-        if ((a.y > q.y) != (b.y > q.y) && q.x < (b.x - a.x) * (q.y - a.y) / (b.y - a.y) + a.x) in = !in;
-    }
-    return in;
+    return insideOutline(*shape.polygon, q);
 }
 
 // An edge of the other polygon on the edge's line that runs the same way and
