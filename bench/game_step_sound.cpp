@@ -8,6 +8,7 @@
 #include <filesystem>
 
 #include "audio/audio.h"
+#include "baked_data.h"
 #include "console/console.h"
 #include "game/game.h"
 #include "graphics/graphics.h"
@@ -21,7 +22,7 @@ constexpr float stepSeconds = 0.013333334f;
 class FirstLevel : public benchmark::Fixture {
 public:
     void SetUp(benchmark::State&) override {
-        std::filesystem::current_path(BROOKFALL_DATA_DIR);
+        std::filesystem::current_path(bakedDataDirectory());
         GLWindow::Headless::setClientSize(800, 600);
         GLConsole::initialise();
         SoundSystem::initialise();

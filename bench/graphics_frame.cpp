@@ -1,16 +1,16 @@
 // One frame of the first level with its 128 water particles, drawn at 1920 by
 // 1080 the way the game draws it, with and without a thousand effect particles
 // in view, under whatever OpenGL the display offers (Mesa's software renderer
-// under Xvfb: LIBGL_ALWAYS_SOFTWARE=1). Reports frames a second. Run from the
-// build folder, or set BROOKFALL_DATA_DIR.
+// under Xvfb: LIBGL_ALWAYS_SOFTWARE=1). Reports frames a second. Reads the
+// build's baked data, or the folder BROOKFALL_DATA_DIR names.
 #include <GL/gl.h>
 #include <benchmark/benchmark.h>
 #include <sys/resource.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
 
+#include "baked_data.h"
 #include "console/console.h"
 #include "dynamics/dynamics.h"
 #include "game/game.h"
@@ -21,18 +21,10 @@
 
 namespace {
 
-std::filesystem::path dataDirectory() {
-    if (const char* given = std::getenv("BROOKFALL_DATA_DIR")) return given;
-    char self[4096] = {};
-    const ssize_t length = readlink("/proc/self/exe", self, sizeof(self) - 1);
-    return std::filesystem::path(std::string(self, length > 0 ? length : 0)).parent_path().parent_path() /
-           "data";
-}
-
 // The game as WinMain starts it, on the test level, with the water let go.
 bool startGame(int width, int height) {
     std::error_code error;
-    std::filesystem::current_path(dataDirectory(), error);
+    std::filesystem::current_path(bakedDataDirectory(), error);
     if (error) return false;
     GLWindow::Headless::setEnabled(false);
     GLWindow::createWindow("Brookfall benchmark", width, height);

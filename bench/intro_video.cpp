@@ -2,28 +2,20 @@
 // the texture and drawn over an 800 by 600 window, under whatever OpenGL the
 // display offers (Mesa's software renderer under Xvfb: LIBGL_ALWAYS_SOFTWARE=1).
 // The video has 25 frames a second; a machine slower than that plays it slower.
-// Run from the build folder, or set BROOKFALL_DATA_DIR.
+// Reads the build's baked data, or the folder BROOKFALL_DATA_DIR names.
 #include <benchmark/benchmark.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
 
+#include "baked_data.h"
 #include "graphics/graphics.h"
 
 namespace {
 
-std::filesystem::path dataDirectory() {
-    if (const char* given = std::getenv("BROOKFALL_DATA_DIR")) return given;
-    char self[4096] = {};
-    const ssize_t length = readlink("/proc/self/exe", self, sizeof(self) - 1);
-    return std::filesystem::path(std::string(self, length > 0 ? length : 0)).parent_path().parent_path() /
-           "data";
-}
-
 void introFrames(benchmark::State& state) {
     std::error_code error;
-    std::filesystem::current_path(dataDirectory(), error);
+    std::filesystem::current_path(bakedDataDirectory(), error);
     GLWindow::Headless::setEnabled(false);
     GLWindow::createWindow("Brookfall benchmark", 800, 600);
     GLWindow::enableVsync(false);
