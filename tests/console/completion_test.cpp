@@ -46,22 +46,3 @@ INSTANTIATE_TEST_SUITE_P(Tab, Completions,
                              Completion{"map te{tab}", "map te"}));
 
 }  // namespace
-
-TEST_F(CompletionTest, CompletedLineRuns) {
-    typeText("versi");
-    pressKeys({tab, enter});
-    EXPECT_EQ(printed(), "\nVersion\nVersion is 1.00");
-}
-
-namespace {
-void nothing() {}
-}  // namespace
-
-TEST_F(CompletionTest, NewCommandsJoinTheCycle) {
-    GLConsole::addCommand("TextureBoost", nothing);
-    typeText("tex");
-    pressKeys({tab});
-    EXPECT_EQ(input(), "TextureBoost");
-    pressKeys({tab});
-    EXPECT_EQ(input(), "TextureList");
-}

@@ -13,13 +13,6 @@ namespace {
 
 using namespace CheckPointTimesManager;
 
-TEST(CheckPointTimesFormat, MinutesSecondsAndHundredthsWithoutHours) {
-    const std::pair<uint32_t, const char*> cases[] = {
-        {0, "00:00:00"},       {9, "00:00:00"},       {10, "00:00:01"},         {83450, "01:23:45"},
-        {3599999, "59:59:99"}, {3600000, "00:00:00"}, {4294967295u, "02:47:29"}};
-    for (const auto& [milliseconds, text] : cases) EXPECT_EQ(formatTime(milliseconds), text) << milliseconds;
-}
-
 class CheckPointTimes : public ::testing::Test {
 protected:
     void SetUp() override {

@@ -39,20 +39,6 @@ INSTANTIATE_TEST_SUITE_P(
                       // Sizes below 4 are raised to 4; a box narrower than a letter holds one a line.
                       WrapCase{"ab", 1, 1.0f, {"a", "b"}}, WrapCase{"", 100, 16.0f, {}}));
 
-TEST(AnimatedButton, FramesAreFoundByNameInOrderAndANameWithoutFrameStandsAlone) {
-    ScratchFolder folder;
-    for (const char* name : {"gfx/b_FRAME02.tga", "gfx/b_FRAME01.tga", "gfx/b_FRAME10.tga", "gfx/c.tga"})
-        folder.write(name, "x");
-    std::vector<std::string> frames;
-    GuiAnimatedButton::findFrames("gfx\\b_FRAME01.tga", frames);
-    EXPECT_EQ(frames,
-              (std::vector<std::string>{"GFX\\b_FRAME01.tga", "GFX\\b_FRAME02.tga", "GFX\\b_FRAME10.tga"}));
-    GuiAnimatedButton::findFrames("gfx\\absent.tga", frames);
-    EXPECT_EQ(frames, std::vector<std::string>{"GFX\\ABSENT.TGA"});
-    GuiAnimatedButton::findFrames("gfx\\none_FRAME1.tga", frames);
-    EXPECT_TRUE(frames.empty());
-}
-
 // A button with three frames in each set, stepped one frame at a time.
 class AnimatedButtonTest : public ::testing::Test {
 protected:

@@ -41,13 +41,3 @@ TEST(Paths, FindFilesMatchesPatternsSortedByName) {
     EXPECT_EQ(Platform::findFiles("GFX\\anim_FRAME*.tga"), expected);
     EXPECT_TRUE(Platform::findFiles("missing\\*.tga").empty());
 }
-
-TEST(Clock, ManualClockStandsStillUntilAdvanced) {
-    ManualClock clock;
-    const uint32_t start = Platform::clockMilliseconds();
-    EXPECT_EQ(Platform::clockMilliseconds(), start);
-    clock.advanceMilliseconds(1500);
-    EXPECT_EQ(Platform::clockMilliseconds(), start + 1500);
-    Platform::sleepMilliseconds(10);
-    EXPECT_EQ(Platform::clockMilliseconds(), start + 1510);
-}
