@@ -37,12 +37,14 @@ TEST_F(TriggerManagerTest, EdgesAndTheSharedDiagonalAreInsideWhicheverWayTheCorn
     TriggerManager::addTrigger(1, 0, 0.0f, a, b, c, d);
     TriggerManager::addTrigger(1, 0, 0.0f, d, c, b, a);
     for (const Trigger& trigger : TriggerManager::state().triggers) {
-        EXPECT_TRUE(TriggerManager::pointInTrigger(Vector2D(50, 25), trigger));
-        EXPECT_TRUE(TriggerManager::pointInTrigger(Vector2D(0, 0), trigger));
-        EXPECT_TRUE(TriggerManager::pointInTrigger(Vector2D(100, 20), trigger));
-        EXPECT_TRUE(TriggerManager::pointInTrigger(Vector2D(60, 30), trigger));  // on the diagonal
-        EXPECT_FALSE(TriggerManager::pointInTrigger(Vector2D(100.5f, 20), trigger));
-        EXPECT_FALSE(TriggerManager::pointInTrigger(Vector2D(50, -0.5f), trigger));
+        // (60, 30) lies on the diagonal.
+        for (const auto& [point, inside] : {std::pair{Vector2D(50, 25), true},
+                                            {Vector2D(0, 0), true},
+                                            {Vector2D(100, 20), true},
+                                            {Vector2D(60, 30), true},
+                                            {Vector2D(100.5f, 20), false},
+                                            {Vector2D(50, -0.5f), false}})
+            EXPECT_EQ(TriggerManager::pointInTrigger(point, trigger), inside) << point.x << "," << point.y;
         EXPECT_EQ(trigger.minX, 0.0f);
         EXPECT_EQ(trigger.maxX, 100.0f);
         EXPECT_EQ(trigger.maxY, 50.0f);
@@ -71,12 +73,9 @@ TEST_F(TriggerManagerTest, TargetsOfEveryKindShareAnIdAndZeroTargetsNothing) {
     LevelObject object;
     object.id = 7;
     LevelObjectsManager::addObject(object);
-    const Trigger& trigger = addSquare(405, 7, 0, 0, 10);
-    ASSERT_EQ(trigger.targets.size(), 4u);
-    EXPECT_EQ(trigger.targets[0].kind, targetObject);
-    EXPECT_EQ(trigger.targets[1].kind, targetForce);
-    EXPECT_EQ(trigger.targets[2].kind, targetPolygon);
-    EXPECT_EQ(trigger.targets[3].kind, targetMover);
+    std::vector<TriggerTargetKind> kinds;
+    for (const auto& target : addSquare(405, 7, 0, 0, 10).targets) kinds.push_back(target.kind);
+    EXPECT_EQ(kinds, (std::vector<TriggerTargetKind>{targetObject, targetForce, targetPolygon, targetMover}));
     EXPECT_TRUE(addSquare(405, 0, 0, 0, 10).targets.empty());
     EXPECT_TRUE(addSquare(405, 99, 0, 0, 10).targets.empty());
 }
@@ -191,6 +190,8 @@ TEST_F(TriggerManagerTest, TriggerCreateMakesARectangleOrPrintsItsUsage) {
     EXPECT_EQ(TriggerManager::state().triggers.size(), 1u);
     GLConsole::enterLine("TriggerCreate 999 0 0 0 10 10");
     EXPECT_EQ(TriggerManager::conCmdTriggerCount(), 2);
+    GLConsole::enterLine("TriggerDraw true");
+    TriggerManager::debugDraw();  // no window: draws nothing and doesn't fail
 }
 
 TEST_F(TriggerManagerTest, TriggerTypeListNamesEveryTypeInAscendingOrder) {
@@ -205,13 +206,4 @@ TEST_F(TriggerManagerTest, TriggerTypeListNamesEveryTypeInAscendingOrder) {
     EXPECT_LT(null, ice);
     EXPECT_LT(ice, end);
     EXPECT_LT(text.find("Mover_goto_start_loop_1"), text.find("Mover_goto_end_loop_a"));
-}
-
-TEST_F(TriggerManagerTest, TriggerDrawIsAFlagThatStartsOff) {
-    EXPECT_FALSE(TriggerManager::state().drawTriggers);
-    GLConsole::enterLine("TriggerDraw true");
-    EXPECT_TRUE(TriggerManager::state().drawTriggers);
-    TriggerManager::debugDraw();  // no window: draws nothing and doesn't fail
-    TriggerManager::initialise();
-    EXPECT_FALSE(TriggerManager::state().drawTriggers);
 }

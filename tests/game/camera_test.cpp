@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <string>
 
 #include "game/camera_state.h"
@@ -54,10 +53,7 @@ TEST_F(CameraTest, StartsFarLeftAtRestAndReadsSafeSettings) {
     EXPECT_EQ(Camera::getTilt(), 30.0f);
     for (int i = 0; i < 10; ++i) Camera::doTurning(1.0f);
     EXPECT_EQ(Camera::getTilt(), 180.0f);
-}
-
-TEST_F(CameraTest, SetStateIgnoresUnknownStates) {
-    useSettings("");
+    // Unknown states are ignored.
     Camera::setState(Camera::zoomingIn);
     Camera::setState(7);
     Camera::setState(-1);
@@ -66,19 +62,16 @@ TEST_F(CameraTest, SetStateIgnoresUnknownStates) {
 
 // Following the water.
 
-TEST_F(CameraTest, SitsOnTheWaterAtOnceWithoutSmoothing) {
-    useSettings("");
-    ParticleManager::createParticles(100, 50, 0, 4);
-    Camera::doMovement(0.02f);
-    EXPECT_EQ(Camera::getPosition(), Vector2D(100, 50));
-}
-
-TEST_F(CameraTest, NearWaterOutweighsADistantDrop) {
+TEST_F(CameraTest, SitsOnTheWaterAtOnceWithoutSmoothingAndNearWaterOutweighsADistantDrop) {
     useSettings("");
     ParticleManager::createParticles(5000, 0, 0, 1);
     ParticleManager::createParticles(10, 0, 5, 100);
     Camera::doMovement(0.02f);
     EXPECT_LT(distance(Camera::getPosition(), Vector2D(10, 0)), 10.0f);
+    ParticleManager::getParticles().clear();
+    ParticleManager::createParticles(100, 50, 0, 4);
+    Camera::doMovement(0.02f);
+    EXPECT_EQ(Camera::getPosition(), Vector2D(100, 50));
 }
 
 TEST_F(CameraTest, IceCountsByItsMembers) {
@@ -163,9 +156,7 @@ TEST_F(CameraTest, TiltStopsAtTheLimitWithoutWrapping) {
 TEST_F(CameraTest, TurningIsLeftOutWhenNotAllowed) {
     useSettings("maxAngle = 90\nkeyboardTurnSpeed = 30\n");
     GLWindow::Headless::setKeyDown(leftArrow, true);
-    Camera::doMovements(false, 1.0f);
-    EXPECT_EQ(Camera::getTilt(), 0.0f);
-    Camera::doMovements(true, 1.0f);
+    for (const bool allowed : {false, true}) Camera::doMovements(allowed, 1.0f);
     EXPECT_EQ(Camera::getTilt(), 30.0f);
 }
 
@@ -217,9 +208,7 @@ TEST_F(CameraTest, ZoomGoesOutHoldsAndComesBack) {
 TEST_F(CameraTest, ZoomComesBackToExactlyOne) {
     useSettings("zoomSpeed = 10\nzoomWait = 0\n");
     Camera::zoomOut();
-    Camera::doZooming(1.0f);
-    Camera::doZooming(0.1f);
-    Camera::doZooming(1.0f);
+    for (const float dt : {1.0f, 0.1f, 1.0f}) Camera::doZooming(dt);
     EXPECT_EQ(Camera::getZoom(), 1.0f);
     EXPECT_EQ(Camera::getState(), Camera::following);
 }
@@ -258,7 +247,7 @@ TEST_F(CameraTest, ASecondShakeOnlyProlongsIt) {
     Camera::shake();
     const Vector2D target = Camera::state().shakeTarget;
     Camera::doShaking(0.6f);
-    Camera::shake();
+    Camera::shake();  // only prolongs it
     EXPECT_EQ(Camera::state().shakeTimer, 1.0f);
     EXPECT_EQ(Camera::state().shakeTarget, target);
     Camera::doShaking(0.6f);

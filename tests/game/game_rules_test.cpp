@@ -101,18 +101,13 @@ TEST_F(GameRulesTest, WaterAndTimeScores) {
     EXPECT_EQ(GameRules::getParticleCount(), 130);
     EXPECT_EQ(GameRules::getWaterScore(), 65000);
     EXPECT_EQ(GameRules::getTimeScore(), 436000);
-    clock.advanceMilliseconds(160000);
-    GameRules::update(0.01f);
-    EXPECT_EQ(GameRules::getTimeScore(), 436000);
-    clock.advanceMilliseconds(160000);
-    GameRules::update(0.01f);
-    EXPECT_EQ(GameRules::getTimeScore(), 218500);
-    clock.advanceMilliseconds(160000);
-    GameRules::update(0.01f);
-    EXPECT_EQ(GameRules::getTimeScore(), 1000);
-    clock.advanceMilliseconds(100000);
-    GameRules::update(0.01f);
-    EXPECT_EQ(GameRules::getTimeScore(), 1000);
+    // The time score holds for 160 seconds, then falls to 1000 over the next 320.
+    for (const auto& [milliseconds, score] :
+         {std::pair{160000u, 436000}, {160000u, 218500}, {160000u, 1000}, {100000u, 1000}}) {
+        clock.advanceMilliseconds(milliseconds);
+        GameRules::update(0.01f);
+        EXPECT_EQ(GameRules::getTimeScore(), score) << "after " << milliseconds;
+    }
     EXPECT_EQ(GameRules::getTotalScore(), GameRules::getWaterScore() + 1000);
 }
 

@@ -9,8 +9,6 @@
 #include "game/camera_state.h"
 #include "game/game_state.h"
 #include "graphics/window/window.h"
-#include "level/level.h"
-#include "level_tools/level_tools.h"
 #include "support/level_fixtures.h"
 #include "water/water.h"
 
@@ -58,6 +56,13 @@ protected:
         return ParticleManager::getParticles().front();
     }
 
+    // One forced frame of 0.02 seconds with the keys held down.
+    static void frameWithKeys(std::initializer_list<int> keys) {
+        for (int key : keys) GLWindow::Headless::setKeyDown(key, true);
+        Game::runFrame(0.02f);
+        for (int key : keys) GLWindow::Headless::setKeyDown(key, false);
+    }
+
     // Frames of the given length in milliseconds, through the real loop.
     void frames(int count, unsigned milliseconds) {
         for (int i = 0; i < count; ++i) {
@@ -82,7 +87,7 @@ TEST_F(GameTest, ALevelStartsWith128ParticlesAndTheCameraGlidingToThem) {
     EXPECT_NE(console.text().find("Game initialisation"), std::string::npos);
 }
 
-TEST_F(GameTest, ShutdownLeavesTheRegistryAsTheGameFoundIt) {
+TEST_F(GameTest, ShutdownLeavesTheRegistryAsTheGameFoundItAndRunNeedsAWindow) {
     Game::shutdown();
     const auto before = GLConsole::state().commands.size();
     Game::initialise("maps\\test.rill");
@@ -90,10 +95,6 @@ TEST_F(GameTest, ShutdownLeavesTheRegistryAsTheGameFoundIt) {
     EXPECT_FALSE(Game::isRunning());
     EXPECT_NE(console.text().find("Game shutdown"), std::string::npos);
     EXPECT_EQ(GLConsole::state().commands.size(), before);
-}
-
-TEST_F(GameTest, RunNeedsAWindow) {
-    Game::shutdown();
     Game::run("maps\\test.rill");
     EXPECT_FALSE(Game::isRunning());
 }
@@ -148,21 +149,16 @@ TEST_F(GameTest, OneSlowFrameDoesNotMakeOneBigStep) {
     EXPECT_EQ(Game::getGameStepCount(), before + 7 + 1 + 3);
 }
 
-TEST_F(GameTest, ALongStepIsCutTo30StepsASecond) {
+TEST_F(GameTest, ALongStepIsCutTo30StepsASecondAndAForcedFrameStepsByItsOwnLength) {
     startPlay();
     const Particle& particle = loneParticle();
     Game::runSimulation(0.2f);
     EXPECT_NEAR(particle.velocity.y, 100.0f * 0.033333335f, 1e-5f);
-}
-
-TEST_F(GameTest, AForcedFrameStepsByItsOwnLength) {
-    startPlay();
-    const Particle& particle = loneParticle();
     const uint64_t steps = GameState::state().simulationSteps;
     Game::runFrame(0.02f);
     Game::runFrame(0.005f);
     EXPECT_EQ(GameState::state().simulationSteps, steps + 2);
-    EXPECT_NEAR(particle.velocity.y, 100.0f * 0.025f, 1e-5f);
+    EXPECT_NEAR(particle.velocity.y, 100.0f * (0.033333335f + 0.025f), 1e-5f);
     EXPECT_EQ(GameState::state().stepTime, 0.0f);
 }
 
@@ -199,9 +195,11 @@ TEST_F(GameTest, SpeedReportsPrintWhenAskedFor) {
 
 // Pause, console and focus.
 
-TEST_F(GameTest, ThePauseKeyStopsTheWaterButNotTheCamera) {
-    startPlay();
+TEST_F(GameTest, ThePauseKeyAndALostFocusStopTheWaterButNotTheCamera) {
     Game listener;
+    listener.windowFocusLost();
+    EXPECT_FALSE(GameState::state().paused) << "the main menu is open";
+    startPlay();
     listener.keyboardPressed('P');
     EXPECT_TRUE(GameState::state().paused);
     const uint64_t steps = GameState::state().simulationSteps;
@@ -211,10 +209,16 @@ TEST_F(GameTest, ThePauseKeyStopsTheWaterButNotTheCamera) {
     EXPECT_FALSE(GameState::state().paused);
     Game::runFrame(0.02f);
     EXPECT_EQ(GameState::state().simulationSteps, steps + 1);
+    listener.windowFocusLost();
+    EXPECT_TRUE(GameState::state().paused);
+    listener.windowFocusLost();
+    EXPECT_TRUE(GameState::state().paused);
 }
 
-TEST_F(GameTest, WithTheConsoleOpenKeysGoToItAndTheCameraDoesNotTurn) {
-    folder.write("cfg/camera.cfg", "maxAngle = 90\nkeyboardTurnSpeed = 50\n");
+TEST_F(GameTest, WithTheConsoleOpenKeysGoToItAndTheCameraDoesNotTurnButZoomsAndShakesFromIt) {
+    folder.write(
+        "cfg/camera.cfg",
+        "maxAngle = 90\nkeyboardTurnSpeed = 50\nshakeTime = 1\nshakeStrenght = 5\nshakeSpeed = 10\n");
     Game::resetLevel();
     startPlay();
     Game listener;
@@ -222,27 +226,18 @@ TEST_F(GameTest, WithTheConsoleOpenKeysGoToItAndTheCameraDoesNotTurn) {
     ASSERT_TRUE(GameState::state().consoleVisible);
     listener.keyboardPressed('P');
     EXPECT_FALSE(GameState::state().paused);
-    GLWindow::Headless::setKeyDown(37, true);
     const uint64_t steps = GameState::state().simulationSteps;
-    Game::runFrame(0.02f);
+    frameWithKeys({37});
     EXPECT_EQ(GameState::state().simulationSteps, steps + 1);
     EXPECT_EQ(Camera::getTilt(), 0.0f);
     listener.keyboardPressed(consoleKey);
     EXPECT_FALSE(GameState::state().consoleVisible);
-    Game::runFrame(0.02f);
-    GLWindow::Headless::setKeyDown(37, false);
+    frameWithKeys({37});
     EXPECT_FLOAT_EQ(Camera::getTilt(), 1.0f);
-}
-
-TEST_F(GameTest, LosingTheFocusPausesOnlyThePlay) {
-    Game listener;
-    listener.windowFocusLost();
-    EXPECT_FALSE(GameState::state().paused) << "the main menu is open";
-    startPlay();
-    listener.windowFocusLost();
-    EXPECT_TRUE(GameState::state().paused);
-    listener.windowFocusLost();
-    EXPECT_TRUE(GameState::state().paused);
+    GLConsole::enterLine("ZoomCamera");
+    GLConsole::enterLine("ShakeCamera");
+    EXPECT_EQ(Camera::getState(), Camera::zoomingOut);
+    EXPECT_TRUE(Camera::state().shaking);
 }
 
 TEST_F(GameTest, TheFreeCameraMovesByArrowsAndZoomsByPages) {
@@ -250,17 +245,11 @@ TEST_F(GameTest, TheFreeCameraMovesByArrowsAndZoomsByPages) {
     frames(16, 10);  // a frame time of 0.01 s
     GLConsole::enterLine("FreeCamera true");
     ASSERT_TRUE(GameState::state().freeCamera);
-    GLWindow::Headless::setKeyDown(39, true);
-    GLWindow::Headless::setKeyDown(38, true);
-    Game::runFrame(0.02f);
-    GLWindow::Headless::setKeyDown(39, false);
-    GLWindow::Headless::setKeyDown(38, false);
+    frameWithKeys({39, 38});
     EXPECT_FLOAT_EQ(GameState::state().freeCameraPosition.x, 5.0f);
     EXPECT_FLOAT_EQ(GameState::state().freeCameraPosition.y, -5.0f);
     EXPECT_EQ(Camera::getTilt(), 0.0f);
-    GLWindow::Headless::setKeyDown(33, true);
-    Game::runFrame(0.02f);
-    GLWindow::Headless::setKeyDown(33, false);
+    frameWithKeys({33});
     EXPECT_FLOAT_EQ(GameState::state().freeCameraZoom, 1.05f);
 }
 
@@ -295,12 +284,16 @@ TEST_F(GameTest, AChangeOfMapWinsOverARestartAndClearsBoth) {
     EXPECT_EQ(&ParticleManager::getParticles().front(), front);
 }
 
-TEST_F(GameTest, ALevelThatFailsToLoadLeavesTheOldOneStanding) {
+TEST_F(GameTest, ALevelThatFailsToLoadLeavesTheOldOneStandingAndStopEndsTheRunAfterTheFrame) {
     Game::map("maps\\missing.rill");
     Game::runFrame(0.02f);
     EXPECT_TRUE(Game::isRunning());
     EXPECT_EQ(Game::getCurrentMapName(), "maps\\test.rill");
     EXPECT_EQ(ParticleManager::getParticles().size(), 128u);
+    Game::stop();
+    EXPECT_TRUE(Game::isRunning());
+    Game::runFrame(0.02f);
+    EXPECT_FALSE(Game::isRunning());
 }
 
 TEST_F(GameTest, WaterComesToRestOnTheFloor) {
@@ -311,23 +304,6 @@ TEST_F(GameTest, WaterComesToRestOnTheFloor) {
         EXPECT_LE(particle.position.y, 58.01f);
         EXPECT_GT(particle.position.y, 0.0f);
     }
-}
-
-TEST_F(GameTest, StopEndsTheRunAfterTheFrame) {
-    Game::stop();
-    EXPECT_TRUE(Game::isRunning());
-    Game::runFrame(0.02f);
-    EXPECT_FALSE(Game::isRunning());
-}
-
-TEST_F(GameTest, ZoomAndShakeFromTheConsole) {
-    folder.write("cfg/camera.cfg", "shakeTime = 1\nshakeStrenght = 5\nshakeSpeed = 10\n");
-    Game::resetLevel();
-    startPlay();
-    GLConsole::enterLine("ZoomCamera");
-    GLConsole::enterLine("ShakeCamera");
-    EXPECT_EQ(Camera::getState(), Camera::zoomingOut);
-    EXPECT_TRUE(Camera::state().shaking);
 }
 
 }  // namespace

@@ -112,23 +112,6 @@ void forceOf(LevelFile& level, float strength, float directionX) {
     level.triggers = {area(200, -200, -100, 450, 60, 8), area(202, -200, -100, 450, 60, 8)};
 }
 
-void infiniteForce(LevelFile& level) {
-    forceOf(level, 1e38f, 1.0f);
-}
-void undefinedForce(LevelFile& level) {
-    forceOf(level, std::nanf(""), 1.0f);
-}
-void undefinedDirection(LevelFile& level) {
-    forceOf(level, 40.0f, std::nanf(""));
-}
-void frozenWater(LevelFile& level) {
-    level.triggers = {area(0, -200, -100, 700, 60)};
-}
-
-void PrintTo(const AbsurdCase& absurd, std::ostream* out) {
-    *out << absurd.name;
-}
-
 class AbsurdInputTest : public LevelPlayTest, public ::testing::WithParamInterface<AbsurdCase> {};
 
 TEST_P(AbsurdInputTest, TheGameGoesOnAndTheLevelCanBeRestarted) {
@@ -151,10 +134,13 @@ TEST_P(AbsurdInputTest, TheGameGoesOnAndTheLevelCanBeRestarted) {
 INSTANTIATE_TEST_SUITE_P(
     EachCase, AbsurdInputTest,
     ::testing::Values(AbsurdCase{"MoverFromFarAway", moverFromFarAway, ""},
-                      AbsurdCase{"InfiniteForce", infiniteForce, ""},
-                      AbsurdCase{"UndefinedForce", undefinedForce, ""},
-                      AbsurdCase{"UndefinedDirection", undefinedDirection, ""},
-                      AbsurdCase{"IceFallingAtAbsurdSpeed", frozenWater, "Gravity 100000000000000000"}),
+                      AbsurdCase{"InfiniteForce", [](LevelFile& l) { forceOf(l, 1e38f, 1.0f); }, ""},
+                      AbsurdCase{"UndefinedForce", [](LevelFile& l) { forceOf(l, std::nanf(""), 1.0f); }, ""},
+                      AbsurdCase{"UndefinedDirection", [](LevelFile& l) { forceOf(l, 40.0f, std::nanf("")); },
+                                 ""},
+                      AbsurdCase{"IceFallingAtAbsurdSpeed",
+                                 [](LevelFile& l) { l.triggers = {area(0, -200, -100, 700, 60)}; },
+                                 "Gravity 100000000000000000"}),
     [](const ::testing::TestParamInfo<AbsurdCase>& test) { return std::string(test.param.name); });
 
 }  // namespace
