@@ -1,13 +1,9 @@
 // The console's own commands, typed as a player would type them.
 #include <cstdlib>
 #include <regex>
-#include <string>
-#include <vector>
 
-#include "console/console_state.h"
 #include "console_fixture.h"
 #include "game/game.h"
-#include "graphics/graphics.h"
 #include "graphics/real_window.h"
 
 namespace {

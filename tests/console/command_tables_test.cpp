@@ -1,13 +1,9 @@
 // Every subsystem adds its own commands when it starts and takes exactly those
 // away when it shuts down, leaving the registry as it found it.
-#include <set>
-#include <string>
 
 #include "console_fixture.h"
 #include "dynamics/dynamics.h"
 #include "game/game.h"
-#include "graphics/graphics.h"
-#include "level/level.h"
 #include "water/water.h"
 
 namespace {

@@ -1,5 +1,4 @@
 // Tab completes the command word, cycling through the registry in key order.
-#include "console/console_state.h"
 #include "console_fixture.h"
 
 using namespace ConsoleKeys;

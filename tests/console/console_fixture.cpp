@@ -1,7 +1,5 @@
 #include "console_fixture.h"
 
-#include <map>
-
 namespace {
 
 const int typingKeys[] = {32,  '0', '1', '2', '3', '4', '5', '6', '7', '8', '9', 'A', 'B', 'C', 'D', 'E',

@@ -4,12 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
-#include <string>
-
-#include "console/console.h"
 #include "console/console_state.h"
-#include "graphics/window/window.h"
 #include "support/test_support.h"
 
 namespace ConsoleKeys = VirtualKey;

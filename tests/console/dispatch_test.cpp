@@ -1,9 +1,6 @@
 // Typed lines reach registered commands by shape; every wrong line is answered
 // with its message and calls nothing.
-#include <string>
-#include <vector>
 
-#include "console/console_state.h"
 #include "console_fixture.h"
 
 namespace {

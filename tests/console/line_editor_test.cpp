@@ -1,8 +1,5 @@
 // The input line: typing, cursor keys, overwrite and insert, and the history.
-#include <string>
-#include <vector>
 
-#include "console/console_state.h"
 #include "console_fixture.h"
 
 using namespace ConsoleKeys;

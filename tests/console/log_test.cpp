@@ -1,10 +1,6 @@
 // The log file receives exactly the bytes printed while logging is on.
 #include <unistd.h>
 
-#include <filesystem>
-#include <string>
-
-#include "console/console_state.h"
 #include "console_fixture.h"
 
 namespace {

@@ -2,9 +2,7 @@
 #include <climits>
 #include <cstdlib>
 #include <new>
-#include <string>
 
-#include "console/console_state.h"
 #include "console_fixture.h"
 
 namespace {

@@ -1,9 +1,7 @@
 // Effect emitters and their particles: the settings reader and its clamps
 // (with a fuzz of damaged files), the emitter's clock, the step about the view,
 // and the roads to emitters from the console, triggers and level files.
-#include <gtest/gtest.h>
 
-#include <cmath>
 #include <random>
 
 #include "console/console.h"

@@ -1,12 +1,8 @@
 // Movers: the five states, what rides on them, the edges placed near the view,
 // and the push that carries water in strides that cannot jump a particle.
-#include <gtest/gtest.h>
 
-#include "console/console.h"
 #include "console/console_state.h"
 #include "dynamics/mover_state.h"
-#include "graphics/graphics.h"
-#include "level/level.h"
 #include "support/dynamics_fixture.h"
 #include "water/water_state.h"
 

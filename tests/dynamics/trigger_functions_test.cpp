@@ -1,13 +1,8 @@
 // The trigger actions: state changes by temperature, forces, killing, the
 // level's end, check points and the actions on targets.
-#include <gtest/gtest.h>
-
-#include <cmath>
 
 #include "dynamics/trigger_state.h"
 #include "game/game_state.h"
-#include "graphics/graphics.h"
-#include "level/level.h"
 #include "support/dynamics_fixture.h"
 
 namespace {

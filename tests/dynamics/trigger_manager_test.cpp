@@ -1,12 +1,8 @@
 // The trigger store: the type table, the area test, targeting, the firing
 // rule with its limits and delays, the active box and the console commands.
-#include <gtest/gtest.h>
 
-#include "console/console.h"
 #include "console/console_state.h"
 #include "dynamics/trigger_state.h"
-#include "graphics/graphics.h"
-#include "level/level.h"
 #include "support/dynamics_fixture.h"
 
 namespace {

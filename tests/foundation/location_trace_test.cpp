@@ -7,9 +7,6 @@
 #include <filesystem>
 #include <fstream>
 #include <regex>
-#include <set>
-#include <string>
-#include <vector>
 
 #include "foundation/foundation.h"
 

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
-
 #include "foundation/foundation.h"
 
 // Reference values worked out with exact rational arithmetic from a zero seed.

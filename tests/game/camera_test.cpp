@@ -1,10 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <string>
-
 #include "game/camera_state.h"
-#include "game/game.h"
-#include "graphics/window/window.h"
 #include "support/test_support.h"
 #include "water/water.h"
 

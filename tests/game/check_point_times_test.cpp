@@ -2,11 +2,8 @@
 // pass (signed, on unsigned times), and the fades on the display's own clock.
 #include <gtest/gtest.h>
 
-#include <cmath>
-
 #include "dynamics/dynamics.h"
 #include "game/check_point_state.h"
-#include "graphics/window/window.h"
 #include "support/test_support.h"
 
 namespace {

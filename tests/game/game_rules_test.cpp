@@ -1,12 +1,8 @@
 // The rules of a level: the share of water in the end at one moment, the
 // scores, the timer, and the water given back at the check point.
-#include <gtest/gtest.h>
-
-#include <vector>
 
 #include "console/console.h"
 #include "game/game_state.h"
-#include "level/level.h"
 #include "support/dynamics_fixture.h"
 
 namespace {

@@ -1,14 +1,8 @@
 #include "game/game.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-
-#include "console/console.h"
 #include "console/console_state.h"
 #include "game/camera_state.h"
 #include "game/game_state.h"
-#include "graphics/window/window.h"
 #include "support/level_fixtures.h"
 #include "water/water.h"
 

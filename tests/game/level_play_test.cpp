@@ -2,15 +2,11 @@
 // shipped settings.
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstdlib>
-#include <filesystem>
 
 #include "console/console.h"
 #include "dynamics/dynamics.h"
 #include "game/game.h"
-#include "graphics/window/window.h"
-#include "level/level.h"
 #include "level_tools/level_tools.h"
 #include "platform/platform.h"
 #include "support/content_support.h"

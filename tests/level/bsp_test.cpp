@@ -1,10 +1,6 @@
-#include <gtest/gtest.h>
 
-#include <cmath>
 
-#include "console/console.h"
 #include "console/console_state.h"
-#include "level/level.h"
 #include "level/level_state.h"
 #include "support/level_fixtures.h"
 
@@ -73,14 +69,11 @@ TEST_F(BspTest, OneSquareGivesFourNodesWithNormalsIntoTheSolidInEitherWinding) {
     EXPECT_EQ(Level::state().polyNodeMap.begin()->second.size(), 4u);
 }
 
-TEST_F(BspTest, SharedSideIsRemovedUnlessDestructable) {
+TEST_F(BspTest, SharedSidesMovingAndSceneryPolygonsAndCaulkLeaveNoNodes) {
     load(twoSquares);
     EXPECT_EQ(nodesOnSharedSide(), 0);
     load(std::string(twoSquares) + "trigger type Entity_remove_1 target 2\n");
     EXPECT_EQ(nodesOnSharedSide(), 2);
-}
-
-TEST_F(BspTest, CaulkLeavesNoNodeButCutsAwayWhatLiesAgainstIt) {
     load(std::string(squareText) + "polygon id 9 collision caulk\n40 100\n60 100\n60 120\n40 120\nend\n");
     for (const BspNode* node : nodes()) {
         EXPECT_FALSE(node->caulk);
@@ -89,35 +82,25 @@ TEST_F(BspTest, CaulkLeavesNoNodeButCutsAwayWhatLiesAgainstIt) {
     EXPECT_EQ(LevelBspTree::conCmdBspSize(), 5);  // the bottom side in two pieces
     // Through the gap in the bottom side and on to the top side.
     Vector2D end(50, -50);
-    BspNode* hit = LevelBspTree::raycast(Vector2D(50, 150), end);
-    ASSERT_NE(hit, nullptr);
+    ASSERT_NE(LevelBspTree::raycast(Vector2D(50, 150), end), nullptr);
     EXPECT_NEAR(end.y, 0.0f, 1e-4);
-}
-
-TEST_F(BspTest, MoveableAndSceneryPolygonsStayOut) {
     load(std::string(squareText) + "polygon id 5 collision scenery\n200 0\n300 0\n300 100\nend\n" +
          "polygon id 6\n400 0\n500 0\n500 100\nend\nmover id 6 from 0 0 to 0 10\n");
     EXPECT_EQ(LevelBspTree::conCmdBspSize(), 4);
     EXPECT_TRUE(Level::getPolygons().back().moveable);
 }
 
-TEST_F(BspTest, RaysHitTheNearestEdgeAndShortenTheEnd) {
+TEST_F(BspTest, RaysHitTheNearestEdgeAndOneFromAnEdgeReturnsItClampedFromTheEnds) {
     load(squareText);
     Vector2D end(150, 50);
-    BspNode* hit = LevelBspTree::raycast(Vector2D(-50, 50), end);
-    ASSERT_NE(hit, nullptr);
-    EXPECT_NEAR(end.x, 0.0f, 1e-4);
-    EXPECT_NEAR(end.y, 50.0f, 1e-4);
+    ASSERT_NE(LevelBspTree::raycast(Vector2D(-50, 50), end), nullptr);
+    EXPECT_NEAR(distance(end, Vector2D(0, 50)), 0.0f, 1e-4);
     Vector2D miss(-50, -60);
     EXPECT_EQ(LevelBspTree::raycast(Vector2D(-50, 50), miss), nullptr);
     EXPECT_EQ(miss, Vector2D(-50, -60));
     Vector2D same(-50, 50);
     EXPECT_EQ(LevelBspTree::raycast(Vector2D(-50, 50), same), nullptr);
-}
-
-TEST_F(BspTest, RayFromAnEdgeReturnsItClampedFromTheEnds) {
-    load(squareText);
-    Vector2D end(-100, 50);
+    end = Vector2D(-100, 50);
     BspNode* hit = LevelBspTree::raycast(Vector2D(0, 50), end);
     ASSERT_NE(hit, nullptr);
     EXPECT_FLOAT_EQ(hit->start.x, 0.0f);
@@ -234,7 +217,7 @@ TEST_F(BspTest, WalkMovesTheCursorAndSaysWhatIsPossible) {
     EXPECT_EQ(console.take(), "") << "a cleared tree has nothing to walk";
 }
 
-TEST_F(BspTest, CastChecksItsArgumentsAndReports) {
+TEST_F(BspTest, CastReportsAndDebugDrawingWithoutAContextDrawsNothingAndKeepsTheSwitches) {
     load(squareText);
     for (const char* bad : {"0", "1 x", "", "1 2 3"}) {
         LevelBspTree::conCmdBspCast(bad);
@@ -249,10 +232,6 @@ TEST_F(BspTest, CastChecksItsArgumentsAndReports) {
               std::string::npos)
         << report;
     EXPECT_NE(report.find("\nRays per second (average):   "), std::string::npos);
-}
-
-TEST_F(BspTest, DebugDrawingWithoutAContextDrawsNothingAndKeepsTheSwitches) {
-    load(squareText);
     for (auto command : {LevelBspTree::conCmdBspNodeDraw, LevelBspTree::conCmdBspSplitDraw,
                          LevelBspTree::conCmdBspWalkDraw, LevelBspTree::conCmdBspCastDraw})
         EXPECT_TRUE(command(true, true));

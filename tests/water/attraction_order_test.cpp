@@ -1,10 +1,8 @@
 // The attraction pass gathers clusters through a spatial index. These tests hold
 // it to the plain pass over the candidate list: the same clusters, members in
 // the same order, the same random draws and so the same moves.
-#include <gtest/gtest.h>
 
 #include <deque>
-#include <list>
 
 #include "water/cluster_candidates.h"
 #include "water_fixture.h"

@@ -1,10 +1,6 @@
-#include <gtest/gtest.h>
 
-#include <cmath>
 
-#include "level/level.h"
 #include "support/level_fixtures.h"
-#include "water/water.h"
 #include "water/water_state.h"
 
 namespace {

@@ -1,9 +1,6 @@
-#include <gtest/gtest.h>
 
-#include <cmath>
 
 #include "console/console_state.h"
-#include "level/level.h"
 #include "support/level_fixtures.h"
 #include "water/water_fixture.h"
 

@@ -1,6 +1,4 @@
-#include <gtest/gtest.h>
 
-#include <cmath>
 
 #include "console/console_state.h"
 #include "water_fixture.h"

@@ -1,4 +1,3 @@
-#include <gtest/gtest.h>
 
 #include "game/camera_state.h"
 #include "water_fixture.h"

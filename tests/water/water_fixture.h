@@ -4,12 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <string>
-
 #include "console/console.h"
 #include "game/game.h"
-#include "graphics/window/window.h"
 #include "support/test_support.h"
 #include "water/water.h"
 
