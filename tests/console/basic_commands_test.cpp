@@ -29,14 +29,6 @@ protected:
 
 }  // namespace
 
-TEST_F(BasicCommandsTest, QuitClosesTheWindow) {
-    GLWindow::createWindow("Console test", 800, 600);
-    ASSERT_TRUE(GLWindow::exists());
-    EXPECT_EQ(run("QUIT"), "");
-    EXPECT_FALSE(GLWindow::exists());
-    EXPECT_EQ(run("quit now"), "\nUSAGE: Quit < nothing >");
-}
-
 // Lines whose whole answer is known without a window or a game.
 struct Answer {
     std::string typed;
@@ -104,7 +96,7 @@ TEST_F(BasicCommandsTest, MemoryReportsTheMachine) {
     EXPECT_EQ(std::stoull(numbers[3]), total - free);
 }
 
-TEST_F(BasicCommandsTest, FullscreenSwitchesModes) {
+TEST_F(BasicCommandsTest, FullscreenAntiAliasingSamplesAndQuitWorkOnTheWindow) {
     GLWindow::createWindow("Console test", 800, 600);
     EXPECT_EQ(run("fullscreen"), "\nFullscreen is false");
     EXPECT_EQ(run("fullscreen true"), "\nFullscreen is now true");
@@ -115,14 +107,14 @@ TEST_F(BasicCommandsTest, FullscreenSwitchesModes) {
     EXPECT_EQ(GLWindow::getClientHeight(), 600);
     EXPECT_FALSE(GLWindow::isResizeable());
     EXPECT_EQ(run("fullscreen yes"), "\nUSAGE: Fullscreen < true OR false OR nothing >");
-}
-
-TEST_F(BasicCommandsTest, AntiAliasingSamplesZeroChangesNothing) {
-    GLWindow::createWindow("Console test", 800, 600);
     EXPECT_EQ(run("AntiAliasingSamples 4"), "\nAntiAliasingSamples is now 4");
     EXPECT_EQ(run("AntiAliasingSamples 0"), "\nAntiAliasingSamples is now 4");
     EXPECT_EQ(run("antialiasingsamples"), "\nAntiAliasingSamples is 4");
     EXPECT_EQ(run("antialiasingsamples 2.0"), "\nUSAGE: AntiAliasingSamples < integer number OR nothing >");
+    ASSERT_TRUE(GLWindow::exists());
+    EXPECT_EQ(run("QUIT"), "");
+    EXPECT_FALSE(GLWindow::exists());
+    EXPECT_EQ(run("quit now"), "\nUSAGE: Quit < nothing >");
 }
 
 TEST_F(BasicCommandsTest, TextureListAndMemoryFollowTheStore) {

@@ -29,15 +29,6 @@ void argument(T value) {
 int intResult() {
     return -42;
 }
-bool boolResult() {
-    return true;
-}
-float floatResult() {
-    return 2.5f;
-}
-std::string stringResult() {
-    return "text result";
-}
 
 template <typename T>
 T& variable() {
@@ -72,9 +63,12 @@ protected:
         GLConsole::addCommand("SetSpeed", argument<float>);
         GLConsole::addCommand("Say", argument<std::string>);
         GLConsole::addCommand("Answer", intResult);
-        GLConsole::addCommand("Ready", boolResult);
-        GLConsole::addCommand("Ratio", floatResult);
-        GLConsole::addCommand("Label", stringResult);
+        GLConsole::addCommand(
+            "Ready", +[] { return true; });
+        GLConsole::addCommand(
+            "Ratio", +[] { return 2.5f; });
+        GLConsole::addCommand(
+            "Label", +[] { return std::string("text result"); });
         GLConsole::addCommand("Lives", value<int>);
         GLConsole::addCommand("ShowGrid", value<bool>);
         GLConsole::addCommand("Gravity", value<float>);
@@ -181,7 +175,13 @@ TEST_F(DispatchTest, InvalidRegistrationsAreIgnoredAndRemovedCommandsAreUnknown)
     EXPECT_TRUE(calls.empty());
 }
 
-TEST_F(DispatchTest, ImpossibleShapesAreReported) {
+// A command may take itself off the registry while it runs.
+void removeMyself() {
+    GLConsole::removeCommand("Once");
+    calls.push_back("once");
+}
+
+TEST_F(DispatchTest, ImpossibleShapesAreReportedAndACommandMayRemoveItselfWhileRunning) {
     GLConsole::addCommandInternal({"Odd", noArguments, -1, false, false});
     GLConsole::addCommandInternal({"Hollow", noArguments, GLConsoleCommand::Int, false, false});
     GLConsole::addCommandInternal({"HollowText", noArguments, GLConsoleCommand::String, false, false});
@@ -189,15 +189,6 @@ TEST_F(DispatchTest, ImpossibleShapesAreReported) {
     EXPECT_EQ(run("hollow 1"), "\nBAD COMMAND. NON VOID FUNCTION WITH NO RETURN OR ARGUMENT !");
     EXPECT_EQ(run("hollowtext"), "\nBAD COMMAND. NON VOID FUNCTION WITH NO RETURN OR ARGUMENT !");
     EXPECT_TRUE(calls.empty());
-}
-
-// A command may take itself off the registry while it runs.
-void removeMyself() {
-    GLConsole::removeCommand("Once");
-    calls.push_back("once");
-}
-
-TEST_F(DispatchTest, CommandMayRemoveItselfWhileRunning) {
     GLConsole::addCommand("Once", removeMyself);
     run("once");
     run("once");

@@ -31,13 +31,6 @@ protected:
         Level::addPolygon(polygon);
         return Level::getPolygons().back();
     }
-
-    // Sets a mover going towards its end and runs one step of all movers.
-    static Mover& startMover(int32_t state = Mover::toEnd) {
-        Mover& mover = MoverManager::getMovers().front();
-        mover.state = state;
-        return mover;
-    }
 };
 
 }  // namespace
@@ -146,7 +139,7 @@ TEST_F(MoverTest, APushOfFiveAndAHalfUnitsCarriesTheWaterInFourStrides) {
     Particle& ahead = addParticle(Vector2D(22, 10));
     Particle& neighbour = addParticle(Vector2D(27, 10));
     Particle& aside = addParticle(Vector2D(10, 40));
-    startMover();
+    MoverManager::getMovers().front().state = Mover::toEnd;
     MoverManager::runMovers(frame);
     EXPECT_NEAR(ahead.position.x, 27.5f, 1e-4f);
     EXPECT_NEAR(ahead.impulse.x, 4.0f * 5.5f / frame, 0.01f);
@@ -180,7 +173,7 @@ TEST_F(MoverTest, WaterAheadIsCarriedKilledInsideAndNeverJumped) {
         Polygon2D& block = addBlock(1, 0, 0, 20, c.collideable);
         MoverManager::addMover(makeMover(1, Vector2D(), Vector2D(500, 0), c.stride / frame));
         Particle& particle = addParticle(c.particle);
-        startMover();
+        MoverManager::getMovers().front().state = Mover::toEnd;
         for (int step = 0; step < c.steps; ++step) MoverManager::runMovers(frame);
         EXPECT_GE(particle.position.x, c.fromX) << c.what;
         EXPECT_LE(particle.position.x, c.toX) << c.what;
@@ -194,7 +187,7 @@ TEST_F(MoverTest, AParticleTouchedByOneMovingPolygonIsNotPushedByASecond) {
     addBlock(1, 0, 20, 20);
     MoverManager::addMover(makeMover(1, Vector2D(), Vector2D(100, 0), 5.5f / frame));
     Particle& particle = addParticle(Vector2D(22, 20));
-    startMover();
+    MoverManager::getMovers().front().state = Mover::toEnd;
     MoverManager::runMovers(frame);
     EXPECT_NEAR(particle.position.x, 27.5f, 1e-4f);
     EXPECT_NEAR(particle.impulse.x, 4.0f * 5.5f / frame, 0.01f);

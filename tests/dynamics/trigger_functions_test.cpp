@@ -163,7 +163,7 @@ TEST_F(TriggerFunctionsTest, MoverTriggersSetTheStateOfTheirMoversAndLeavePolygo
     EXPECT_TRUE(Level::getPolygons().front().present);
 }
 
-TEST_F(TriggerFunctionsTest, EntityTriggersRemoveAndAddPolygonsObjectsAndForces) {
+TEST_F(TriggerFunctionsTest, EntityAndAnimationTriggersActOnPolygonsObjectsAndForces) {
     Polygon2D polygon;
     polygon.id = 4;
     Level::addPolygon(polygon);
@@ -186,26 +186,24 @@ TEST_F(TriggerFunctionsTest, EntityTriggersRemoveAndAddPolygonsObjectsAndForces)
     EXPECT_TRUE(stored.present);
     EXPECT_TRUE(stored.collideable);
     EXPECT_TRUE(ForceManager::getForces().front().enabled);
-}
-
-TEST_F(TriggerFunctionsTest, AnimationTriggersStartAndStopTheirObjects) {
-    LevelObject object;
+    // Animation triggers start and stop their objects.
     object.id = 2;
     object.repeatCount = 3;
+    LevelObjectsManager::getStaticObjects().clear();
+    LevelObjectsManager::getAnimatedObjects().clear();
     LevelObjectsManager::addObject(object);
-    Particle& particle = addParticle(Vector2D());
-    auto stored = [] {
+    auto animated = [] {
         auto& list = LevelObjectsManager::getStaticObjects();
         return list.empty() ? &LevelObjectsManager::getAnimatedObjects().front() : &list.front();
     };
     run(trigger(3, 2), particle);
-    EXPECT_FALSE(stored()->stopped);
-    EXPECT_EQ(stored()->repeatCount, 0u);
+    EXPECT_FALSE(animated()->stopped);
+    EXPECT_EQ(animated()->repeatCount, 0u);
     run(trigger(5, 2), particle);
-    EXPECT_TRUE(stored()->stopped);
+    EXPECT_TRUE(animated()->stopped);
     run(trigger(4, 2), particle);
-    EXPECT_FALSE(stored()->stopped);
-    EXPECT_EQ(stored()->repeatCount, 1u);
+    EXPECT_FALSE(animated()->stopped);
+    EXPECT_EQ(animated()->repeatCount, 1u);
 }
 
 TEST_F(TriggerFunctionsTest, TheCheckPointIsTheMeanOfTheSixTriangleCorners) {

@@ -34,7 +34,7 @@ const std::string heading = "\nBacktrace of locations visited by program: \n";
 
 }  // namespace
 
-TEST_F(TraceTest, ListingShowsNewestFirst) {
+TEST_F(TraceTest, ListingShowsNewestFirstAndStopsAfterSixteenLinesAndTheCounterWrapsInsideTheTable) {
     EXPECT_EQ(listing(), heading);
     LocationTrace::push("WinMain");
     EXPECT_EQ(listing(), heading + "\n1 - WinMain");
@@ -45,9 +45,6 @@ TEST_F(TraceTest, ListingShowsNewestFirst) {
         LocationTrace::pop();
     }
     EXPECT_EQ(LocationTrace::state().depth, 1);
-}
-
-TEST_F(TraceTest, ListingStopsAfterSixteenLines) {
     static std::vector<std::string> names;
     for (int i = 0; i < 20; ++i) names.push_back("n" + std::to_string(i));
     for (const std::string& name : names) LocationTrace::push(name.c_str());
@@ -55,10 +52,7 @@ TEST_F(TraceTest, ListingStopsAfterSixteenLines) {
     for (int line = 1; line <= 16; ++line)
         expected += "\n" + std::to_string(line) + " - n" + std::to_string(20 - line);
     EXPECT_EQ(listing(), expected);
-    EXPECT_EQ(LocationTrace::state().depth, 20) << "listing does not change the depth";
-}
-
-TEST_F(TraceTest, CounterWrapsInsideTheTable) {
+    EXPECT_EQ(LocationTrace::state().depth, 21) << "listing does not change the depth";
     LocationTrace::state().depth = 65535;
     LocationTrace::push("last slot");
     EXPECT_EQ(LocationTrace::state().depth, 0);

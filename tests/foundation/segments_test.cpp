@@ -37,7 +37,7 @@ TEST(LineIntersection, InfiniteLinesAndParallelLeavesResult) {
     EXPECT_EQ(result, Vector2D(5, 0));
 }
 
-TEST(PointInConvexPolygon, InsideEdgesVerticesAndEmpty) {
+TEST(PointInConvexPolygon, InsideEdgesVerticesAndEmptyAndFixTriangleWindingSwapsOnlyTheWindingItRejects) {
     const Vector2D square[4] = {{0, 0}, {10, 0}, {10, 10}, {0, 10}};
     EXPECT_TRUE(pointInConvexPolygon(5, 5, square, 4));
     EXPECT_TRUE(pointInConvexPolygon(0, 0, square, 4));
@@ -45,9 +45,6 @@ TEST(PointInConvexPolygon, InsideEdgesVerticesAndEmpty) {
     EXPECT_FALSE(pointInConvexPolygon(11, 5, square, 4));
     EXPECT_FALSE(pointInConvexPolygon(5, -0.001f, square, 4));
     EXPECT_TRUE(pointInConvexPolygon(1000, 1000, square, 0));
-}
-
-TEST(FixTriangleWinding, SwapsOnlyTheWindingTheInsideTestRejects) {
     Vector2D usable[3] = {{0, 0}, {10, 0}, {0, 10}};
     fixTriangleWinding(usable[0], usable[1], usable[2]);
     EXPECT_EQ(usable[1], Vector2D(10, 0));  // untouched

@@ -2,7 +2,7 @@
 
 #include "foundation/foundation.h"
 
-TEST(Strings, NumericAndIntegerTests) {
+TEST(Strings, NumericAndIntegerTestsAndConversions) {
     for (const char* text : {"12", "-3", "1.5", "-", ".", "-.", "5.", "007"})
         EXPECT_TRUE(slStringIsNumeric(text)) << text;
     for (const char* text : {"", "1e3", "+1", "1.2.3", "1-", "12a", " 1", "--1"})
@@ -11,9 +11,6 @@ TEST(Strings, NumericAndIntegerTests) {
 
     for (const char* text : {"12", "-3", "-"}) EXPECT_TRUE(slStringIsInteger(text)) << text;
     for (const char* text : {"", "1.0", "12.5", "+4", "4-"}) EXPECT_FALSE(slStringIsInteger(text)) << text;
-}
-
-TEST(Strings, Conversions) {
     EXPECT_EQ(slStringToInt("42"), 42);
     EXPECT_EQ(slStringToInt("-"), 0);
     EXPECT_EQ(slStringToInt("12.5"), 0);
@@ -28,7 +25,7 @@ TEST(Strings, Conversions) {
     EXPECT_FALSE(slStringIsBoolean("yes"));
 }
 
-TEST(Strings, CaseChangesTouchOnlyAsciiLetters) {
+TEST(Strings, CaseChangesTouchOnlyAsciiLettersAndSeparateArgsAppendsPiecesAtEverySeparator) {
     std::string text = "abc-XYZ_9\xe9";
     slStringUpper(text);
     EXPECT_EQ(text, "ABC-XYZ_9\xe9");
@@ -36,9 +33,6 @@ TEST(Strings, CaseChangesTouchOnlyAsciiLetters) {
     slStringLower(lower);
     EXPECT_STREQ(lower, "mixed 1");
     slStringUpper(static_cast<char*>(nullptr));
-}
-
-TEST(Strings, SeparateArgsAppendsPiecesAtEverySeparator) {
     std::vector<std::string> args{"kept"};
     slSeparateArgs(
         " one\ttwo\r\nthree\x1b"

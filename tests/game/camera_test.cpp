@@ -98,7 +98,7 @@ TEST_F(CameraTest, FollowingIsSmoothedAlikeAtAnyFrameRate) {
     }
 }
 
-TEST_F(CameraTest, TheGlideToTheWaterEndsWithinItsDistance) {
+TEST_F(CameraTest, TheGlideToTheWaterEndsWithinItsDistanceAtOnceWhenTheWaterIsNear) {
     useSettings("waypointInterpolateSpeed = 0.01\nwaypointInterpolateDistance = 5\n",
                 Camera::movingToWaypoint);
     ParticleManager::createParticles(100, 0, 0, 1);
@@ -109,11 +109,9 @@ TEST_F(CameraTest, TheGlideToTheWaterEndsWithinItsDistance) {
     EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
     Camera::doMovement(0.5f);
     EXPECT_EQ(Camera::getState(), Camera::following);
-}
-
-TEST_F(CameraTest, TheGlideEndsAtOnceWhenTheWaterIsNear) {
     useSettings("waypointInterpolateSpeed = 5\nwaypointInterpolateDistance = -20\n",
                 Camera::movingToWaypoint);
+    ParticleManager::getParticles().clear();
     ParticleManager::createParticles(15, 0, 0, 1);
     Camera::doMovement(0.02f);
     EXPECT_EQ(Camera::getState(), Camera::following);
@@ -138,7 +136,7 @@ TEST_F(CameraTest, ArrowKeysTurnLeftPositiveAndTogetherCancel) {
     EXPECT_FLOAT_EQ(Camera::getTilt(), 7.5f);
 }
 
-TEST_F(CameraTest, TiltStopsAtTheLimitWithoutWrapping) {
+TEST_F(CameraTest, TiltStopsAtTheLimitWithoutWrappingAndTurningIsLeftOutWhenNotAllowed) {
     useSettings("maxAngle = 180\nkeyboardTurnSpeed = 100\n");
     GLWindow::Headless::setKeyDown(rightArrow, true);
     Camera::doTurning(1.0f);
@@ -147,10 +145,8 @@ TEST_F(CameraTest, TiltStopsAtTheLimitWithoutWrapping) {
     EXPECT_EQ(Camera::state().turnSpeed, 0.0f);
     Camera::doTurning(1.0f);
     EXPECT_EQ(Camera::getTilt(), -180.0f);
-}
-
-TEST_F(CameraTest, TurningIsLeftOutWhenNotAllowed) {
     useSettings("maxAngle = 90\nkeyboardTurnSpeed = 30\n");
+    GLWindow::Headless::setKeyDown(rightArrow, false);
     GLWindow::Headless::setKeyDown(leftArrow, true);
     for (const bool allowed : {false, true}) Camera::doMovements(allowed, 1.0f);
     EXPECT_EQ(Camera::getTilt(), 30.0f);
@@ -201,15 +197,12 @@ TEST_F(CameraTest, ZoomGoesOutHoldsAndComesBack) {
     EXPECT_EQ(Camera::getZoom(), 2.0f);
 }
 
-TEST_F(CameraTest, ZoomComesBackToExactlyOne) {
+TEST_F(CameraTest, ZoomComesBackToExactlyOneAndZoomOutIsIgnoredWhileGlidingOrAlreadyZoomingOut) {
     useSettings("zoomSpeed = 10\nzoomWait = 0\n");
     Camera::zoomOut();
     for (const float dt : {1.0f, 0.1f, 1.0f}) Camera::doZooming(dt);
     EXPECT_EQ(Camera::getZoom(), 1.0f);
     EXPECT_EQ(Camera::getState(), Camera::following);
-}
-
-TEST_F(CameraTest, ZoomOutIsIgnoredWhileGlidingOrAlreadyZoomingOut) {
     useSettings("zoomSpeed = 1\nzoomWait = 2\n", Camera::movingToWaypoint);
     Camera::zoomOut();
     EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
@@ -238,7 +231,7 @@ TEST_F(CameraTest, AShakeRunsBetweenTargetsForItsTime) {
     EXPECT_NE(Camera::state().shakeTarget, target);
 }
 
-TEST_F(CameraTest, ASecondShakeOnlyProlongsIt) {
+TEST_F(CameraTest, ASecondShakeOnlyProlongsItAndAfterwardsTheOffsetRunsBackWithoutOvershooting) {
     useSettings("shakeTime = 1\nshakeStrenght = 8\nshakeSpeed = 1\n");
     Camera::shake();
     const Vector2D target = Camera::state().shakeTarget;
@@ -248,9 +241,6 @@ TEST_F(CameraTest, ASecondShakeOnlyProlongsIt) {
     EXPECT_EQ(Camera::state().shakeTarget, target);
     Camera::doShaking(0.6f);
     EXPECT_TRUE(Camera::state().shaking);
-}
-
-TEST_F(CameraTest, AfterAShakeTheOffsetRunsBackWithoutOvershooting) {
     useSettings("shakeTime = 0.05\nshakeStrenght = 10\nshakeSpeed = 100\n");
     Camera::shake();
     Camera::doShaking(0.1f);  // ends the shake, and this step still moves all the way to the target

@@ -70,7 +70,7 @@ protected:
     ConsoleCapture console;
 };
 
-TEST_F(GameTest, ALevelStartsWith128ParticlesAndTheCameraGlidingToThem) {
+TEST_F(GameTest, ALevelStartsWith128ParticlesAndShutdownLeavesTheRegistryAsTheGameFoundIt) {
     EXPECT_TRUE(Game::isRunning());
     EXPECT_EQ(Game::getCurrentMapName(), "maps\\test.rill");
     ASSERT_EQ(ParticleManager::getParticles().size(), 128u);
@@ -79,9 +79,6 @@ TEST_F(GameTest, ALevelStartsWith128ParticlesAndTheCameraGlidingToThem) {
     EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
     EXPECT_EQ(GameState::state().stepTime, Game::stepThreshold);
     EXPECT_NE(console.text().find("Game initialisation"), std::string::npos);
-}
-
-TEST_F(GameTest, ShutdownLeavesTheRegistryAsTheGameFoundItAndRunNeedsAWindow) {
     Game::shutdown();
     const auto before = GLConsole::state().commands.size();
     Game::initialise("maps\\test.rill");
@@ -249,7 +246,7 @@ TEST_F(GameTest, TheFreeCameraMovesByArrowsAndZoomsByPages) {
 
 // Requests at the end of the frame.
 
-TEST_F(GameTest, RestartPutsTheWaterBackAndKeepsThePause) {
+TEST_F(GameTest, RestartPutsTheWaterBackAndKeepsThePauseAndAChangeOfMapWinsOverIt) {
     startPlay();
     GLConsole::enterLine("ShowSimSpeeds true");
     GLConsole::enterLine("Pause true");
@@ -262,9 +259,6 @@ TEST_F(GameTest, RestartPutsTheWaterBackAndKeepsThePause) {
     console.take();
     GLConsole::enterLine("ShowSimSpeeds");
     EXPECT_NE(console.text().find("ShowSimSpeeds is false"), std::string::npos);
-}
-
-TEST_F(GameTest, AChangeOfMapWinsOverARestartAndClearsBoth) {
     Game::map("maps\\other.rill");
     GLConsole::enterLine("Restart");
     Game::runFrame(0.02f);
