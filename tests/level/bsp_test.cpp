@@ -1,5 +1,3 @@
-
-
 #include "console/console_state.h"
 #include "level/level_state.h"
 #include "support/level_fixtures.h"
@@ -53,20 +51,19 @@ float bruteForceHitDistance(const Vector2D& start, const Vector2D& end) {
 }  // namespace
 
 TEST_F(BspTest, OneSquareGivesFourNodesWithNormalsIntoTheSolidInEitherWinding) {
-    load("polygon\n0 0\n0 100\n100 100\n100 0\nend\n");
-    EXPECT_EQ(LevelBspTree::conCmdBspSize(), 4);
-    for (const BspNode* node : nodes()) EXPECT_GT(node->signedDistance(Vector2D(50, 50)), 0.0f);
-    load(squareText);
-    EXPECT_EQ(LevelBspTree::conCmdBspSize(), 4);
-    EXPECT_LE(LevelBspTree::conCmdBspDepth(), 4);
-    for (const BspNode* node : nodes()) {
-        // The square's centre is solid: positive side of every edge.
-        EXPECT_GT(node->signedDistance(Vector2D(50, 50)), 0.0f);
-        EXPECT_EQ(node->polygon, &Level::getPolygons().front());
-        EXPECT_FLOAT_EQ(node->length, 100.0f);
+    for (const char* text : {"polygon\n0 0\n0 100\n100 100\n100 0\nend\n", squareText}) {
+        load(text);
+        EXPECT_EQ(LevelBspTree::conCmdBspSize(), 4);
+        EXPECT_LE(LevelBspTree::conCmdBspDepth(), 4);
+        for (const BspNode* node : nodes()) {
+            // The square's centre is solid: positive side of every edge.
+            EXPECT_GT(node->signedDistance(Vector2D(50, 50)), 0.0f);
+            EXPECT_EQ(node->polygon, &Level::getPolygons().front());
+            EXPECT_FLOAT_EQ(node->length, 100.0f);
+        }
+        ASSERT_EQ(Level::state().polyNodeMap.size(), 1u);
+        EXPECT_EQ(Level::state().polyNodeMap.begin()->second.size(), 4u);
     }
-    ASSERT_EQ(Level::state().polyNodeMap.size(), 1u);
-    EXPECT_EQ(Level::state().polyNodeMap.begin()->second.size(), 4u);
 }
 
 TEST_F(BspTest, SharedSidesMovingAndSceneryPolygonsAndCaulkLeaveNoNodes) {
@@ -90,7 +87,7 @@ TEST_F(BspTest, SharedSidesMovingAndSceneryPolygonsAndCaulkLeaveNoNodes) {
     EXPECT_TRUE(Level::getPolygons().back().moveable);
 }
 
-TEST_F(BspTest, RaysHitTheNearestEdgeAndOneFromAnEdgeReturnsItClampedFromTheEnds) {
+TEST_F(BspTest, RaysHitTheNearestEdgeEndExactlyOnCornersAndFromAnEdgeReturnItClamped) {
     load(squareText);
     Vector2D end(150, 50);
     ASSERT_NE(LevelBspTree::raycast(Vector2D(-50, 50), end), nullptr);
@@ -116,6 +113,18 @@ TEST_F(BspTest, RaysHitTheNearestEdgeAndOneFromAnEdgeReturnsItClampedFromTheEnds
     Vector2D fromOutside(50, 0);
     ASSERT_NE(LevelBspTree::raycast(Vector2D(50, -50), fromOutside), nullptr);
     EXPECT_EQ(fromOutside, Vector2D(50, 0));
+    // A ray aimed exactly at a corner ends exactly on it, whichever edge it names.
+    const struct {
+        Vector2D start, corner;
+    } cases[] = {
+        {{-50, -50}, {0, 0}}, {{150, -30}, {100, 0}}, {{130, 170}, {100, 100}}, {{-7, 103}, {0, 100}}};
+    for (const auto& c : cases) {
+        Vector2D aimed = c.corner + (c.corner - c.start);
+        const BspNode* named = LevelBspTree::raycast(c.start, aimed);
+        ASSERT_NE(named, nullptr);
+        EXPECT_EQ(aimed, c.corner);
+        EXPECT_TRUE(named->start == c.corner || named->end == c.corner);
+    }
 }
 
 TEST_F(BspTest, RaysAgreeWithTestingEveryEdge) {
@@ -146,22 +155,6 @@ TEST_F(BspTest, RaysAgreeWithTestingEveryEdge) {
         EXPECT_NEAR(distance(start, end), expected, 1e-2) << ray;
     }
     EXPECT_GT(hits, 200);
-}
-
-// A ray aimed exactly at a corner ends exactly on it, whichever edge it names.
-TEST_F(BspTest, RaysAtCornersEndExactlyOnThem) {
-    load(squareText);
-    const struct {
-        Vector2D start, corner;
-    } cases[] = {
-        {{-50, -50}, {0, 0}}, {{150, -30}, {100, 0}}, {{130, 170}, {100, 100}}, {{-7, 103}, {0, 100}}};
-    for (const auto& c : cases) {
-        Vector2D end = c.corner + (c.corner - c.start);
-        const BspNode* hit = LevelBspTree::raycast(c.start, end);
-        ASSERT_NE(hit, nullptr);
-        EXPECT_EQ(end, c.corner);
-        EXPECT_TRUE(hit->start == c.corner || hit->end == c.corner);
-    }
 }
 
 TEST_F(BspTest, ACollideableSwitchKeepsTheNodesAndResetBringsPolygonsBack) {

@@ -1,4 +1,3 @@
-
 #include <cstring>
 
 #include "console/console_state.h"

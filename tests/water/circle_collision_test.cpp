@@ -1,5 +1,3 @@
-
-
 #include "support/level_fixtures.h"
 #include "water/water_state.h"
 

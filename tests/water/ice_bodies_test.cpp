@@ -1,5 +1,3 @@
-
-
 #include "console/console_state.h"
 #include "support/level_fixtures.h"
 #include "water/water_fixture.h"

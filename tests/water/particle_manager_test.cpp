@@ -1,5 +1,3 @@
-
-
 #include "console/console_state.h"
 #include "water_fixture.h"
 

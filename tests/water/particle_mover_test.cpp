@@ -1,4 +1,3 @@
-
 #include "game/camera_state.h"
 #include "water_fixture.h"
 
