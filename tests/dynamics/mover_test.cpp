@@ -193,7 +193,7 @@ TEST_F(MoverTest, AParticleTouchedByOneMovingPolygonIsNotPushedByASecond) {
     EXPECT_NEAR(particle.impulse.x, 4.0f * 5.5f / frame, 0.01f);
 }
 
-TEST_F(MoverTest, CommandsAndMessages) {
+TEST_F(MoverTest, CommandsAndMessagesAndForceCreateAddsAForceWithoutScalingOrPrintsItsUsage) {
     EXPECT_NE(console.text().find("\nInitialising down mover manager.."), std::string::npos);
     EXPECT_NE(console.text().find("\nInitialising force manager."), std::string::npos);
     GLConsole::enterLine("MoverDraw true");
@@ -203,13 +203,6 @@ TEST_F(MoverTest, CommandsAndMessages) {
     MoverManager::resetMovers();
     EXPECT_FALSE(MoverManager::state().moverDraw);
     EXPECT_FALSE(MoverManager::state().dynamicNodeDraw);
-    MoverManager::shutdown();
-    ForceManager::shutdown();
-    EXPECT_NE(console.text().find("\nShutting down mover manager.."), std::string::npos);
-    EXPECT_NE(console.text().find("\nShutting down force manager."), std::string::npos);
-}
-
-TEST_F(MoverTest, ForceCreateAddsAForceWithoutScalingOrPrintsItsUsage) {
     GLConsole::enterLine("ForceCreate 3 10 20 0 0 2.5");
     ASSERT_EQ(ForceManager::getForces().size(), 1u);
     const Force& force = ForceManager::getForces().front();
@@ -220,9 +213,8 @@ TEST_F(MoverTest, ForceCreateAddsAForceWithoutScalingOrPrintsItsUsage) {
     GLConsole::enterLine("ForceCreate 3 10 20 0 0");
     GLConsole::enterLine("ForceCreate 3.5 10 20 0 0 1");
     const std::string usage =
-        "\nUSAGE: ForceCreate  < id : integer > < x : number > < y : number > < dir_x : number > < dir_y : "
-        "number > "
-        "< strenght : number >";
+        "\nUSAGE: ForceCreate  < id : integer > < x : number > < y : number > < dir_x : number > "
+        "< dir_y : number > < strenght : number >";
     EXPECT_NE(console.take().find(usage), std::string::npos);
     EXPECT_EQ(ForceManager::conCmdForceCount(), 1);
     // A trigger added before the force doesn't find it.
@@ -230,6 +222,10 @@ TEST_F(MoverTest, ForceCreateAddsAForceWithoutScalingOrPrintsItsUsage) {
     GLConsole::enterLine("ForceCreate 8 0 0 1 0 1");
     EXPECT_TRUE(before.targets.empty());
     EXPECT_EQ(addSquare(200, 8, 0, 0, 10).targets.size(), 1u);
+    MoverManager::shutdown();
+    ForceManager::shutdown();
+    EXPECT_NE(console.text().find("\nShutting down mover manager.."), std::string::npos);
+    EXPECT_NE(console.text().find("\nShutting down force manager."), std::string::npos);
 }
 
 TEST_F(MoverTest, AnAbsurdlyFastPolygonEndsItsPushInBoundedTime) {

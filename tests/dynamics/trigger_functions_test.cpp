@@ -87,8 +87,7 @@ TEST_F(TriggerFunctionsTest, ForcesActOnlyWhileEnabledAndInTheirListOrder) {
     Particle& particle = addParticle(Vector2D());
     particle.velocity = Vector2D(1, 1);
     run(directional, particle, 0.5f);
-    EXPECT_FLOAT_EQ(particle.velocity.x, 16.0f);
-    EXPECT_FLOAT_EQ(particle.velocity.y, -29.0f);
+    EXPECT_EQ(particle.velocity, Vector2D(16, -29));
     run(instant, particle);
     EXPECT_EQ(particle.velocity, Vector2D(0, -60));
     for (Force& force : ForceManager::getForces()) force.enabled = false;

@@ -83,10 +83,3 @@ TEST(ConfigFile, FailuresReportAndLeaveAnEmptyMap) {
     EXPECT_TRUE(config.variables().empty());
     EXPECT_EQ(console.take(), "\nCould not open config file: cfg\\folder.cfg");
 }
-
-TEST(ConfigFile, NamesResolveAcrossCaseAndSeparators) {
-    ScratchFolder folder;
-    folder.write("cfg/Console.cfg", "fontSize = 8");
-    EXPECT_EQ(ConfigFile("cfg//console.cfg").getVarAsInt("FONTSIZE"), 8);
-    EXPECT_EQ(ConfigFile("CFG\\CONSOLE.CFG").getVarAsInt("fontsize"), 8);
-}

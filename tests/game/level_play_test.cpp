@@ -10,7 +10,7 @@
 #include "level_tools/level_tools.h"
 #include "platform/platform.h"
 #include "support/content_support.h"
-#include "support/test_support.h"
+#include "support/level_fixtures.h"
 #include "water/water.h"
 
 namespace {
@@ -22,32 +22,17 @@ std::string shippedConfig(const std::string& name) {
     return readBytes(std::filesystem::path(source ? source : ".") / "data" / "cfg" / name);
 }
 
-PolygonRecord box(int left, int top, int right, int bottom, int32_t id = 0) {
-    PolygonRecord polygon;
-    polygon.id = id;
-    polygon.points = {{left, top}, {right, top}, {right, bottom}, {left, bottom}};
-    return polygon;
-}
+// A long floor between two walls, the water poured in at its left end and the
+// level's end at its right.
+const std::string trough =
+    "water 0 30\ncamera 0 0\npolygon\n-200 60\n700 60\n700 120\n-200 120\nend\n"
+    "polygon\n-240 -300\n-200 -300\n-200 120\n-240 120\nend\n"
+    "polygon\n700 -300\n740 -300\n740 120\n700 120\nend\ntrigger type 801 rect 500 -100 700 60\n";
 
-TriggerRecord area(int32_t type, int left, int top, int right, int bottom, int32_t target = 0) {
-    TriggerRecord trigger;
-    trigger.type = type;
-    trigger.targetId = target;
-    trigger.corners[0] = {left, top};
-    trigger.corners[1] = {right, top};
-    trigger.corners[2] = {right, bottom};
-    trigger.corners[3] = {left, bottom};
-    return trigger;
-}
-
-// A long floor between two walls, the water poured in at its left end.
-LevelFile trough() {
-    LevelFile level;
-    level.waterStart = {0, 30};
-    level.cameraStart = {0, 0};
-    level.polygons = {box(-200, 60, 700, 120), box(-240, -300, -200, 120), box(700, -300, 740, 120)};
-    return level;
-}
+// Force 8 pushes and pulls the water over the whole floor.
+const std::string forceOnTheFloor =
+    "force id 8 direction 1 0 strength 1\n"
+    "trigger type 200 target 8 rect -200 -100 450 60\ntrigger type 202 target 8 rect -200 -100 450 60\n";
 
 class LevelPlayTest : public ::testing::Test {
 protected:
@@ -83,37 +68,19 @@ protected:
 // brings the water back.
 struct AbsurdCase {
     const char* name;
-    void (*change)(LevelFile& level);
+    std::string records;                   // added to the trough
+    float forceStrength, forceDirectionX;  // of force 8, where there is one
     const char* consoleLine;
 };
-
-void moverFromFarAway(LevelFile& level) {
-    // A raft that comes home under the water from 30 million units away in one step.
-    level.polygons.push_back(box(-150, 50, 50, 60, 5));
-    MoverRecord mover;
-    mover.id = 5;
-    mover.speed = 2.25e9f;
-    mover.start = {0, 0};
-    mover.end = {30000000, 0};
-    level.movers = {mover};
-    level.triggers = {area(408, -200, -100, 100, 50, 5)};
-}
-
-void forceOf(LevelFile& level, float strength, float directionX) {
-    ForceRecord force;
-    force.id = 8;
-    force.directionX = directionX;
-    force.strength = strength;
-    level.forces = {force};
-    level.triggers = {area(200, -200, -100, 450, 60, 8), area(202, -200, -100, 450, 60, 8)};
-}
 
 class AbsurdInputTest : public LevelPlayTest, public ::testing::WithParamInterface<AbsurdCase> {};
 
 TEST_P(AbsurdInputTest, TheGameGoesOnAndTheLevelCanBeRestarted) {
-    LevelFile level = trough();
-    GetParam().change(level);
-    level.triggers.push_back(area(801, 500, -100, 700, 60));
+    LevelFile level = levelFromText(trough + GetParam().records);
+    for (ForceRecord& force : level.forces) {
+        force.strength = GetParam().forceStrength;
+        force.directionX = GetParam().forceDirectionX;
+    }
     play(level);
     steps(20);
     if (*GetParam().consoleLine) GLConsole::enterLine(GetParam().consoleLine);
@@ -127,16 +94,21 @@ TEST_P(AbsurdInputTest, TheGameGoesOnAndTheLevelCanBeRestarted) {
     EXPECT_TRUE(isFinite(Camera::getPosition()));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    EachCase, AbsurdInputTest,
-    ::testing::Values(AbsurdCase{"MoverFromFarAway", moverFromFarAway, ""},
-                      AbsurdCase{"InfiniteForce", [](LevelFile& l) { forceOf(l, 1e38f, 1.0f); }, ""},
-                      AbsurdCase{"UndefinedForce", [](LevelFile& l) { forceOf(l, std::nanf(""), 1.0f); }, ""},
-                      AbsurdCase{"UndefinedDirection", [](LevelFile& l) { forceOf(l, 40.0f, std::nanf("")); },
-                                 ""},
-                      AbsurdCase{"IceFallingAtAbsurdSpeed",
-                                 [](LevelFile& l) { l.triggers = {area(0, -200, -100, 700, 60)}; },
-                                 "Gravity 100000000000000000"}),
-    [](const ::testing::TestParamInfo<AbsurdCase>& test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(EachCase, AbsurdInputTest,
+                         ::testing::Values(
+                             // A raft that comes home under the water from 30 million units away in one step.
+                             AbsurdCase{"MoverFromFarAway",
+                                        "polygon id 5\n-150 50\n50 50\n50 60\n-150 60\nend\n"
+                                        "mover id 5 speed 2250000000 from 0 0 to 30000000 0\ntrigger type "
+                                        "408 target 5 rect -200 -100 100 50\n",
+                                        0, 0, ""},
+                             AbsurdCase{"InfiniteForce", forceOnTheFloor, 1e38f, 1, ""},
+                             AbsurdCase{"UndefinedForce", forceOnTheFloor, std::nanf(""), 1, ""},
+                             AbsurdCase{"UndefinedDirection", forceOnTheFloor, 40, std::nanf(""), ""},
+                             AbsurdCase{"IceFallingAtAbsurdSpeed", "trigger type 0 rect -200 -100 700 60\n",
+                                        0, 0, "Gravity 100000000000000000"}),
+                         [](const ::testing::TestParamInfo<AbsurdCase>& test) {
+                             return std::string(test.param.name);
+                         });
 
 }  // namespace

@@ -138,7 +138,6 @@ TEST_F(IceBodies, IceSlidesAlongAWallWithoutFriction) {
     body.velocity = Vector2D(20, 30);
     ParticleGroupMover::moveGroup(body, 0.05f);
     EXPECT_EQ(body.touching, 1);
-    EXPECT_NEAR(body.velocity.x, 20.0f, 1e-4);
-    EXPECT_NEAR(body.velocity.y, 0.0f, 1e-4);
+    EXPECT_LT(distance(body.velocity, Vector2D(20, 0)), 1e-4f);
     EXPECT_NEAR(body.position.y, 8.0f, 1e-4);
 }
