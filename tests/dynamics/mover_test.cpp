@@ -152,33 +152,25 @@ TEST_F(MoverTest, APushOfFiveAndAHalfUnitsCarriesTheWaterInFourStrides) {
 
 // A block of 20 at the origin pushed right by the stride each step, and one particle in its way.
 TEST_F(MoverTest, WaterAheadIsCarriedKilledInsideAndNeverJumped) {
-    const struct {
-        const char* what;
-        float stride;
-        bool collideable;
-        Vector2D particle;
-        int steps;
-        float fromX, toX;
-        bool dying;
-    } cases[] = {
+    const std::tuple<const char*, float, bool, Vector2D, int, float, float, bool> cases[] = {
         {"a stride under the push limit carries it alive", 1.5f, true, {21, 10}, 10, 35, 1e9f, false},
         {"a fast polygon can't jump over it but kills it", 300, true, {100, 10}, 1, 300, 1e9f, true},
         {"carried inside the polygon it dies", 3, true, {1, 10}, 1, -1e9f, 1e9f, true},
-        {"a polygon that isn't collideable pushes nothing", 5, false, {22, 10}, 1, 22, 22, false},
-    };
-    for (const auto& c : cases) {
+        {"a polygon that isn't collideable pushes nothing", 5, false, {22, 10}, 1, 22, 22, false}};
+    for (const auto& [what, stride, collideable, start, steps, fromX, toX, dying] : cases) {
         Level::clear();
         MoverManager::initialise();
         ParticleManager::getParticles().clear();
-        Polygon2D& block = addBlock(1, 0, 0, 20, c.collideable);
-        MoverManager::addMover(makeMover(1, Vector2D(), Vector2D(500, 0), c.stride / frame));
-        Particle& particle = addParticle(c.particle);
+        SCOPED_TRACE(what);
+        Polygon2D& block = addBlock(1, 0, 0, 20, collideable);
+        MoverManager::addMover(makeMover(1, Vector2D(), Vector2D(500, 0), stride / frame));
+        Particle& particle = addParticle(start);
         MoverManager::getMovers().front().state = Mover::toEnd;
-        for (int step = 0; step < c.steps; ++step) MoverManager::runMovers(frame);
-        EXPECT_GE(particle.position.x, c.fromX) << c.what;
-        EXPECT_LE(particle.position.x, c.toX) << c.what;
-        EXPECT_EQ(particle.dying != 0, c.dying) << c.what;
-        EXPECT_NEAR(block.offset.x, c.stride * static_cast<float>(c.steps), 1e-3f) << c.what;
+        for (int step = 0; step < steps; ++step) MoverManager::runMovers(frame);
+        EXPECT_GE(particle.position.x, fromX);
+        EXPECT_LE(particle.position.x, toX);
+        EXPECT_EQ(particle.dying != 0, dying);
+        EXPECT_NEAR(block.offset.x, stride * static_cast<float>(steps), 1e-3f);
     }
 }
 

@@ -15,11 +15,7 @@ ConfigFile parse(const ScratchFolder& folder, const std::string& text) {
 TEST(ConfigFile, FilterPassesKeepOnlyKeyValuePairs) {
     ScratchFolder folder;
     ConsoleCapture console;
-    struct Case {
-        const char* text;
-        std::map<std::string, std::string> expected;
-    };
-    const Case cases[] = {
+    const std::pair<const char*, std::map<std::string, std::string>> cases[] = {
         {"a b = c", {{"B", "c"}}},
         {"a = b = c", {{"A", "c"}}},
         {"= a", {}},
@@ -31,7 +27,7 @@ TEST(ConfigFile, FilterPassesKeepOnlyKeyValuePairs) {
         {"This line is a comment.\nspeed = 4.5 # trailing words\n", {{"SPEED", "4.5"}}},
         {"key = Mixed_Case_Value", {{"KEY", "Mixed_Case_Value"}}},
     };
-    for (const Case& c : cases) EXPECT_EQ(parse(folder, c.text).variables(), c.expected) << c.text;
+    for (const auto& [text, expected] : cases) EXPECT_EQ(parse(folder, text).variables(), expected) << text;
     EXPECT_EQ(console.text(), "");
 }
 

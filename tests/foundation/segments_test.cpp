@@ -3,10 +3,7 @@
 #include "foundation/foundation.h"
 
 TEST(EdgesCross, CrossingsMissesSharedEndsAndDegenerateSegments) {
-    const struct {
-        float ax, ay, bx, by, cx, cy, dx, dy;
-        bool crosses;
-    } cases[] = {
+    const std::tuple<float, float, float, float, float, float, float, float, bool> cases[] = {
         {0, 0, 10, 10, 0, 10, 10, 0, true},
         {0, 0, 10, 0, 5, -5, 5, 5, true},
         {0, 0, 10, 0, 5, 1, 5, 5, false},     // the second stops short of the first
@@ -23,10 +20,10 @@ TEST(EdgesCross, CrossingsMissesSharedEndsAndDegenerateSegments) {
         {3, 0, 3, 10, 0, 5, 6, 5, true},  // a vertical segment: the fraction is taken along y
         {3, 0, 3, 4, 0, 5, 6, 5, false},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(edgesCross({c.ax, c.ay}, {c.bx, c.by}, {c.cx, c.cy}, {c.dx, c.dy}), c.crosses)
-            << c.ax << "," << c.ay << " " << c.bx << "," << c.by << " / " << c.cx << "," << c.cy << " "
-            << c.dx << "," << c.dy;
+    for (const auto& [ax, ay, bx, by, cx, cy, dx, dy, crosses] : cases)
+        EXPECT_EQ(edgesCross({ax, ay}, {bx, by}, {cx, cy}, {dx, dy}), crosses)
+            << ax << "," << ay << " " << bx << "," << by << " / " << cx << "," << cy << " " << dx << ","
+            << dy;
 }
 
 TEST(LineIntersection, InfiniteLinesAndParallelLeavesResult) {

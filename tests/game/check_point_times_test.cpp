@@ -54,22 +54,21 @@ TEST_F(CheckPointTimes, AFirstPassShowsTheRunningTimeThroughBothFades) {
 }
 
 TEST_F(CheckPointTimes, ALaterPassShowsTheDifferenceInItsOwnColour) {
-    struct Case {
-        uint32_t previous, last;
-        const char* text;
-        bool faster;
-    };
-    for (const Case& c : {Case{1000, 1500, "+ 00:00:50", false}, Case{1500, 1000, "- 00:00:50", true},
-                          Case{7000, 7000, "+ 00:00:00", false}, Case{4000000000u, 10, "- 06:39:99", true},
-                          Case{10, 4000000000u, "+ 06:39:99", false}}) {
+    const std::tuple<uint32_t, uint32_t, const char*, bool> cases[] = {
+        {1000, 1500, "+ 00:00:50", false},
+        {1500, 1000, "- 00:00:50", true},
+        {7000, 7000, "+ 00:00:00", false},
+        {4000000000u, 10, "- 06:39:99", true},
+        {10, 4000000000u, "+ 06:39:99", false}};
+    for (const auto& [previous, last, text, faster] : cases) {
         initialise();
-        recordTime(first, c.previous);
-        recordTime(first, c.last);
+        recordTime(first, previous);
+        recordTime(first, last);
         EXPECT_EQ(state().state, splitFadingIn);
         const Display display = currentDisplay(0);
-        EXPECT_EQ(display.text, c.text) << c.previous << " then " << c.last;
-        EXPECT_EQ(display.colour.g, c.faster ? 1.0f : 0.0f);
-        EXPECT_EQ(display.colour.r, c.faster ? 0.0f : 1.0f);
+        EXPECT_EQ(display.text, text) << previous << " then " << last;
+        EXPECT_EQ(display.colour.g, faster ? 1.0f : 0.0f);
+        EXPECT_EQ(display.colour.r, faster ? 0.0f : 1.0f);
     }
 }
 

@@ -29,26 +29,21 @@ protected:
 // The water in the end is counted step by step; a level is won when one step's
 // count reaches the share of the water, and at least one particle.
 TEST_F(GameRulesTest, TheShareOfWaterInTheEndAtOneMomentWins) {
-    struct Case {
-        const char* settings;  // null: the file of the fixture
-        int water;
-        std::vector<int> counts;  // one a step
-        bool won;
-    };
-    const Case cases[] = {
+    // Settings (null: the file of the fixture), water, the counts one a step, won.
+    const std::tuple<const char*, int, std::vector<int>, bool> cases[] = {
         {nullptr, 40, {19}, false},       {nullptr, 40, {19, 1}, false},  // 19 and 1 in two steps are not 20
         {nullptr, 40, {19, 1, 20}, true}, {nullptr, 1, {0}, false},
         {nullptr, 1, {0, 1}, true},       {"", 100, {1}, true},  // without settings one particle wins
     };
-    for (const Case& c : cases) {
-        if (c.settings) folder.write("cfg/game.cfg", c.settings);
+    for (const auto& [settings, water, counts, won] : cases) {
+        if (settings) folder.write("cfg/game.cfg", settings);
         GameRules::initialise();
-        fillWater(c.water);
-        for (int count : c.counts) {
+        fillWater(water);
+        for (int count : counts) {
             GameRules::incrementEndOfLevelTriggerParticleCount(count);
             GameRules::update(0.0001f);
         }
-        EXPECT_EQ(GameRules::levelIsWon(), c.won) << c.water << " particles, " << c.counts.size() << " steps";
+        EXPECT_EQ(GameRules::levelIsWon(), won) << water << " particles, " << counts.size() << " steps";
     }
     // Without settings the finish takes no time.
     GameRules::update(0.01f);

@@ -91,15 +91,14 @@ TEST_F(GameTest, ALevelStartsWith128ParticlesAndShutdownLeavesTheRegistryAsTheGa
 }
 
 TEST_F(GameTest, TheViewShowsAtLeast800By600) {
-    struct Case {
-        int width, height;
-        float x, y;
-    };
-    for (const Case& c : {Case{800, 600, 800, 600}, Case{1920, 1080, 1066.6666f, 600},
-                          Case{600, 800, 800, 1066.6666f}, Case{500, 500, 800, 800}}) {
-        GLWindow::Headless::setClientSize(c.width, c.height);
-        EXPECT_FLOAT_EQ(Game::getViewAreaX(), c.x) << c.width << "x" << c.height;
-        EXPECT_FLOAT_EQ(Game::getViewAreaY(), c.y) << c.width << "x" << c.height;
+    const std::tuple<int, int, float, float> cases[] = {{800, 600, 800, 600},
+                                                        {1920, 1080, 1066.6666f, 600},
+                                                        {600, 800, 800, 1066.6666f},
+                                                        {500, 500, 800, 800}};
+    for (const auto& [width, height, x, y] : cases) {
+        GLWindow::Headless::setClientSize(width, height);
+        EXPECT_FLOAT_EQ(Game::getViewAreaX(), x) << width << "x" << height;
+        EXPECT_FLOAT_EQ(Game::getViewAreaY(), y) << width << "x" << height;
     }
     GLWindow::Headless::setClientSize(800, 600);
 }

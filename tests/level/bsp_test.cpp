@@ -114,16 +114,14 @@ TEST_F(BspTest, RaysHitTheNearestEdgeEndExactlyOnCornersAndFromAnEdgeReturnItCla
     ASSERT_NE(LevelBspTree::raycast(Vector2D(50, -50), fromOutside), nullptr);
     EXPECT_EQ(fromOutside, Vector2D(50, 0));
     // A ray aimed exactly at a corner ends exactly on it, whichever edge it names.
-    const struct {
-        Vector2D start, corner;
-    } cases[] = {
+    const std::pair<Vector2D, Vector2D> cases[] = {
         {{-50, -50}, {0, 0}}, {{150, -30}, {100, 0}}, {{130, 170}, {100, 100}}, {{-7, 103}, {0, 100}}};
-    for (const auto& c : cases) {
-        Vector2D aimed = c.corner + (c.corner - c.start);
-        const BspNode* named = LevelBspTree::raycast(c.start, aimed);
+    for (const auto& [start, corner] : cases) {
+        Vector2D aimed = corner + (corner - start);
+        const BspNode* named = LevelBspTree::raycast(start, aimed);
         ASSERT_NE(named, nullptr);
-        EXPECT_EQ(aimed, c.corner);
-        EXPECT_TRUE(named->start == c.corner || named->end == c.corner);
+        EXPECT_EQ(aimed, corner);
+        EXPECT_TRUE(named->start == corner || named->end == corner);
     }
 }
 

@@ -49,14 +49,8 @@ void expectSameState(const Polygon2D& a, const Polygon2D& b) {
 // Outlines with their point count, triangle count and winding after repeated
 // points, straight runs and crossings have been dealt with.
 TEST(Polygon2D, SimpleOutlinesGetTheirTrianglesAndWinding) {
-    struct Case {
-        const char* name;
-        std::vector<Vector2D> points;
-        std::size_t pointCount;
-        uint32_t triangles;
-        bool degenerate, clockwise;
-    };
-    const Case cases[] = {
+    // Name, outline, point count, triangles, degenerate, clockwise.
+    const std::tuple<const char*, std::vector<Vector2D>, std::size_t, uint32_t, bool, bool> cases[] = {
         {"two points", {{0, 0}, {10, 0}}, 2, 0, true, false},
         {"three in a line", {{0, 0}, {10, 0}, {20, 0}}, 3, 0, false, false},
         {"repeated points", {{0, 0}, {10, 0}, {10, 10}, {0, 0}, {10, 0}}, 3, 1, false, true},
@@ -65,23 +59,18 @@ TEST(Polygon2D, SimpleOutlinesGetTheirTrianglesAndWinding) {
         {"a point on a side", {{0, 0}, {5, 0}, {10, 0}, {10, 10}, {0, 10}}, 5, 2, false, true},
         // A straight run over the closing edge: the first edge takes over the last
         // one's place, leaving four edges and three triangles, not four.
-        {"a run over the closing edge",
-         {{5, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 0}, {2, 0}},
-         6,
-         3,
-         false,
-         true},
+        {"a run over the end", {{5, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 0}, {2, 0}}, 6, 3, false, true},
         {"bow tie", {{0, 0}, {10, 10}, {10, 0}, {0, 10}}, 4, 0, true, false},
     };
-    for (const Case& c : cases) {
-        const Polygon2D polygon = polygonOf(c.points);
-        EXPECT_EQ(polygon.pointCount(), c.pointCount) << c.name;
-        EXPECT_EQ(polygon.triangleCount, c.triangles) << c.name;
-        EXPECT_EQ(polygon.isDegenerate(), c.degenerate) << c.name;
-        if (c.degenerate) continue;
-        EXPECT_EQ(polygon.normalX.size(), 3u * c.triangles) << c.name;
-        if (c.triangles == 0) continue;
-        EXPECT_EQ(polygon.clockwise, c.clockwise) << c.name;
+    for (const auto& [name, points, pointCount, triangles, degenerate, clockwise] : cases) {
+        const Polygon2D polygon = polygonOf(points);
+        EXPECT_EQ(polygon.pointCount(), pointCount) << name;
+        EXPECT_EQ(polygon.triangleCount, triangles) << name;
+        EXPECT_EQ(polygon.isDegenerate(), degenerate) << name;
+        if (degenerate) continue;
+        EXPECT_EQ(polygon.normalX.size(), 3u * triangles) << name;
+        if (triangles == 0) continue;
+        EXPECT_EQ(polygon.clockwise, clockwise) << name;
     }
 }
 

@@ -64,16 +64,13 @@ void expectSameClusters(std::vector<Particle>& particles, float radius) {
 }
 
 TEST(AttractionClusters, MatchThePlainPassOverScatteredWater) {
-    struct Case {
-        int count;
-        float size;
-    };
+    const std::pair<int, float> cases[] = {{1, 10},     {2, 100},    {50, 60},     {300, 400},
+                                           {300, 2000}, {1000, 800}, {1000, 3000}, {2000, 150}};
     uint32_t seed = 1;
-    for (const Case& c : {Case{1, 10}, Case{2, 100}, Case{50, 60}, Case{300, 400}, Case{300, 2000},
-                          Case{1000, 800}, Case{1000, 3000}, Case{2000, 150}})
+    for (const auto& [count, size] : cases)
         for (int repeat = 0; repeat < 3; ++repeat) {
-            std::vector<Particle> particles = scatter(c.count, c.size, seed++);
-            SCOPED_TRACE(testing::Message() << c.count << " in " << c.size);
+            std::vector<Particle> particles = scatter(count, size, seed++);
+            SCOPED_TRACE(testing::Message() << count << " in " << size);
             expectSameClusters(particles, 40.0f);
         }
 }

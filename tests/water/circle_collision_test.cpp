@@ -50,19 +50,16 @@ TEST_F(CircleCollisionTest, FromInsideTheSolidItIsCarriedToTheFreeSide) {
 // Far from the level, without a level, or at no number: no contact, the centre
 // left, a zero normal and full friction.
 TEST_F(CircleCollisionTest, NoContactLeavesZeroNormalAndFullFriction) {
-    struct Case {
-        Vector2D centre;
-        bool level;
-    };
-    for (const Case& c : {Case{{-50, -50}, true}, Case{{50, -1}, false}, Case{{NAN, 0}, true},
-                          Case{{INFINITY, -INFINITY}, true}}) {
-        if (!c.level) {
+    const std::pair<Vector2D, bool> cases[] = {
+        {{-50, -50}, true}, {{50, -1}, false}, {{NAN, 0}, true}, {{INFINITY, -INFINITY}, true}};
+    for (const auto& [start, level] : cases) {
+        if (!level) {
             Level::clear();
         }
-        Vector2D centre = c.centre;
-        EXPECT_FALSE(CircleCollision::collisionTest(&centre, 2.0f)) << c.centre.x << "," << c.centre.y;
-        if (std::isfinite(c.centre.x)) {
-            EXPECT_EQ(centre, c.centre);
+        Vector2D centre = start;
+        EXPECT_FALSE(CircleCollision::collisionTest(&centre, 2.0f)) << start.x << "," << start.y;
+        if (std::isfinite(start.x)) {
+            EXPECT_EQ(centre, start);
         }
         EXPECT_EQ(CircleCollision::getCollisionNormal(), Vector2D());
         EXPECT_EQ(CircleCollision::getCollisionFriction(), 1.0f);

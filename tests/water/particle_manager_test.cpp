@@ -81,18 +81,15 @@ TEST_F(ParticleManagerTest, NewParticlesGoToTheFrontAtRoomTemperature) {
 }
 
 TEST_F(ParticleManagerTest, WaterFallsDownTheViewWhateverItsTilt) {
-    struct Case {
-        float tilt;
-        Vector2D direction;
-    };
-    for (const Case& c : {Case{0, {0, 1}}, Case{90, {-1, 0}}, Case{-90, {1, 0}}, Case{180, {0, -1}}}) {
-        useSettings("gravity = 100", turningSettings(c.tilt));
-        tiltCamera(c.tilt);
-        ASSERT_FLOAT_EQ(Camera::getTilt(), c.tilt);
+    const std::pair<float, Vector2D> cases[] = {{0, {0, 1}}, {90, {-1, 0}}, {-90, {1, 0}}, {180, {0, -1}}};
+    for (const auto& [tilt, direction] : cases) {
+        useSettings("gravity = 100", turningSettings(tilt));
+        tiltCamera(tilt);
+        ASSERT_FLOAT_EQ(Camera::getTilt(), tilt);
         Particle& particle = addParticle(Vector2D());
         ParticleManager::runSimulation(0.02f);
-        EXPECT_NEAR(distance(particle.velocity, 2.0f * c.direction), 0.0f, 1e-5f) << c.tilt;
-        EXPECT_NEAR(distance(particle.position, 0.04f * c.direction), 0.0f, 1e-5f) << c.tilt;
+        EXPECT_NEAR(distance(particle.velocity, 2.0f * direction), 0.0f, 1e-5f) << tilt;
+        EXPECT_NEAR(distance(particle.position, 0.04f * direction), 0.0f, 1e-5f) << tilt;
         EXPECT_EQ(particle.previousVelocity, Vector2D());
     }
 }
@@ -140,28 +137,22 @@ TEST_F(ParticleManagerTest, HeatDriftsToRoomTemperatureAlikeAtAnyFrameRateAndThe
 // Water more than 130 units beyond the edge of the view is erased, and only that;
 // the view is 800 by 600 about the origin, turned with the camera and widened by its zoom.
 TEST_F(ParticleManagerTest, WaterFarOutsideTheViewIsErased) {
-    struct Case {
-        float tilt;
-        bool zoomed;
-        Vector2D position;
-        bool kept;
-    };
-    for (const Case& c :
-         {Case{0, false, {529, 0}, true}, Case{0, false, {0, -429}, true}, Case{0, false, {530, 0}, true},
-          Case{0, false, {-530, 0}, true}, Case{0, false, {0, 430}, true}, Case{0, false, {531, 0}, false},
-          Case{0, false, {0, 431}, false}, Case{90, false, {0, 525}, true}, Case{90, false, {425, 0}, true},
-          Case{90, false, {0, 535}, false}, Case{90, false, {435, 0}, false},
-          Case{0, true, {1000 + 129, 0}, true}, Case{0, true, {1000 + 131, 0}, false}}) {
-        useSettings("", turningSettings(c.tilt) + "zoomSpeed = 100\nzoomWait = 5\n");
-        if (c.tilt != 0.0f) tiltCamera(c.tilt);
-        if (c.zoomed) Camera::zoomOut(), Camera::doZooming(1.0f);
-        Particle& particle = addParticle(c.position);
+    const std::tuple<float, bool, Vector2D, bool> cases[] = {
+        {0, false, {529, 0}, true},       {0, false, {0, -429}, true},  {0, false, {530, 0}, true},
+        {0, false, {-530, 0}, true},      {0, false, {0, 430}, true},   {0, false, {531, 0}, false},
+        {0, false, {0, 431}, false},      {90, false, {0, 525}, true},  {90, false, {425, 0}, true},
+        {90, false, {0, 535}, false},     {90, false, {435, 0}, false}, {0, true, {1000 + 129, 0}, true},
+        {0, true, {1000 + 131, 0}, false}};
+    for (const auto& [tilt, zoomed, position, kept] : cases) {
+        useSettings("", turningSettings(tilt) + "zoomSpeed = 100\nzoomWait = 5\n");
+        if (tilt != 0.0f) tiltCamera(tilt);
+        if (zoomed) Camera::zoomOut(), Camera::doZooming(1.0f);
+        Particle& particle = addParticle(position);
         ParticleMover::addGridParticle(particle);
         const uint32_t cellX = particle.cellX, cellY = particle.cellY;
         ParticleManager::runSimulation(0.02f);
-        EXPECT_EQ(particleCount(), c.kept ? 1u : 0u)
-            << c.position.x << "," << c.position.y << " tilt " << c.tilt;
-        if (!c.kept) {
+        EXPECT_EQ(particleCount(), kept ? 1u : 0u) << position.x << "," << position.y << " tilt " << tilt;
+        if (!kept) {
             EXPECT_EQ(ParticleMover::gridCell(cellX, cellY), nullptr);
         }
     }

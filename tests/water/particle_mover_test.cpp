@@ -7,25 +7,20 @@ using ParticleMoverTest = WaterWorld;
 
 TEST_F(ParticleMoverTest, GridReachesFrom512BelowTheViewCentreTo1535Above) {
     Camera::setPosition(Vector2D(100, -50));
-    struct Case {
-        Vector2D position;
-        bool inGrid;
-        uint32_t cellX, cellY;
-    };
-    const Case cases[] = {
+    const std::tuple<Vector2D, bool, uint32_t, uint32_t> cases[] = {
         {{100, -50}, true, 256, 256},     {{-411, -561}, true, 0, 0},     // truncation towards zero
         {{-413.5f, -50}, true, 0, 256},   {{-414.5f, -50}, false, 0, 0},  // -2.5 truncates to -2: outside
         {{1635, 1485}, true, 1023, 1023}, {{1637, -50}, false, 0, 0},    {{100, 1487}, false, 0, 0},
     };
-    for (const Case& c : cases) {
+    for (const auto& [position, inGrid, cellX, cellY] : cases) {
         Particle particle;
-        particle.position = c.position;
+        particle.position = position;
         ParticleMover::addGridParticle(particle);
-        EXPECT_EQ(particle.inGrid, c.inGrid ? 1 : 0) << c.position.x << "," << c.position.y;
-        if (c.inGrid) {
-            EXPECT_EQ(particle.cellX, c.cellX);
-            EXPECT_EQ(particle.cellY, c.cellY);
-            EXPECT_EQ(ParticleMover::gridCell(c.cellX, c.cellY), &particle);
+        EXPECT_EQ(particle.inGrid, inGrid ? 1 : 0) << position.x << "," << position.y;
+        if (inGrid) {
+            EXPECT_EQ(particle.cellX, cellX);
+            EXPECT_EQ(particle.cellY, cellY);
+            EXPECT_EQ(ParticleMover::gridCell(cellX, cellY), &particle);
         }
         ParticleMover::removeGridParticle(particle);
         EXPECT_EQ(particle.inGrid, 0);
@@ -105,18 +100,16 @@ TEST_F(ParticleMoverTest, ARestingParticleIsNotPushedButAMovingNeighbourIs) {
 }
 
 TEST_F(ParticleMoverTest, RepulsionIsCappedAndScaledByTheStep) {
-    struct Case {
-        float gap, dt, push;
-    };
     // Overlap 3.5 is capped at 1.7; at 100 steps a second the push is halved first.
-    for (const Case& c : {Case{0.5f, 0.02f, 1.7f}, Case{2.0f, 0.01f, 1.0f}, Case{0.5f, 0.05f, 1.7f},
-                          Case{3.0f, 0.04f, 1.0f}}) {
+    const std::tuple<float, float, float> cases[] = {
+        {0.5f, 0.02f, 1.7f}, {2.0f, 0.01f, 1.0f}, {0.5f, 0.05f, 1.7f}, {3.0f, 0.04f, 1.0f}};
+    for (const auto& [gap, dt, push] : cases) {
         useSettings("");
         Particle& still = addParticle(Vector2D(0, 0));
-        Particle& moving = addParticle(Vector2D(c.gap, 0), Vector2D(0.0001f, 0));
+        Particle& moving = addParticle(Vector2D(gap, 0), Vector2D(0.0001f, 0));
         for (Particle* particle : {&still, &moving}) ParticleMover::addGridParticle(*particle);
-        ParticleMover::moveParticle(moving, c.dt);
-        EXPECT_NEAR(moving.position.x, c.gap + c.push, 1e-3f) << c.gap << " " << c.dt;
+        ParticleMover::moveParticle(moving, dt);
+        EXPECT_NEAR(moving.position.x, gap + push, 1e-3f) << gap << " " << dt;
     }
 }
 
@@ -134,25 +127,21 @@ TEST_F(ParticleMoverTest, CoincidingParticlesMixButDoNotPush) {
 }
 
 TEST_F(ParticleMoverTest, SevenCellsAreSearchedNotTheOnesStraightAboveAndBelow) {
-    struct Case {
-        Vector2D neighbour;
-        bool seen;
-    };
     // The particle sits in cell (256, 256), which spans 0 to 2 in both axes.
-    const Case cases[] = {{{1.0f, 2.5f}, false},  {{1.0f, -0.5f}, false}, {{1.5f, 0.2f}, true},
-                          {{2.5f, 1.0f}, true},   {{-1.5f, 2.5f}, true},  {{2.5f, -0.5f}, true},
-                          {{-0.5f, -0.5f}, true}, {{1.0f, 3.9f}, false}};
-    for (const Case& c : cases) {
+    const std::pair<Vector2D, bool> cases[] = {
+        {{1.0f, 2.5f}, false}, {{1.0f, -0.5f}, false}, {{1.5f, 0.2f}, true},   {{2.5f, 1.0f}, true},
+        {{-1.5f, 2.5f}, true}, {{2.5f, -0.5f}, true},  {{-0.5f, -0.5f}, true}, {{1.0f, 3.9f}, false}};
+    for (const auto& [at, seen] : cases) {
         useSettings("");
         Particle& particle = addParticle(Vector2D(1.0f, 1.0f), Vector2D(), 0.0f);
-        Particle& neighbour = addParticle(c.neighbour, Vector2D(), 100.0f);
+        Particle& neighbour = addParticle(at, Vector2D(), 100.0f);
         ParticleMover::addGridParticle(particle);
         ParticleMover::addGridParticle(neighbour);
         Vector2D direction;
         float strength = 0.0f;
         ParticleMover::doParticleRepulsions(particle, direction, strength);
-        EXPECT_EQ(particle.temperature == 50.0f, c.seen) << c.neighbour.x << "," << c.neighbour.y;
-        EXPECT_EQ(strength > 0.0f, c.seen);
+        EXPECT_EQ(particle.temperature == 50.0f, seen) << at.x << "," << at.y;
+        EXPECT_EQ(strength > 0.0f, seen);
     }
 }
 
