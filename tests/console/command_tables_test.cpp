@@ -14,42 +14,31 @@ std::set<std::string> registeredNames() {
     return names;
 }
 
-struct Subsystem {
-    const char* name;
-    void (*initialise)();
-    void (*shutdown)();
-};
+// Every subsystem with a table of commands, by name.
+const std::tuple<const char*, void (*)(), void (*)()> subsystems[] = {
+    {"ParticleManager", ParticleManager::initialise, ParticleManager::shutdown},
+    {"ParticleRenderer", ParticleRenderer::initialise, ParticleRenderer::shutdown},
+    {"TriggerManager", TriggerManager::initialise, TriggerManager::shutdown},
+    {"MoverManager", MoverManager::initialise, MoverManager::shutdown},
+    {"ForceManager", ForceManager::initialise, ForceManager::shutdown},
+    {"FxParticleManager", FxParticleManager::initalise, FxParticleManager::shutdown},
+    {"LevelObjectsManager", LevelObjectsManager::initialise, LevelObjectsManager::shutdown},
+    {"LevelGeometryRenderer", LevelGeometryRenderer::initialise, LevelGeometryRenderer::shutdown},
+    {"LevelBspTree", LevelBspTree::create, LevelBspTree::clear}};
 
-void PrintTo(const Subsystem& subsystem, std::ostream* out) {
-    *out << subsystem.name;
+using CommandTablesTest = ConsoleTest;
+
+TEST_F(CommandTablesTest, ShutdownLeavesTheRegistryAsInitialiseFoundIt) {
+    for (const auto& [name, start, stop] : subsystems) {
+        SCOPED_TRACE(name);
+        const std::set<std::string> before = registeredNames();
+        start();
+        EXPECT_GT(registeredNames().size(), before.size());
+        stop();
+        EXPECT_EQ(registeredNames(), before);
+        stop();  // safe to call twice
+        EXPECT_EQ(registeredNames(), before);
+    }
 }
-
-class CommandTablesTest : public ConsoleTest, public ::testing::WithParamInterface<Subsystem> {};
-
-TEST_P(CommandTablesTest, ShutdownLeavesTheRegistryAsInitialiseFoundIt) {
-    const Subsystem& subsystem = GetParam();
-    const std::set<std::string> before = registeredNames();
-    subsystem.initialise();
-    EXPECT_GT(registeredNames().size(), before.size());
-    subsystem.shutdown();
-    EXPECT_EQ(registeredNames(), before);
-    subsystem.shutdown();  // safe to call twice
-    EXPECT_EQ(registeredNames(), before);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    EverySubsystem, CommandTablesTest,
-    ::testing::Values(
-        Subsystem{"ParticleManager", ParticleManager::initialise, ParticleManager::shutdown},
-        Subsystem{"ParticleRenderer", ParticleRenderer::initialise, ParticleRenderer::shutdown},
-        Subsystem{"TriggerManager", TriggerManager::initialise, TriggerManager::shutdown},
-        Subsystem{"MoverManager", MoverManager::initialise, MoverManager::shutdown},
-        Subsystem{"ForceManager", ForceManager::initialise, ForceManager::shutdown},
-        Subsystem{"FxParticleManager", FxParticleManager::initalise, FxParticleManager::shutdown},
-        Subsystem{"LevelObjectsManager", LevelObjectsManager::initialise, LevelObjectsManager::shutdown},
-        Subsystem{"LevelGeometryRenderer", LevelGeometryRenderer::initialise,
-                  LevelGeometryRenderer::shutdown},
-        Subsystem{"LevelBspTree", LevelBspTree::create, LevelBspTree::clear}),
-    [](const ::testing::TestParamInfo<Subsystem>& test) { return std::string(test.param.name); });
 
 }  // namespace

@@ -54,57 +54,43 @@ Snapshot snapshot(const FxParticleEmitter& e) {
 
 const Snapshot untouched{1.0f, 16, 1.0f, 1.0f, 7.0f, 7.0f, 0.5f, 0.0f, 0};
 
-struct SettingsCase {
-    const char* name;
-    const char* file;  // null: no file at all
-    Snapshot expected;
-};
-
-class SettingsReader : public FxTest, public ::testing::WithParamInterface<SettingsCase> {};
-
-TEST_P(SettingsReader, ClampsAndKeepsWhatTheFileLeavesOut) {
-    const SettingsCase& c = GetParam();
-    if (c.file) folder.write("fx/test.cfg", c.file);
-    FxParticleEmitter emitter = emitterAt(Vector2D());
-    emitter.gravity1 = emitter.gravity2 = 7.0f;
-    emitter.color1.r = 0.5f;
-    console.take();
-    emitter.loadEmitterSettings("fx\\test.cfg");
-    EXPECT_EQ(snapshot(emitter), c.expected);
-    EXPECT_EQ(console.text().find("Could not open config file") != std::string::npos, c.file == nullptr);
+TEST_F(FxTest, TheSettingsReaderClampsAndKeepsWhatTheFileLeavesOut) {
+    // What each file shows, the file (null: none at all) and the emitter read from it.
+    const std::tuple<const char*, const char*, Snapshot> cases[] = {
+        {"no file drops only the textures", nullptr, untouched},
+        {"a burst of -1 is the largest", "burstSize = -1", {1, 4096, 1, 1, 7, 7, 0.5f, 0, 0}},
+        {"a burst above the limit is the largest", "burstSize = 10000", {1, 4096, 1, 1, 7, 7, 0.5f, 0, 0}},
+        {"a burst at the limit stays", "burstSize = 4096", {1, 4096, 1, 1, 7, 7, 0.5f, 0, 0}},
+        {"a burst as text reads as none", "burstSize = lots", {1, 0, 1, 1, 7, 7, 0.5f, 0, 0}},
+        {"frequency 0 is the shortest", "frequency = 0", {0.001f, 16, 1, 1, 7, 7, 0.5f, 0, 0}},
+        {"lives of 0", "liveTime_1 = 0 liveTime_2 = -5", {1, 16, 0.0001f, 0.0001f, 7, 7, 0.5f, 0, 0}},
+        {"a life alone changes nothing", "liveTime_1 = 4", untouched},
+        {"a gravity alone changes nothing", "gravity_1 = 3", untouched},
+        {"gravity as text reads as 0", "gravity_1 = 3 gravity_2 = down", {1, 16, 1, 1, 3, 0, 0.5f, 0, 0}},
+        {"colours with a key missing change nothing",
+         "color_1_r = 0.1 color_1_g = 0 color_1_b = 0 color_1_a = 1 "
+         "color_2_r = 0 color_2_g = 0 color_2_b = 0",
+         untouched},
+        {"colours with all eight keys",
+         "color_1_r = 0.1 color_1_g = 0 color_1_b = 0 color_1_a = 1 "
+         "color_2_r = 0 color_2_g = 0 color_2_b = 0 color_2_a = 1",
+         {1, 16, 1, 1, 7, 7, 0.1f, 0, 0}},
+        {"spread in degrees", "spread = 360", {1, 16, 1, 1, 7, 7, 0.5f, 360, 0}},
+        {"textures by number with gaps",
+         "texture1 = gfx\\a.tga texture3 = gfx\\b.tga texture9 = c",
+         {1, 16, 1, 1, 7, 7, 0.5f, 0, 2}}};
+    for (const auto& [name, file, expected] : cases) {
+        SCOPED_TRACE(name);
+        if (file) folder.write("fx/test.cfg", file);
+        FxParticleEmitter emitter = emitterAt(Vector2D());
+        emitter.gravity1 = emitter.gravity2 = 7.0f;
+        emitter.color1.r = 0.5f;
+        console.take();
+        emitter.loadEmitterSettings("fx\\test.cfg");
+        EXPECT_EQ(snapshot(emitter), expected);
+        EXPECT_EQ(console.take().find("Could not open config file") != std::string::npos, file == nullptr);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Files, SettingsReader,
-    ::testing::Values(
-        SettingsCase{"MissingFileDropsOnlyTheTextures", nullptr, untouched},
-        SettingsCase{"BurstOfMinusOneIsTheLargest", "burstSize = -1", {1, 4096, 1, 1, 7, 7, 0.5f, 0, 0}},
-        SettingsCase{
-            "BurstAboveTheLimitIsTheLargest", "burstSize = 10000", {1, 4096, 1, 1, 7, 7, 0.5f, 0, 0}},
-        SettingsCase{"BurstAtTheLimitStays", "burstSize = 4096", {1, 4096, 1, 1, 7, 7, 0.5f, 0, 0}},
-        SettingsCase{"BurstAsTextReadsAsNone", "burstSize = lots", {1, 0, 1, 1, 7, 7, 0.5f, 0, 0}},
-        SettingsCase{"FrequencyOfZeroIsTheShortest", "frequency = 0", {0.001f, 16, 1, 1, 7, 7, 0.5f, 0, 0}},
-        SettingsCase{"LivesOfZeroAreTheShortest",
-                     "liveTime_1 = 0 liveTime_2 = -5",
-                     {1, 16, 0.0001f, 0.0001f, 7, 7, 0.5f, 0, 0}},
-        SettingsCase{"LifeWithoutItsPartnerChangesNothing", "liveTime_1 = 4", untouched},
-        SettingsCase{"GravityWithoutItsPartnerChangesNothing", "gravity_1 = 3", untouched},
-        SettingsCase{"GravityPairWithTextReadsAsZero",
-                     "gravity_1 = 3 gravity_2 = down",
-                     {1, 16, 1, 1, 3, 0, 0.5f, 0, 0}},
-        SettingsCase{"ColourWithAKeyMissingChangesNothing",
-                     "color_1_r = 0.1 color_1_g = 0 color_1_b = 0 color_1_a = 1 "
-                     "color_2_r = 0 color_2_g = 0 color_2_b = 0",
-                     untouched},
-        SettingsCase{"ColourWithAllEightKeys",
-                     "color_1_r = 0.1 color_1_g = 0 color_1_b = 0 color_1_a = 1 "
-                     "color_2_r = 0 color_2_g = 0 color_2_b = 0 color_2_a = 1",
-                     {1, 16, 1, 1, 7, 7, 0.1f, 0, 0}},
-        SettingsCase{"SpreadInDegrees", "spread = 360", {1, 16, 1, 1, 7, 7, 0.5f, 360, 0}},
-        SettingsCase{"TexturesByNumberWithGaps",
-                     "texture1 = gfx\\a.tga texture3 = gfx\\b.tga texture9 = c",
-                     {1, 16, 1, 1, 7, 7, 0.5f, 0, 2}}),
-    [](const ::testing::TestParamInfo<SettingsCase>& test) { return std::string(test.param.name); });
 
 // A whole settings file, cut short at every byte and then damaged at random:
 // whatever is read, the clamps hold and the emitter's particles live and die.
