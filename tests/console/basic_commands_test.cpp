@@ -30,20 +30,14 @@ protected:
 }  // namespace
 
 // Lines whose whole answer is known without a window or a game.
-struct Answer {
-    std::string typed;
-    std::string printed;
-};
-
-void PrintTo(const Answer& answer, std::ostream* out) {
-    *out << "'" << answer.typed << "'";
-}
+// A typed line and all it prints after its echo.
+using Answer = std::pair<std::string, std::string>;
 
 class WindowlessAnswers : public BasicCommandsTest, public ::testing::WithParamInterface<Answer> {};
 
 TEST_P(WindowlessAnswers, AreExact) {
     ManualClock clock;
-    EXPECT_EQ(run(GetParam().typed), GetParam().printed);
+    EXPECT_EQ(run(GetParam().first), GetParam().second);
 }
 
 const std::string commandsHead = title("Command list: Use Commands < term > to filter listings");

@@ -8,20 +8,13 @@ using CompletionTest = ConsoleTest;
 namespace {
 
 // A script played on an empty line and the completed line it leaves, the cursor at its end.
-struct Completion {
-    const char* script;
-    const char* input;
-};
-
-void PrintTo(const Completion& completion, std::ostream* out) {
-    *out << "'" << completion.script << "'";
-}
+using Completion = std::pair<const char*, const char*>;
 
 class Completions : public CompletionTest, public ::testing::WithParamInterface<Completion> {};
 
 TEST_P(Completions, LeaveTheLine) {
-    play(GetParam().script);
-    EXPECT_EQ(input(), GetParam().input);
+    play(GetParam().first);
+    EXPECT_EQ(input(), GetParam().second);
     EXPECT_EQ(cursor(), static_cast<int>(input().size()));
 }
 

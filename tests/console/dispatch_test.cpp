@@ -77,22 +77,14 @@ protected:
 };
 
 // A typed line, what it prints after its echo, and the one call it makes (none if null).
-struct Line {
-    const char* typed;
-    const char* printed;
-    const char* call;
-};
-
-void PrintTo(const Line& line, std::ostream* out) {
-    *out << "'" << line.typed << "'";
-}
+using Line = std::tuple<const char*, const char*, const char*>;
 
 class LineDispatch : public DispatchTest, public ::testing::WithParamInterface<Line> {};
 
 TEST_P(LineDispatch, PrintsItsAnswerAndCallsAtMostOnce) {
-    const Line& line = GetParam();
-    EXPECT_EQ(run(line.typed), line.printed);
-    EXPECT_EQ(calls, line.call ? std::vector<std::string>{line.call} : std::vector<std::string>{});
+    const auto& [typed, answer, call] = GetParam();
+    EXPECT_EQ(run(typed), answer);
+    EXPECT_EQ(calls, call ? std::vector<std::string>{call} : std::vector<std::string>{});
 }
 
 const char* const unknown = "\nUNKNOWN COMMAND. USE 'COMMANDS' FOR A LIST OF AVAILABLE COMMANDS.";

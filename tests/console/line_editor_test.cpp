@@ -9,25 +9,17 @@ using LineEditorTest = ConsoleTest;
 namespace {
 
 // Lines entered first, then a script played by play(), and the line and cursor it leaves.
-struct Edit {
-    std::vector<std::string> history;
-    std::string script;
-    std::string input;
-    int cursor;
-};
-
-void PrintTo(const Edit& edit, std::ostream* out) {
-    *out << "'" << edit.script << "'";
-}
+using Edit = std::tuple<std::vector<std::string>, std::string, std::string, int>;
 
 class LineEdits : public LineEditorTest, public ::testing::WithParamInterface<Edit> {};
 
 TEST_P(LineEdits, LeaveTheLineAndCursor) {
-    for (const std::string& line : GetParam().history) typeLine(line);
+    const auto& [history, script, line, at] = GetParam();
+    for (const std::string& entered : history) typeLine(entered);
     printed();
-    play(GetParam().script);
-    EXPECT_EQ(input(), GetParam().input);
-    EXPECT_EQ(cursor(), GetParam().cursor);
+    play(script);
+    EXPECT_EQ(input(), line);
+    EXPECT_EQ(cursor(), at);
     EXPECT_EQ(printed(), "");
 }
 

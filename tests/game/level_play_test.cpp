@@ -66,24 +66,22 @@ protected:
 // Absurd values in a level or on the console must neither freeze the game nor
 // strand it: within a second of play the view is still a place, and a restart
 // brings the water back.
-struct AbsurdCase {
-    const char* name;
-    std::string records;                   // added to the trough
-    float forceStrength, forceDirectionX;  // of force 8, where there is one
-    const char* consoleLine;
-};
+// A name, records added to the trough, the strength and x direction of force 8
+// where there is one, and a line typed on the console.
+using AbsurdCase = std::tuple<const char*, std::string, float, float, const char*>;
 
 class AbsurdInputTest : public LevelPlayTest, public ::testing::WithParamInterface<AbsurdCase> {};
 
 TEST_P(AbsurdInputTest, TheGameGoesOnAndTheLevelCanBeRestarted) {
-    LevelFile level = levelFromText(trough + GetParam().records);
+    const auto& [name, records, forceStrength, forceDirectionX, consoleLine] = GetParam();
+    LevelFile level = levelFromText(trough + records);
     for (ForceRecord& force : level.forces) {
-        force.strength = GetParam().forceStrength;
-        force.directionX = GetParam().forceDirectionX;
+        force.strength = forceStrength;
+        force.directionX = forceDirectionX;
     }
     play(level);
     steps(20);
-    if (*GetParam().consoleLine) GLConsole::enterLine(GetParam().consoleLine);
+    if (*consoleLine) GLConsole::enterLine(consoleLine);
     steps(75);
     EXPECT_TRUE(isFinite(Camera::getPosition()));
     GLConsole::enterLine("Gravity 1000");
@@ -108,7 +106,7 @@ INSTANTIATE_TEST_SUITE_P(EachCase, AbsurdInputTest,
                              AbsurdCase{"IceFallingAtAbsurdSpeed", "trigger type 0 rect -200 -100 700 60\n",
                                         0, 0, "Gravity 100000000000000000"}),
                          [](const ::testing::TestParamInfo<AbsurdCase>& test) {
-                             return std::string(test.param.name);
+                             return std::string(std::get<0>(test.param));
                          });
 
 }  // namespace
