@@ -169,7 +169,7 @@ TEST_F(GameTest, TheWaterWaitsUntilTheCameraHasArrived) {
     EXPECT_EQ(GameState::state().simulationSteps, steps + 1);
 }
 
-TEST_F(GameTest, SpeedReportsPrintWhenAskedFor) {
+TEST_F(GameTest, SpeedReportsPrintWhenAskedForAndTheFreeCameraMovesByArrowsAndZoomsByPages) {
     startPlay();
     GLConsole::enterLine("ShowGameSpeeds true");
     GLConsole::enterLine("ShowSimSpeeds true");
@@ -181,6 +181,13 @@ TEST_F(GameTest, SpeedReportsPrintWhenAskedFor) {
     EXPECT_NEAR(std::stof(console.text().substr(at + prefix.size())), 100.0f, 0.01f);
     for (int i = 0; i < 32; ++i) Game::runSimulation(0.01f);
     EXPECT_NE(console.text().find("\nSimulation - clock tics: "), std::string::npos);
+    GLConsole::enterLine("FreeCamera true");
+    ASSERT_TRUE(GameState::state().freeCamera);
+    frameWithKeys({39, 38});
+    EXPECT_LT(distance(GameState::state().freeCameraPosition, Vector2D(5, -5)), 1e-5f);
+    EXPECT_EQ(Camera::getTilt(), 0.0f);
+    frameWithKeys({33});
+    EXPECT_FLOAT_EQ(GameState::state().freeCameraZoom, 1.05f);
 }
 
 // Pause, console and focus.
@@ -228,18 +235,6 @@ TEST_F(GameTest, WithTheConsoleOpenKeysGoToItAndTheCameraDoesNotTurnButZoomsAndS
     GLConsole::enterLine("ShakeCamera");
     EXPECT_EQ(Camera::getState(), Camera::zoomingOut);
     EXPECT_TRUE(Camera::state().shaking);
-}
-
-TEST_F(GameTest, TheFreeCameraMovesByArrowsAndZoomsByPages) {
-    startPlay();
-    frames(16, 10);  // a frame time of 0.01 s
-    GLConsole::enterLine("FreeCamera true");
-    ASSERT_TRUE(GameState::state().freeCamera);
-    frameWithKeys({39, 38});
-    EXPECT_LT(distance(GameState::state().freeCameraPosition, Vector2D(5, -5)), 1e-5f);
-    EXPECT_EQ(Camera::getTilt(), 0.0f);
-    frameWithKeys({33});
-    EXPECT_FLOAT_EQ(GameState::state().freeCameraZoom, 1.05f);
 }
 
 // Requests at the end of the frame.
