@@ -20,12 +20,19 @@ std::string storeFrom(int start) {
 
 using OutputTest = ConsoleTest;
 
-TEST_F(OutputTest, TheClearCommandFillsTheStoreWithNewlines) {
+TEST_F(OutputTest, TheClearCommandFillsTheStoreWithNewlinesAndKeepsTheHistoryButNotTheLine) {
     GLConsole::print("\nsomething");
     run("clear");
     EXPECT_EQ(GLConsole::state().outputPosition, 0);
     EXPECT_EQ(std::string(GLConsole::state().outputBuffer, GLConsole::outputBufferSize),
               std::string(GLConsole::outputBufferSize, '\n'));
+    typeLine("version");
+    typeText("draft");
+    GLConsole::clear();
+    EXPECT_EQ(input(), "");
+    EXPECT_EQ(cursor(), 0);
+    GLConsole::keyPressed(ConsoleKeys::up);
+    EXPECT_EQ(input(), "version");
 }
 
 TEST_F(OutputTest, PrintedBytesEnterTheStoreAndThePositionWrapsAfterTheLastByte) {
@@ -45,16 +52,6 @@ TEST_F(OutputTest, PrintedBytesEnterTheStoreAndThePositionWrapsAfterTheLastByte)
     EXPECT_EQ(GLConsole::state().outputPosition, 0);
     GLConsole::print('y');
     EXPECT_EQ(store[0], 'y');
-}
-
-TEST_F(OutputTest, ClearKeepsInputHistoryButNotTheLine) {
-    typeLine("version");
-    typeText("draft");
-    GLConsole::clear();
-    EXPECT_EQ(input(), "");
-    EXPECT_EQ(cursor(), 0);
-    GLConsole::keyPressed(ConsoleKeys::up);
-    EXPECT_EQ(input(), "version");
 }
 
 namespace {

@@ -17,15 +17,13 @@ void expectClosed(const MemoryFile& file) {
 
 TEST(MemoryFile, NeverOpenedMissingAndEmptyFilesAreClosed) {
     ScratchFolder folder;
+    folder.write("empty.bin", "");
     MemoryFile file;
     expectClosed(file);
-    file.open("");
-    expectClosed(file);
-    file.open("missing.bin");
-    expectClosed(file);
-    folder.write("empty.bin", "");
-    file.open("empty.bin");
-    expectClosed(file);
+    for (const char* name : {"", "missing.bin", "empty.bin"}) {
+        file.open(name);
+        expectClosed(file);
+    }
 }
 
 TEST(MemoryFile, ReadsAreAllOrNothing) {

@@ -50,7 +50,7 @@ TEST_F(GameRulesTest, TheShareOfWaterInTheEndAtOneMomentWins) {
     EXPECT_TRUE(GameRules::gameIsFinished());
 }
 
-TEST_F(GameRulesTest, TheFinishRunsItsAnimationTimeAndStopsTheClock) {
+TEST_F(GameRulesTest, TheFinishStopsTheClockAndSoDoTheCameraGlideAndAPause) {
     fillWater(10);
     clock.advanceMilliseconds(1000);
     GameRules::update(0.5f);
@@ -64,10 +64,7 @@ TEST_F(GameRulesTest, TheFinishRunsItsAnimationTimeAndStopsTheClock) {
     GameRules::update(1.0f);
     EXPECT_TRUE(GameRules::gameIsFinished());
     EXPECT_EQ(GameRules::getLevelTime(), 1000u);
-}
-
-TEST_F(GameRulesTest, TheClockStandsWhileTheCameraGlidesAndWhenUnpaused) {
-    fillWater(10);
+    GameRules::initialise();
     clock.advanceMilliseconds(500);
     GameRules::update(0.01f);
     Camera::setState(Camera::movingToWaypoint);

@@ -93,7 +93,7 @@ TEST(Polygon2D, ConcavePolygonsAreCutOnlyInsideTheirOutline) {
     }
 }
 
-TEST(Polygon2D, NormalsAreUnitAndTurnedFromEachTriangleEdge) {
+TEST(Polygon2D, NormalsAreUnitAndTurnedFromEachTriangleEdgeAndFrictionIsClamped) {
     Polygon2D polygon = polygonOf({{0, 0}, {10, 0}, {0, 10}});
     ASSERT_EQ(polygon.triangleCount, 1u);
     // First edge runs from vertex 0 to 1: (10, 0) gives normal (0, 1).
@@ -102,17 +102,13 @@ TEST(Polygon2D, NormalsAreUnitAndTurnedFromEachTriangleEdge) {
     for (int i = 0; i < 3; ++i)
         EXPECT_NEAR(polygon.normalX[i] * polygon.normalX[i] + polygon.normalY[i] * polygon.normalY[i], 1.0f,
                     1e-6);
-}
-
-TEST(Polygon2D, FrictionIsClamped) {
-    Polygon2D polygon;
     for (const auto& [given, kept] : {std::pair{1.5f, 1.0f}, {-1.0f, 0.0f}, {0.25f, 0.25f}}) {
         polygon.setFrictionLevel(given);
         EXPECT_EQ(polygon.friction, kept) << given;
     }
 }
 
-TEST(Polygon2D, CopiesAreDeepAndACopyWithoutTrianglesHasNoNormals) {
+TEST(Polygon2D, CopiesAreDeepWithoutStaleNormalsAndExpandMovesEdgesOutward) {
     Polygon2D original = polygonOf({{0, 0}, {10, 0}, {10, 10}});
     Polygon2D grown = original;
     grown.addPoint(0, 10);
@@ -128,9 +124,6 @@ TEST(Polygon2D, CopiesAreDeepAndACopyWithoutTrianglesHasNoNormals) {
     Polygon2D assigned;
     assigned = crossed;
     EXPECT_TRUE(assigned.normalY.empty());
-}
-
-TEST(Polygon2D, ExpandMovesEdgesOutward) {
     for (bool reversed : {false, true}) {
         Polygon2D square = reversed ? polygonOf({{0, 0}, {0, 10}, {10, 10}, {10, 0}})
                                     : polygonOf({{0, 0}, {10, 0}, {10, 10}, {0, 10}});

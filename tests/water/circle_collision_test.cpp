@@ -21,7 +21,7 @@ protected:
 
 }  // namespace
 
-TEST_F(CircleCollisionTest, FootOnTheEdgeGivesAPointAndALineContact) {
+TEST_F(CircleCollisionTest, ContactsOnTheEdgeBeyondItsEndAndFromInsideTheSolid) {
     Vector2D centre(50, -1.5f);
     EXPECT_TRUE(CircleCollision::collisionTest(&centre, 2.0f));
     EXPECT_EQ(centre, Vector2D(50, -2));
@@ -30,21 +30,15 @@ TEST_F(CircleCollisionTest, FootOnTheEdgeGivesAPointAndALineContact) {
     EXPECT_EQ(CircleCollision::state().contactCount, 4u);
     EXPECT_EQ(CircleCollision::getCollisionNormal(), Vector2D(0, 1));
     EXPECT_EQ(CircleCollision::getCollisionFriction(), 1.0f);
-}
-
-TEST_F(CircleCollisionTest, BeyondAnEndOnlyThePointPushesRadially) {
-    Vector2D centre(101, -1);
-    EXPECT_TRUE(CircleCollision::collisionTest(&centre, 2.0f));
-    EXPECT_NEAR(distance(centre, Vector2D(100, 0)), 2.0f, 1e-5);
-    EXPECT_NEAR(centre.x - 100, -centre.y, 1e-5);  // straight out of the corner
+    Vector2D corner(101, -1);
+    EXPECT_TRUE(CircleCollision::collisionTest(&corner, 2.0f));
+    EXPECT_NEAR(distance(corner, Vector2D(100, 0)), 2.0f, 1e-5);
+    EXPECT_NEAR(corner.x - 100, -corner.y, 1e-5);  // straight out of the corner
     EXPECT_EQ(CircleCollision::state().contactCount, 1u);
     EXPECT_NEAR(CircleCollision::getCollisionNormal().x, -std::sqrt(0.5f), 1e-5);
-}
-
-TEST_F(CircleCollisionTest, FromInsideTheSolidItIsCarriedToTheFreeSide) {
-    Vector2D centre(50, 1);
-    EXPECT_TRUE(CircleCollision::collisionTest(&centre, 2.0f));
-    EXPECT_LT(distance(centre, Vector2D(50, -2)), 1e-5f);
+    Vector2D inside(50, 1);
+    EXPECT_TRUE(CircleCollision::collisionTest(&inside, 2.0f));
+    EXPECT_LT(distance(inside, Vector2D(50, -2)), 1e-5f);
 }
 
 // Far from the level, without a level, or at no number: no contact, the centre
