@@ -52,18 +52,13 @@ BspNode* randomEdge(float spacing, uint32_t cells, uint32_t lengths) {
     const float x = static_cast<float>(randomBits() % cells) * spacing,
                 y = static_cast<float>(randomBits() % cells) * spacing;
     const float l = static_cast<float>(1 + randomBits() % lengths) * spacing;
-    switch (randomBits() % 5) {
-        case 0:
-            return edge(x, y, x + l, y);
-        case 1:
-            return edge(x + l, y, x, y);
-        case 2:
-            return edge(x, y, x, y + l);
-        case 3:
-            return edge(x, y + l, x, y);
-        default:
-            return edge(x, y, x + l, y + l * 0.5f);
-    }
+    const Vector2D ends[5][2] = {{{x, y}, {x + l, y}},
+                                 {{x + l, y}, {x, y}},
+                                 {{x, y}, {x, y + l}},
+                                 {{x, y + l}, {x, y}},
+                                 {{x, y}, {x + l, y + l * 0.5f}}};
+    const Vector2D* chosen = ends[randomBits() % 5];
+    return edge(chosen[0].x, chosen[0].y, chosen[1].x, chosen[1].y);
 }
 
 }  // namespace
@@ -116,22 +111,11 @@ bool plainCut(NodeList& list, const BspNode& a, const BspNode& b) {
     if (!overlap) return false;
     bool in[4];
     for (int i = 0; i < 4; ++i) in[i] = p[i] > 0.01f && p[i] < l[i] - 0.01f;
-    if (in[0] && in[1]) {
-        plainPiece(list, b, a.start, b.end);
-        plainPiece(list, b, b.start, a.end);
-    } else if (in[0]) {
-        plainPiece(list, b, a.start, b.end);
-    } else if (in[1]) {
-        plainPiece(list, b, b.start, a.end);
-    }
-    if (in[2] && in[3]) {
-        plainPiece(list, a, b.start, a.end);
-        plainPiece(list, a, a.start, b.end);
-    } else if (in[2]) {
-        plainPiece(list, a, b.start, a.end);
-    } else if (in[3]) {
-        plainPiece(list, a, a.start, b.end);
-    }
+    // The parts of each edge that stick out past the other's ends live on.
+    if (in[0]) plainPiece(list, b, a.start, b.end);
+    if (in[1]) plainPiece(list, b, b.start, a.end);
+    if (in[2]) plainPiece(list, a, b.start, a.end);
+    if (in[3]) plainPiece(list, a, a.start, b.end);
     return true;
 }
 
