@@ -45,9 +45,9 @@ TEST_F(OutputTest, PrintedBytesEnterTheStoreAndThePositionWrapsAfterTheLastByte)
     GLConsole::print("ABCDE");
     EXPECT_EQ(GLConsole::state().outputPosition, 2);
     const char* store = GLConsole::state().outputBuffer;
-    EXPECT_EQ(std::string(store + GLConsole::outputBufferSize - 3, 3), "ABC");
-    EXPECT_EQ(std::string(store, 3), "DEb");
-    EXPECT_EQ(storeFrom(GLConsole::outputBufferSize - 5), "..ABCDE");
+    EXPECT_EQ(std::tuple(std::string(store + GLConsole::outputBufferSize - 3, 3), std::string(store, 3),
+                         storeFrom(GLConsole::outputBufferSize - 5)),
+              std::tuple("ABC", "DEb", "..ABCDE"));
     for (int i = 0; i < GLConsole::outputBufferSize - 2; ++i) GLConsole::print('x');
     EXPECT_EQ(GLConsole::state().outputPosition, 0);
     GLConsole::print('y');

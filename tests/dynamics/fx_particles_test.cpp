@@ -232,10 +232,8 @@ TEST_F(FxTest, EmitterCreateChecksItsSixArguments) {
     GLConsole::enterLine("FxEmitterCreate 10 -20 0 2 5 fx\\puff.cfg");
     ASSERT_EQ(FxParticleManager::conCmdFxEmitterCount(), 1);
     const FxParticleEmitter& emitter = *FxParticleManager::findEmitters(5).front();
-    EXPECT_EQ(emitter.position, Vector2D(10, -20));
-    EXPECT_EQ(emitter.direction, Vector2D(0, 1));
-    EXPECT_EQ(emitter.burstSize, 3u);
-    EXPECT_EQ(emitter.textures.size(), 1u);
+    EXPECT_EQ(std::tuple(emitter.position, emitter.direction, emitter.burstSize, emitter.textures.size()),
+              std::tuple(Vector2D(10, -20), Vector2D(0, 1), 3u, 1u));
 }
 
 TEST_F(FxTest, TriggersStartStopAndBurstTheEmittersThatExistedBeforeThem) {

@@ -97,9 +97,8 @@ TEST_F(MoverTest, PolygonsAndObjectsWithTheMoversIdRideOnItAndThingsOnTwoMoversG
     EXPECT_EQ(MoverManager::state().dynamicPolygons.front().edges.size(), 4u);
     for (Mover& mover : MoverManager::getMovers()) mover.state = Mover::toEnd;
     MoverManager::runMovers(1.0f);
-    EXPECT_EQ(solid.offset, Vector2D(30, 60));
-    EXPECT_EQ(scenery.offset, Vector2D(30, 60));
-    EXPECT_EQ(Level::getPolygons().back().offset, Vector2D());
+    EXPECT_EQ(std::tuple(solid.offset, scenery.offset, Level::getPolygons().back().offset),
+              std::tuple(Vector2D(30, 60), Vector2D(30, 60), Vector2D()));
     std::size_t riding = 0;
     for (auto* list : {&LevelObjectsManager::getStaticObjects(), &LevelObjectsManager::getAnimatedObjects()})
         for (const LevelObject& o : *list)
@@ -198,9 +197,8 @@ TEST_F(MoverTest, CommandsAndMessagesAndForceCreateAddsAForceWithoutScalingOrPri
     GLConsole::enterLine("ForceCreate 3 10 20 0 0 2.5");
     ASSERT_EQ(ForceManager::getForces().size(), 1u);
     const Force& force = ForceManager::getForces().front();
-    EXPECT_EQ(force.position, Vector2D(10, 20));
-    EXPECT_EQ(force.direction, Vector2D(1, 0));
-    EXPECT_EQ(force.strength, 2.5f);
+    EXPECT_EQ(std::tuple(force.position, force.direction, force.strength),
+              std::tuple(Vector2D(10, 20), Vector2D(1, 0), 2.5f));
     console.take();
     GLConsole::enterLine("ForceCreate 3 10 20 0 0");
     GLConsole::enterLine("ForceCreate 3.5 10 20 0 0 1");

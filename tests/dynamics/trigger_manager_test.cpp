@@ -41,9 +41,7 @@ TEST_F(TriggerManagerTest, EdgesAndTheSharedDiagonalAreInsideWhicheverWayTheCorn
                                             {Vector2D(100.5f, 20), false},
                                             {Vector2D(50, -0.5f), false}})
             EXPECT_EQ(TriggerManager::pointInTrigger(point, trigger), inside) << point.x << "," << point.y;
-        EXPECT_EQ(trigger.minX, 0.0f);
-        EXPECT_EQ(trigger.maxX, 100.0f);
-        EXPECT_EQ(trigger.maxY, 50.0f);
+        EXPECT_EQ(std::tuple(trigger.minX, trigger.maxX, trigger.maxY), std::tuple(0.0f, 100.0f, 50.0f));
     }
 }
 
@@ -169,9 +167,8 @@ TEST_F(TriggerManagerTest, TriggerCreateMakesARectangleOrPrintsItsUsage) {
     GLConsole::enterLine("TriggerCreate 1 0 0 0 100 100");
     ASSERT_EQ(TriggerManager::state().triggers.size(), 1u);
     const Trigger& trigger = TriggerManager::state().triggers.front();
-    EXPECT_EQ(trigger.typeInfo->name, "To_water_a");
-    EXPECT_EQ(trigger.maxX, 100.0f);
-    EXPECT_EQ(trigger.maxY, 100.0f);
+    EXPECT_EQ(std::tuple(trigger.typeInfo->name, trigger.maxX, trigger.maxY),
+              std::tuple("To_water_a", 100.0f, 100.0f));
     console.take();
     GLConsole::enterLine("TriggerCreate 1 0 0 0 100");
     GLConsole::enterLine("TriggerCreate 1.5 0 0 0 100 100");

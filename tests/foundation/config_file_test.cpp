@@ -50,9 +50,9 @@ TEST(ConfigFile, ReadsConvertAndKeysIgnoreCase) {
     EXPECT_FALSE(config.getVarAsBool("other"));
     EXPECT_EQ(config.getVarAsInt("bad"), 0);
     EXPECT_FLOAT_EQ(config.getVarAsFloat("exp"), 0.0f);
-    EXPECT_EQ(config.getVarAsString("NAME"), "Hello");
-    EXPECT_EQ(config.getVarAsString("missing"), "");
-    EXPECT_EQ(config.getVarAsInt("missing"), 0);
+    EXPECT_EQ(std::tuple(config.getVarAsString("NAME"), config.getVarAsString("missing"),
+                         config.getVarAsInt("missing")),
+              std::tuple("Hello", "", 0));
     EXPECT_FALSE(config.variableExists("missing"));
 }
 

@@ -11,9 +11,8 @@ TEST(Strings, NumericAndIntegerTestsAndConversions) {
 
     for (const char* text : {"12", "-3", "-"}) EXPECT_TRUE(slStringIsInteger(text)) << text;
     for (const char* text : {"", "1.0", "12.5", "+4", "4-"}) EXPECT_FALSE(slStringIsInteger(text)) << text;
-    EXPECT_EQ(slStringToInt("42"), 42);
-    EXPECT_EQ(slStringToInt("-"), 0);
-    EXPECT_EQ(slStringToInt("12.5"), 0);
+    EXPECT_EQ(std::tuple(slStringToInt("42"), slStringToInt("-"), slStringToInt("12.5")),
+              std::tuple(42, 0, 0));
     EXPECT_FLOAT_EQ(slStringToFloat("12.5"), 12.5f);
     EXPECT_FLOAT_EQ(slStringToFloat("-"), 0.0f);
     EXPECT_FLOAT_EQ(slStringToFloat("."), 0.0f);

@@ -176,9 +176,8 @@ TEST_F(CameraTest, ZoomGoesOutHoldsAndComesBack) {
     Camera::doZooming(1.0f);
     EXPECT_EQ(Camera::getZoom(), 2.0f);
     Camera::doZooming(1.0f);
-    EXPECT_EQ(Camera::getZoom(), 2.5f);
-    EXPECT_EQ(Camera::getState(), Camera::holdingZoom);
-    EXPECT_EQ(Camera::state().zoomTimer, 2.0f);
+    EXPECT_EQ(std::tuple(Camera::getZoom(), Camera::getState(), Camera::state().zoomTimer),
+              std::tuple(2.5f, Camera::holdingZoom, 2.0f));
     Camera::doZooming(1.5f);
     Camera::zoomOut();  // holds it out for another full wait
     EXPECT_EQ(Camera::state().zoomTimer, 2.0f);

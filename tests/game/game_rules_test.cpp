@@ -86,9 +86,9 @@ TEST_F(GameRulesTest, WaterAndTimeScores) {
     ParticleGroup group;
     group.particles.resize(3);
     ParticleGroupMover::getGroups().push_back(group);
-    EXPECT_EQ(GameRules::getParticleCount(), 130);
-    EXPECT_EQ(GameRules::getWaterScore(), 65000);
-    EXPECT_EQ(GameRules::getTimeScore(), 436000);
+    EXPECT_EQ(
+        std::tuple(GameRules::getParticleCount(), GameRules::getWaterScore(), GameRules::getTimeScore()),
+        std::tuple(130, 65000, 436000));
     // The time score holds for 160 seconds, then falls to 1000 over the next 320.
     for (const auto& [milliseconds, score] :
          {std::pair{160000u, 436000}, {160000u, 218500}, {160000u, 1000}, {100000u, 1000}}) {

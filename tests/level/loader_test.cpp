@@ -17,10 +17,10 @@ protected:
     }
     void expectSquareStanding() {
         ASSERT_EQ(Level::getPolygons().size(), 1u);
-        EXPECT_EQ(Level::getPolygons().front().id, 1);
-        EXPECT_EQ(Level::getWaterStart(), Vector2D(50, 50));
-        EXPECT_EQ(LevelBspTree::conCmdBspSize(), 4);
-        EXPECT_EQ(GLConsole::state().commands.count("DRAWTRIANGLES"), 1u);
+        EXPECT_EQ(
+            std::tuple(Level::getPolygons().front().id, Level::getWaterStart(), LevelBspTree::conCmdBspSize(),
+                       GLConsole::state().commands.count("DRAWTRIANGLES")),
+            std::tuple(1, Vector2D(50, 50), 4, 1u));
     }
     // Loads the bytes and returns the reason printed for their failure.
     std::string failureReason(const std::string& bytes) {
@@ -82,11 +82,9 @@ TEST_F(LevelLoaderTest, EveryRecordIsReadAndHandedOver) {
               std::vector<std::size_t>(6, 1));
     EXPECT_FLOAT_EQ(r.forces[0].directionY, 1.0f);  // normalised
     EXPECT_FLOAT_EQ(r.forces[0].strength, 15.0f);   // times 10
-    EXPECT_EQ(r.objects[0].mirrored, 1);
-    EXPECT_EQ(r.movers[0].end.y, 100);
-    EXPECT_EQ(r.triggers[0].corners[2].x, 20);
-    EXPECT_EQ(r.sounds[0].soundName, "snd\\drip.wav");
-    EXPECT_EQ(r.emitters[0].settingsName, "fx\\spray.cfg");
+    EXPECT_EQ(std::tuple(r.objects[0].mirrored, r.movers[0].end.y, r.triggers[0].corners[2].x,
+                         r.sounds[0].soundName, r.emitters[0].settingsName),
+              std::tuple(1, 100, 20, "snd\\drip.wav", "fx\\spray.cfg"));
 }
 
 TEST_F(LevelLoaderTest, CollisionModesSetTheTwoFlags) {
@@ -187,9 +185,10 @@ TEST(SurfaceTypeManager, ValidTypesFrictionAndClamping) {
                  "surfaceFriction_metal = 1.5\nsurfaceFriction_wood = -0.5\n"
                  "surfaceFriction_stone = 0.25\n");
     SurfaceTypeManager::initialise();
-    EXPECT_EQ(SurfaceTypeManager::getSurfaceTypeFriction(1), 1.0f);
-    EXPECT_EQ(SurfaceTypeManager::getSurfaceTypeFriction(2), 0.0f);
-    EXPECT_EQ(SurfaceTypeManager::getSurfaceTypeFriction(3), 0.25f);
+    EXPECT_EQ(std::tuple(SurfaceTypeManager::getSurfaceTypeFriction(1),
+                         SurfaceTypeManager::getSurfaceTypeFriction(2),
+                         SurfaceTypeManager::getSurfaceTypeFriction(3)),
+              std::tuple(1.0f, 0.0f, 0.25f));
     EXPECT_EQ(SurfaceTypeManager::getSurfaceTypeFriction(4), 0.0f);  // missing key reads as 0
     folder.write("maps/wood.rill", bytesFromText("polygon surface stone\n0 0\n9 0\n9 9\nend\n"));
     ConsoleCapture console;

@@ -34,14 +34,10 @@ void expectTrianglesInside(const Polygon2D& polygon) {
 }
 
 void expectSameState(const Polygon2D& a, const Polygon2D& b) {
-    EXPECT_EQ(a.pointsX, b.pointsX);
-    EXPECT_EQ(a.pointsY, b.pointsY);
-    EXPECT_EQ(a.triangleCount, b.triangleCount);
-    EXPECT_EQ(a.clockwise, b.clockwise);
-    EXPECT_EQ(a.triangleX, b.triangleX);
-    EXPECT_EQ(a.triangleY, b.triangleY);
-    EXPECT_EQ(a.normalX, b.normalX);
-    EXPECT_EQ(a.normalY, b.normalY);
+    EXPECT_EQ(std::tuple(a.pointsX, a.pointsY, a.triangleCount, a.clockwise, a.triangleX, a.triangleY,
+                         a.normalX, a.normalY),
+              std::tuple(b.pointsX, b.pointsY, b.triangleCount, b.clockwise, b.triangleX, b.triangleY,
+                         b.normalX, b.normalY));
 }
 
 }  // namespace

@@ -7,9 +7,9 @@ TEST(Paths, GameNamesReachFilesWhateverTheirCase) {
     ScratchFolder folder;
     folder.write("gfx/default.tga", "x");
     folder.write("Cfg/Game.cfg", "y");
-    EXPECT_EQ(Platform::resolvePath("GFX\\DEFAULT.TGA"), "gfx/default.tga");
-    EXPECT_EQ(Platform::resolvePath("cfg\\game.cfg"), "Cfg/Game.cfg");
-    EXPECT_EQ(Platform::resolvePath("cfg//GAME.CFG"), "Cfg/Game.cfg");
+    EXPECT_EQ(std::tuple(Platform::resolvePath("GFX\\DEFAULT.TGA"), Platform::resolvePath("cfg\\game.cfg"),
+                         Platform::resolvePath("cfg//GAME.CFG")),
+              std::tuple("gfx/default.tga", "Cfg/Game.cfg", "Cfg/Game.cfg"));
     EXPECT_TRUE(Platform::fileExists("CFG\\GAME.CFG"));
     EXPECT_FALSE(Platform::fileExists("cfg\\other.cfg"));
 }

@@ -27,9 +27,9 @@ TEST_F(CircleCollisionTest, ContactsOnTheEdgeBeyondItsEndAndFromInsideTheSolid) 
     EXPECT_EQ(centre, Vector2D(50, -2));
     // Point and line contact in the first pass; the line contact at exactly -r
     // goes on counting, without a push, in the two passes after it.
-    EXPECT_EQ(CircleCollision::state().contactCount, 4u);
-    EXPECT_EQ(CircleCollision::getCollisionNormal(), Vector2D(0, 1));
-    EXPECT_EQ(CircleCollision::getCollisionFriction(), 1.0f);
+    EXPECT_EQ(std::tuple(CircleCollision::state().contactCount, CircleCollision::getCollisionNormal(),
+                         CircleCollision::getCollisionFriction()),
+              std::tuple(4u, Vector2D(0, 1), 1.0f));
     Vector2D corner(101, -1);
     EXPECT_TRUE(CircleCollision::collisionTest(&corner, 2.0f));
     EXPECT_NEAR(distance(corner, Vector2D(100, 0)), 2.0f, 1e-5);
@@ -55,9 +55,9 @@ TEST_F(CircleCollisionTest, NoContactLeavesZeroNormalAndFullFriction) {
         if (std::isfinite(start.x)) {
             EXPECT_EQ(centre, start);
         }
-        EXPECT_EQ(CircleCollision::getCollisionNormal(), Vector2D());
-        EXPECT_EQ(CircleCollision::getCollisionFriction(), 1.0f);
-        EXPECT_EQ(CircleCollision::state().contactCount, 0u);
+        EXPECT_EQ(std::tuple(CircleCollision::getCollisionNormal(), CircleCollision::getCollisionFriction(),
+                             CircleCollision::state().contactCount),
+                  std::tuple(Vector2D(), 1.0f, 0u));
     }
 }
 

@@ -29,13 +29,9 @@ TEST_F(IceBodies, ALoneFrozenParticleIsABodyOfOneAndTheTargetRadiusGivesTheArea)
     freeze();
     ASSERT_EQ(groups().size(), 1u);
     const ParticleGroup& body = groups().front();
-    EXPECT_EQ(body.particles.size(), 1u);
-    EXPECT_EQ(body.targetRadius, 2.0f);
-    EXPECT_EQ(body.radius, 2.0f);
-    EXPECT_EQ(body.velocity, Vector2D(3, 4));
-    EXPECT_EQ(body.impulse, Vector2D(1, 1));
-    EXPECT_EQ(body.temperature, -1.0f);
-    EXPECT_EQ(ParticleManager::getParticles().size(), 1u);
+    EXPECT_EQ(std::tuple(body.particles.size(), body.targetRadius, body.radius, body.velocity, body.impulse,
+                         body.temperature, ParticleManager::getParticles().size()),
+              std::tuple(1u, 2.0f, 2.0f, Vector2D(3, 4), Vector2D(1, 1), -1.0f, 1u));
     const Particle& member = body.particles.front();
     EXPECT_EQ(member.speed, 0.0f);
     EXPECT_NEAR(length(member.groupDirection), 1.0f, 1e-5);
@@ -70,11 +66,9 @@ TEST_F(IceBodies, ABodyAtZeroStaysAndAWarmOneMelts) {
     EXPECT_TRUE(groups().empty());
     ASSERT_EQ(ParticleManager::getParticles().size(), 3u);
     for (const Particle& particle : ParticleManager::getParticles()) {
-        EXPECT_EQ(particle.velocity, Vector2D(0, 10));
-        EXPECT_EQ(particle.temperature, 0.5f);
-        EXPECT_EQ(particle.speed, 10.0f);
-        EXPECT_EQ(particle.inGrid, 0);
-        EXPECT_EQ(particle.previousPosition[2], particle.position);
+        EXPECT_EQ(std::tuple(particle.velocity, particle.temperature, particle.speed, particle.inGrid,
+                             particle.previousPosition[2]),
+                  std::tuple(Vector2D(0, 10), 0.5f, 10.0f, 0, particle.position));
     }
 }
 

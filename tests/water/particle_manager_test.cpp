@@ -65,9 +65,8 @@ TEST_F(ParticleManagerTest, ParticleCreateChecksItsWordsAndMakesWaterInViewOfThe
     EXPECT_EQ(Camera::getPosition(), Vector2D(300, -200));
     for (const Particle& particle : ParticleManager::getParticles()) {
         EXPECT_LE(distance(particle.position, Vector2D(300, -200)), 15.0001f);
-        EXPECT_EQ(particle.previousPosition[2], particle.position);
-        EXPECT_EQ(particle.velocity, Vector2D());
-        EXPECT_EQ(particle.inGrid, 0);
+        EXPECT_EQ(std::tuple(particle.previousPosition[2], particle.velocity, particle.inGrid),
+                  std::tuple(particle.position, Vector2D(), 0));
     }
 }
 

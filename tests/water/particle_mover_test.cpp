@@ -18,9 +18,8 @@ TEST_F(ParticleMoverTest, GridReachesFrom512BelowTheViewCentreTo1535Above) {
         ParticleMover::addGridParticle(particle);
         EXPECT_EQ(particle.inGrid, inGrid ? 1 : 0) << position.x << "," << position.y;
         if (inGrid) {
-            EXPECT_EQ(particle.cellX, cellX);
-            EXPECT_EQ(particle.cellY, cellY);
-            EXPECT_EQ(ParticleMover::gridCell(cellX, cellY), &particle);
+            EXPECT_EQ(std::tuple(particle.cellX, particle.cellY, ParticleMover::gridCell(cellX, cellY)),
+                      std::tuple(cellX, cellY, &particle));
         }
         ParticleMover::removeGridParticle(particle);
         EXPECT_EQ(particle.inGrid, 0);
@@ -46,9 +45,7 @@ TEST_F(ParticleMoverTest, CellsAreListsThatUnlinkFromAnyPlaceAndClearingForgetsT
     for (Particle* particle : {&a, &b, &c}) ParticleMover::addGridParticle(*particle);
     ParticleMover::addGridParticle(c);  // already in: no second link
     ASSERT_EQ(ParticleMover::gridCell(256, 256), &c);
-    EXPECT_EQ(c.gridNext, &b);
-    EXPECT_EQ(b.gridNext, &a);
-    EXPECT_EQ(a.gridNext, nullptr);
+    EXPECT_EQ(std::tuple(c.gridNext, b.gridNext, a.gridNext), std::tuple(&b, &a, nullptr));
     ParticleMover::removeGridParticle(b);
     EXPECT_EQ(c.gridNext, &a);
     EXPECT_EQ(a.gridPrevious, &c);
@@ -120,10 +117,8 @@ TEST_F(ParticleMoverTest, CoincidingParticlesMixButDoNotPush) {
     ParticleMover::addGridParticle(a);
     ParticleMover::addGridParticle(b);
     ParticleMover::moveParticle(b, 0.0f);
-    EXPECT_EQ(b.position, Vector2D());
-    EXPECT_EQ(a.position, Vector2D());
-    EXPECT_EQ(a.temperature, 25.0f);
-    EXPECT_EQ(a.impulse, Vector2D(0, 1));
+    EXPECT_EQ(std::tuple(b.position, a.position, a.temperature, a.impulse),
+              std::tuple(Vector2D(), Vector2D(), 25.0f, Vector2D(0, 1)));
 }
 
 TEST_F(ParticleMoverTest, SevenCellsAreSearchedNotTheOnesStraightAboveAndBelow) {
