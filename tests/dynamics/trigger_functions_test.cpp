@@ -142,9 +142,8 @@ TEST_F(TriggerFunctionsTest, MoverTriggersSetTheStateOfTheirMoversAndLeavePolygo
     added.state = Mover::loopToStart;
     added.position = 4.0f;
     run(trigger(403, 9), particle);
-    EXPECT_EQ(added.state, Mover::stopped);
-    EXPECT_EQ(added.position, 4.0f);
-    EXPECT_TRUE(Level::getPolygons().front().present);
+    EXPECT_EQ(std::tuple(added.state, added.position, Level::getPolygons().front().present),
+              std::tuple(Mover::stopped, 4.0f, true));
 }
 
 TEST_F(TriggerFunctionsTest, EntityAndAnimationTriggersActOnPolygonsObjectsAndForces) {
@@ -158,18 +157,16 @@ TEST_F(TriggerFunctionsTest, EntityAndAnimationTriggersActOnPolygonsObjectsAndFo
     Particle& particle = addParticle(Vector2D());
     run(trigger(300, 4), particle);
     const Polygon2D& stored = Level::getPolygons().front();
-    EXPECT_FALSE(stored.present);
-    EXPECT_FALSE(stored.collideable);
-    EXPECT_FALSE(ForceManager::getForces().front().enabled);
+    EXPECT_EQ(std::tuple(stored.present, stored.collideable, ForceManager::getForces().front().enabled),
+              std::tuple(false, false, false));
     std::size_t hidden = 0;
     for (const auto* list :
          {&LevelObjectsManager::getStaticObjects(), &LevelObjectsManager::getAnimatedObjects()})
         for (const LevelObject& o : *list) hidden += !o.visible;
     EXPECT_EQ(hidden, 1u);
     run(trigger(301, 4), particle);
-    EXPECT_TRUE(stored.present);
-    EXPECT_TRUE(stored.collideable);
-    EXPECT_TRUE(ForceManager::getForces().front().enabled);
+    EXPECT_EQ(std::tuple(stored.present, stored.collideable, ForceManager::getForces().front().enabled),
+              std::tuple(true, true, true));
     // Animation triggers start and stop their objects.
     object.id = 2;
     object.repeatCount = 3;

@@ -69,9 +69,11 @@ TEST_F(TriggerManagerTest, TargetsOfEveryKindShareAnIdAndZeroTargetsNothing) {
     LevelObjectsManager::addObject(object);
     std::vector<TriggerTargetKind> kinds;
     for (const auto& target : addSquare(405, 7, 0, 0, 10).targets) kinds.push_back(target.kind);
-    EXPECT_EQ(kinds, (std::vector<TriggerTargetKind>{targetObject, targetForce, targetPolygon, targetMover}));
-    EXPECT_TRUE(addSquare(405, 0, 0, 0, 10).targets.empty());
-    EXPECT_TRUE(addSquare(405, 99, 0, 0, 10).targets.empty());
+    EXPECT_EQ(
+        std::tuple(kinds, addSquare(405, 0, 0, 0, 10).targets.empty(),
+                   addSquare(405, 99, 0, 0, 10).targets.empty()),
+        std::tuple((std::vector<TriggerTargetKind>{targetObject, targetForce, targetPolygon, targetMover}),
+                   true, true));
 }
 
 TEST_F(TriggerManagerTest, AOnceTriggerFiresForTheFirstOfAHundredParticlesAndNeverAgainUntilReset) {

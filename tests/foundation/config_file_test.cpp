@@ -45,10 +45,9 @@ TEST(ConfigFile, ReadsConvertAndKeysIgnoreCase) {
         parse(folder, "Speed = 2.5 count = 7 flag = tRuE other = 1 bad = 3x exp = 1e3 name = Hello");
     EXPECT_FLOAT_EQ(config.getVarAsFloat("SPEED"), 2.5f);
     EXPECT_FLOAT_EQ(config.getVarAsFloat(std::string("speed")), 2.5f);
-    EXPECT_EQ(config.getVarAsInt("Count"), 7);
-    EXPECT_TRUE(config.getVarAsBool("flag"));
-    EXPECT_FALSE(config.getVarAsBool("other"));
-    EXPECT_EQ(config.getVarAsInt("bad"), 0);
+    EXPECT_EQ(std::tuple(config.getVarAsInt("Count"), config.getVarAsBool("flag"),
+                         config.getVarAsBool("other"), config.getVarAsInt("bad")),
+              std::tuple(7, true, false, 0));
     EXPECT_FLOAT_EQ(config.getVarAsFloat("exp"), 0.0f);
     EXPECT_EQ(std::tuple(config.getVarAsString("NAME"), config.getVarAsString("missing"),
                          config.getVarAsInt("missing")),

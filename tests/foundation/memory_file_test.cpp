@@ -6,11 +6,8 @@
 namespace {
 
 void expectClosed(const MemoryFile& file) {
-    EXPECT_FALSE(file.is_open());
-    EXPECT_TRUE(file.error());
-    EXPECT_FALSE(file.good());
-    EXPECT_TRUE(file.eof());
-    EXPECT_EQ(file.size(), 0u);
+    EXPECT_EQ(std::tuple(file.is_open(), file.error(), file.good(), file.eof(), file.size()),
+              std::tuple(false, true, false, true, 0u));
 }
 
 }  // namespace
@@ -38,16 +35,12 @@ TEST(MemoryFile, ReadsAreAllOrNothing) {
     file.read(buffer, 2);
     EXPECT_STREQ(buffer, "ab");
     file.read(buffer, 4);
-    EXPECT_EQ(std::string(buffer, 4), "cdef");
-    EXPECT_TRUE(file.eof());
-    EXPECT_FALSE(file.good());
-    EXPECT_FALSE(file.error());
+    EXPECT_EQ(std::tuple(std::string(buffer, 4), file.eof(), file.good(), file.error()),
+              std::tuple("cdef", true, false, false));
 
     char untouched[2] = {'x', 'y'};
     file.read(untouched, 1);
-    EXPECT_TRUE(file.error());
-    EXPECT_EQ(file.tell(), 6u);
-    EXPECT_EQ(untouched[0], 'x');
+    EXPECT_EQ(std::tuple(file.error(), file.tell(), untouched[0]), std::tuple(true, 6u, 'x'));
 }
 
 TEST(MemoryFile, SeekClampsAndSetsTheStickyError) {

@@ -36,19 +36,17 @@ TEST(LineIntersection, InfiniteLinesAndParallelLeavesResult) {
 
 TEST(PointInConvexPolygon, InsideEdgesVerticesAndEmptyAndFixTriangleWindingSwapsOnlyTheWindingItRejects) {
     const Vector2D square[4] = {{0, 0}, {10, 0}, {10, 10}, {0, 10}};
-    EXPECT_TRUE(pointInConvexPolygon(5, 5, square, 4));
-    EXPECT_TRUE(pointInConvexPolygon(0, 0, square, 4));
-    EXPECT_TRUE(pointInConvexPolygon(10, 5, square, 4));
-    EXPECT_FALSE(pointInConvexPolygon(11, 5, square, 4));
-    EXPECT_FALSE(pointInConvexPolygon(5, -0.001f, square, 4));
-    EXPECT_TRUE(pointInConvexPolygon(1000, 1000, square, 0));
+    EXPECT_EQ(
+        std::tuple(pointInConvexPolygon(5, 5, square, 4), pointInConvexPolygon(0, 0, square, 4),
+                   pointInConvexPolygon(10, 5, square, 4), pointInConvexPolygon(11, 5, square, 4),
+                   pointInConvexPolygon(5, -0.001f, square, 4), pointInConvexPolygon(1000, 1000, square, 0)),
+        std::tuple(true, true, true, false, false, true));
     Vector2D usable[3] = {{0, 0}, {10, 0}, {0, 10}};
     fixTriangleWinding(usable[0], usable[1], usable[2]);
     EXPECT_EQ(usable[1], Vector2D(10, 0));  // untouched
     Vector2D turned[3] = {{0, 0}, {0, 10}, {10, 0}};
     fixTriangleWinding(turned[0], turned[1], turned[2]);
-    EXPECT_EQ(turned[1], Vector2D(10, 0));
-    EXPECT_EQ(turned[2], Vector2D(0, 10));
-    EXPECT_TRUE(pointInConvexPolygon(2, 2, turned, 3));
-    EXPECT_FALSE(pointInConvexPolygon(8, 8, turned, 3));
+    EXPECT_EQ(std::tuple(turned[1], turned[2], pointInConvexPolygon(2, 2, turned, 3),
+                         pointInConvexPolygon(8, 8, turned, 3)),
+              std::tuple(Vector2D(10, 0), Vector2D(0, 10), true, false));
 }

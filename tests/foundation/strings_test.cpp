@@ -17,11 +17,9 @@ TEST(Strings, NumericAndIntegerTestsAndConversions) {
     EXPECT_FLOAT_EQ(slStringToFloat("-"), 0.0f);
     EXPECT_FLOAT_EQ(slStringToFloat("."), 0.0f);
     EXPECT_FLOAT_EQ(slStringToFloat("1e3"), 0.0f);
-    EXPECT_TRUE(slStringToBool("tRuE"));
-    EXPECT_FALSE(slStringToBool("1"));
-    EXPECT_FALSE(slStringToBool("FALSE"));
-    EXPECT_TRUE(slStringIsBoolean("False"));
-    EXPECT_FALSE(slStringIsBoolean("yes"));
+    EXPECT_EQ(std::tuple(slStringToBool("tRuE"), slStringToBool("1"), slStringToBool("FALSE"),
+                         slStringIsBoolean("False"), slStringIsBoolean("yes")),
+              std::tuple(true, false, false, true, false));
 }
 
 TEST(Strings, CaseChangesTouchOnlyAsciiLettersAndSeparateArgsAppendsPiecesAtEverySeparator) {

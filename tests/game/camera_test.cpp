@@ -35,11 +35,9 @@ protected:
 TEST_F(CameraTest, StartsFarLeftAtRestAndReadsSafeSettings) {
     useSettings("maxAngle = -400\nkeyboardTurnSpeed = -30\nrotationSmooth = 5\n");
     Camera::initialise();
-    EXPECT_EQ(Camera::getPosition(), Vector2D(-1000, 0));
-    EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
-    EXPECT_TRUE(Camera::movingTowardsWaypoint());
-    EXPECT_EQ(Camera::getZoom(), 1.0f);
-    EXPECT_EQ(Camera::getTilt(), 0.0f);
+    EXPECT_EQ(std::tuple(Camera::getPosition(), Camera::getState(), Camera::movingTowardsWaypoint(),
+                         Camera::getZoom(), Camera::getTilt()),
+              std::tuple(Vector2D(-1000, 0), Camera::movingToWaypoint, true, 1.0f, 0.0f));
     // A negative turn speed turns the same way; the smoothing is clamped to 1, so no speed is ever gained.
     GLWindow::Headless::setKeyDown(leftArrow, true);
     Camera::doTurning(1.0f);

@@ -246,9 +246,9 @@ TEST_F(GameTest, RestartPutsTheWaterBackAndKeepsThePauseAndAChangeOfMapWinsOverI
     ParticleManager::getParticles().resize(5);
     GLConsole::enterLine("Restart");
     Game::runFrame(0.02f);
-    EXPECT_EQ(ParticleManager::getParticles().size(), 128u);
-    EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
-    EXPECT_TRUE(GameState::state().paused);
+    EXPECT_EQ(
+        std::tuple(ParticleManager::getParticles().size(), Camera::getState(), GameState::state().paused),
+        std::tuple(128u, Camera::movingToWaypoint, true));
     console.take();
     GLConsole::enterLine("ShowSimSpeeds");
     EXPECT_NE(console.text().find("ShowSimSpeeds is false"), std::string::npos);
@@ -268,9 +268,9 @@ TEST_F(GameTest, RestartPutsTheWaterBackAndKeepsThePauseAndAChangeOfMapWinsOverI
 TEST_F(GameTest, ALevelThatFailsToLoadLeavesTheOldOneStandingAndStopEndsTheRunAfterTheFrame) {
     Game::map("maps\\missing.rill");
     Game::runFrame(0.02f);
-    EXPECT_TRUE(Game::isRunning());
-    EXPECT_EQ(Game::getCurrentMapName(), "maps\\test.rill");
-    EXPECT_EQ(ParticleManager::getParticles().size(), 128u);
+    EXPECT_EQ(
+        std::tuple(Game::isRunning(), Game::getCurrentMapName(), ParticleManager::getParticles().size()),
+        std::tuple(true, "maps\\test.rill", 128u));
     Game::stop();
     EXPECT_TRUE(Game::isRunning());
     Game::runFrame(0.02f);

@@ -171,11 +171,9 @@ TEST_F(BspTest, ACollideableSwitchKeepsTheNodesAndResetBringsPolygonsBack) {
     Level::reset();
     end = Vector2D(150, 50);
     EXPECT_NE(LevelBspTree::raycast(Vector2D(-50, 50), end), nullptr);
-    EXPECT_TRUE(square.present);
-    EXPECT_EQ(square.offset, Vector2D());
-    EXPECT_EQ(square.previousOffset, Vector2D());
-    EXPECT_FALSE(LevelBspTree::conCmdBspNodeDraw(false, false));
-    EXPECT_FALSE(Level::state().drawTriangles);
+    EXPECT_EQ(std::tuple(square.present, square.offset, square.previousOffset,
+                         LevelBspTree::conCmdBspNodeDraw(false, false), Level::state().drawTriangles),
+              std::tuple(true, Vector2D(), Vector2D(), false, false));
     // A polygon without nodes changes its own flag only.
     Polygon2D loose;
     Level::setPolygonCollideable(&loose, false);

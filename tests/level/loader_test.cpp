@@ -71,9 +71,7 @@ TEST_F(LevelLoaderTest, EveryRecordIsReadAndHandedOver) {
     ASSERT_TRUE(polygon.texture);
     EXPECT_EQ(polygon.texture->name, "GFX\\ROCK.TGA");
     EXPECT_TRUE(polygon.collideable);  // collision mode 7 acts as 0
-    EXPECT_TRUE(polygon.visible);
-    EXPECT_EQ(polygon.layer, 4u);
-    EXPECT_EQ(polygon.triangleCount, 1u);
+    EXPECT_EQ(std::tuple(polygon.visible, polygon.layer, polygon.triangleCount), std::tuple(true, 4u, 1u));
     EXPECT_TRUE(polygon.destructable);  // an Entity_remove_1 trigger names it
     EXPECT_EQ(Level::getCameraStart(), Vector2D(3, 4));
     const LevelRecords& r = Level::state().records;
@@ -177,10 +175,10 @@ TEST_F(LevelLoaderTest, ZeroStrengthEmptyNamesAndALaterGoodLoadWork) {
 
 TEST(SurfaceTypeManager, ValidTypesFrictionAndClamping) {
     ScratchFolder folder;
-    EXPECT_FALSE(SurfaceTypeManager::validSurfaceType(0));
-    EXPECT_FALSE(SurfaceTypeManager::validSurfaceType(6));
-    EXPECT_TRUE(SurfaceTypeManager::validSurfaceType(5));
-    EXPECT_EQ(SurfaceTypeManager::getSurfaceTypeFriction(9), 1.0f);
+    EXPECT_EQ(
+        std::tuple(SurfaceTypeManager::validSurfaceType(0), SurfaceTypeManager::validSurfaceType(6),
+                   SurfaceTypeManager::validSurfaceType(5), SurfaceTypeManager::getSurfaceTypeFriction(9)),
+        std::tuple(false, false, true, 1.0f));
     folder.write("cfg/surfaces.cfg",
                  "surfaceFriction_metal = 1.5\nsurfaceFriction_wood = -0.5\n"
                  "surfaceFriction_stone = 0.25\n");
