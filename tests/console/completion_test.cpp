@@ -14,8 +14,7 @@ class Completions : public CompletionTest, public ::testing::WithParamInterface<
 
 TEST_P(Completions, LeaveTheLine) {
     play(GetParam().first);
-    EXPECT_EQ(input(), GetParam().second);
-    EXPECT_EQ(cursor(), static_cast<int>(input().size()));
+    EXPECT_EQ(std::tuple(input(), cursor()), std::tuple(GetParam().second, static_cast<int>(input().size())));
 }
 
 INSTANTIATE_TEST_SUITE_P(Tab, Completions,

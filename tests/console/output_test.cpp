@@ -29,8 +29,7 @@ TEST_F(OutputTest, TheClearCommandFillsTheStoreWithNewlinesAndKeepsTheHistoryBut
     typeLine("version");
     typeText("draft");
     GLConsole::clear();
-    EXPECT_EQ(input(), "");
-    EXPECT_EQ(cursor(), 0);
+    EXPECT_EQ(std::tuple(input(), cursor()), std::tuple("", 0));
     GLConsole::keyPressed(ConsoleKeys::up);
     EXPECT_EQ(input(), "version");
 }

@@ -263,8 +263,7 @@ TEST_F(FxTest, ALevelHandsItsEmittersOverWithTheirSettingsAndAFailedLoadKeepsThe
     ASSERT_TRUE(Level::load("maps\\jets.rill"));
     const std::vector<FxParticleEmitter*> emitters = FxParticleManager::findEmitters(4);
     ASSERT_EQ(emitters.size(), 2u);
-    EXPECT_EQ(emitters[0]->burstSize, 7u);
-    EXPECT_EQ(emitters[0]->textures.size(), 1u);
+    EXPECT_EQ(std::tuple(emitters[0]->burstSize, emitters[0]->textures.size()), std::tuple(7u, 1u));
     EXPECT_NEAR(length(emitters[0]->direction), 1.0f, 1e-6f);
     EXPECT_EQ(emitters[1]->position, Vector2D(30, 40));
     EXPECT_TRUE(emitters[1]->textures.empty());

@@ -37,13 +37,11 @@ protected:
 
 TEST_F(MoverTest, APathOfNoLengthEndsItsMoveInTheFirstStep) {
     Mover mover = makeMover(1, Vector2D(5, 5), Vector2D(5, 5), 10.0f);
-    EXPECT_EQ(mover.length, 0.0f);
-    EXPECT_EQ(mover.direction, Vector2D());
+    EXPECT_EQ(std::tuple(mover.length, mover.direction), std::tuple(0.0f, Vector2D()));
     for (int32_t state : {Mover::toEnd, Mover::toStart}) {
         mover.state = state;
         mover.run(frame);
-        EXPECT_EQ(mover.state, Mover::stopped);
-        EXPECT_EQ(mover.position, 0.0f);
+        EXPECT_EQ(std::tuple(mover.state, mover.position), std::tuple(Mover::stopped, 0.0f));
     }
     // Standing on its end is not passing it: a mover that does not move goes on.
     mover.speed = 0.0f;
@@ -54,8 +52,7 @@ TEST_F(MoverTest, APathOfNoLengthEndsItsMoveInTheFirstStep) {
 
 TEST_F(MoverTest, StatesRunTheMoverToItsEndsAndLoopsTurnAround) {
     Mover mover = makeMover(1, Vector2D(0, 0), Vector2D(30, 40), 20.0f);
-    EXPECT_EQ(mover.length, 50.0f);
-    EXPECT_EQ(mover.direction, Vector2D(0.6f, 0.8f));
+    EXPECT_EQ(std::tuple(mover.length, mover.direction), std::tuple(50.0f, Vector2D(0.6f, 0.8f)));
     mover.state = Mover::loopToStart;
     mover.run(0.1f);
     EXPECT_EQ(mover.state, Mover::loopToEnd);
@@ -63,21 +60,18 @@ TEST_F(MoverTest, StatesRunTheMoverToItsEndsAndLoopsTurnAround) {
     EXPECT_EQ(mover.position, 50.0f);
     EXPECT_EQ(mover.state, Mover::loopToEnd) << "landing on the end is not passing it";
     mover.run(0.1f);
-    EXPECT_EQ(mover.position, 50.0f);
-    EXPECT_EQ(mover.state, Mover::loopToStart);
+    EXPECT_EQ(std::tuple(mover.position, mover.state), std::tuple(50.0f, Mover::loopToStart));
     mover.run(1.0f);
     EXPECT_FLOAT_EQ(mover.position, 30.0f);
     mover.state = Mover::toStart;
     mover.run(2.0f);
-    EXPECT_EQ(mover.position, 0.0f);
-    EXPECT_EQ(mover.state, Mover::stopped);
+    EXPECT_EQ(std::tuple(mover.position, mover.state), std::tuple(0.0f, Mover::stopped));
     mover.run(1.0f);
     EXPECT_EQ(mover.position, 0.0f);
     mover.state = Mover::toEnd;
     mover.run(1.0f);
     mover.reset();
-    EXPECT_EQ(mover.position, 0.0f);
-    EXPECT_EQ(mover.state, Mover::stopped);
+    EXPECT_EQ(std::tuple(mover.position, mover.state), std::tuple(0.0f, Mover::stopped));
 }
 
 TEST_F(MoverTest, PolygonsAndObjectsWithTheMoversIdRideOnItAndThingsOnTwoMoversGetBoth) {

@@ -79,8 +79,7 @@ TEST_F(TriggerFunctionsTest, ForcesActOnlyWhileEnabledAndInTheirListOrder) {
     particle.velocity = Vector2D(3, 4);
     run(instant, particle);
     run(directional, particle);
-    EXPECT_EQ(particle.velocity, Vector2D(3, 4));
-    EXPECT_EQ(ForceManager::conCmdForceCount(), 2);
+    EXPECT_EQ(std::tuple(particle.velocity, ForceManager::conCmdForceCount()), std::tuple(Vector2D(3, 4), 2));
 }
 
 TEST_F(TriggerFunctionsTest, MultiDirectionalForcesPushAndPullAboutTheForceAndSparePointsOnIt) {
@@ -178,13 +177,11 @@ TEST_F(TriggerFunctionsTest, EntityAndAnimationTriggersActOnPolygonsObjectsAndFo
         return list.empty() ? &LevelObjectsManager::getAnimatedObjects().front() : &list.front();
     };
     run(trigger(3, 2), particle);
-    EXPECT_FALSE(animated()->stopped);
-    EXPECT_EQ(animated()->repeatCount, 0u);
+    EXPECT_EQ(std::tuple(animated()->stopped, animated()->repeatCount), std::tuple(false, 0u));
     run(trigger(5, 2), particle);
     EXPECT_TRUE(animated()->stopped);
     run(trigger(4, 2), particle);
-    EXPECT_FALSE(animated()->stopped);
-    EXPECT_EQ(animated()->repeatCount, 1u);
+    EXPECT_EQ(std::tuple(animated()->stopped, animated()->repeatCount), std::tuple(false, 1u));
 }
 
 TEST_F(TriggerFunctionsTest, TheCheckPointIsTheMeanOfTheSixTriangleCorners) {

@@ -50,8 +50,7 @@ TEST_F(TriggerManagerTest, ANewTriggerIsTestedFirstAndUnknownTypesActAsNull) {
     addSquare(1, 0, 0, 0, 10);
     EXPECT_EQ(TriggerManager::state().triggers.front().type, 1);
     const Trigger& unknown = TriggerManager::state().triggers.back();
-    EXPECT_EQ(unknown.type, 999);
-    EXPECT_EQ(unknown.typeInfo->name, "Null_a");
+    EXPECT_EQ(std::tuple(unknown.type, unknown.typeInfo->name), std::tuple(999, "Null_a"));
     addParticle(Vector2D(5, 5));
     TriggerManager::runTriggers(frame);
     EXPECT_EQ(unknown.fireCount, 1u);
@@ -81,8 +80,7 @@ TEST_F(TriggerManagerTest, AOnceTriggerFiresForTheFirstOfAHundredParticlesAndNev
     const Trigger& trigger = addSquare(402, 3, 0, 0, 40);
     for (int i = 0; i < 100; ++i) addParticle(Vector2D(1.0f + static_cast<float>(i) * 0.3f, 20.0f));
     TriggerManager::runTriggers(frame);
-    EXPECT_EQ(trigger.fireCount, 1u);
-    EXPECT_EQ(moverState(3), Mover::toEnd);
+    EXPECT_EQ(std::tuple(trigger.fireCount, moverState(3)), std::tuple(1u, Mover::toEnd));
     MoverManager::getMovers().front().state = Mover::stopped;
     TriggerManager::runTriggers(frame);
     EXPECT_EQ(moverState(3), Mover::stopped);
@@ -154,8 +152,7 @@ TEST_F(TriggerManagerTest, WaterOutsideTheActiveBoxFiresNothingButQueuedEventsSt
     addParticle(Vector2D(505, 5));
     addParticle(Vector2D(435, 5));
     TriggerManager::runTriggers(frame);
-    EXPECT_EQ(far.fireCount, 0u);
-    EXPECT_EQ(edge.fireCount, 1u);
+    EXPECT_EQ(std::tuple(far.fireCount, edge.fireCount), std::tuple(0u, 1u));
     Camera::setPosition(Vector2D(400, 0));
     TriggerManager::runTriggers(frame);
     EXPECT_EQ(far.fireCount, 1u);

@@ -135,8 +135,7 @@ TEST_F(CameraTest, TiltStopsAtTheLimitWithoutWrappingAndTurningIsLeftOutWhenNotA
     GLWindow::Headless::setKeyDown(rightArrow, true);
     Camera::doTurning(1.0f);
     Camera::doTurning(1.0f);
-    EXPECT_EQ(Camera::getTilt(), -180.0f);
-    EXPECT_EQ(Camera::state().turnSpeed, 0.0f);
+    EXPECT_EQ(std::tuple(Camera::getTilt(), Camera::state().turnSpeed), std::tuple(-180.0f, 0.0f));
     Camera::doTurning(1.0f);
     EXPECT_EQ(Camera::getTilt(), -180.0f);
     useSettings("maxAngle = 90\nkeyboardTurnSpeed = 30\n");
@@ -180,8 +179,7 @@ TEST_F(CameraTest, ZoomGoesOutHoldsAndComesBack) {
     Camera::zoomOut();  // holds it out for another full wait
     EXPECT_EQ(Camera::state().zoomTimer, 2.0f);
     Camera::doZooming(2.0f);
-    EXPECT_EQ(Camera::getState(), Camera::zoomingIn);
-    EXPECT_EQ(Camera::state().zoomTimer, 0.0f);
+    EXPECT_EQ(std::tuple(Camera::getState(), Camera::state().zoomTimer), std::tuple(Camera::zoomingIn, 0.0f));
     Camera::doZooming(1.0f);
     EXPECT_EQ(Camera::getZoom(), 1.5f);
     Camera::zoomOut();  // turns back at the zoom reached
@@ -194,8 +192,7 @@ TEST_F(CameraTest, ZoomComesBackToExactlyOneAndZoomOutIsIgnoredWhileGlidingOrAlr
     useSettings("zoomSpeed = 10\nzoomWait = 0\n");
     Camera::zoomOut();
     for (const float dt : {1.0f, 0.1f, 1.0f}) Camera::doZooming(dt);
-    EXPECT_EQ(Camera::getZoom(), 1.0f);
-    EXPECT_EQ(Camera::getState(), Camera::following);
+    EXPECT_EQ(std::tuple(Camera::getZoom(), Camera::getState()), std::tuple(1.0f, Camera::following));
     useSettings("zoomSpeed = 1\nzoomWait = 2\n", Camera::movingToWaypoint);
     Camera::zoomOut();
     EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
@@ -230,15 +227,13 @@ TEST_F(CameraTest, ASecondShakeOnlyProlongsItAndAfterwardsTheOffsetRunsBackWitho
     const Vector2D target = Camera::state().shakeTarget;
     Camera::doShaking(0.6f);
     Camera::shake();  // only prolongs it
-    EXPECT_EQ(Camera::state().shakeTimer, 1.0f);
-    EXPECT_EQ(Camera::state().shakeTarget, target);
+    EXPECT_EQ(std::tuple(Camera::state().shakeTimer, Camera::state().shakeTarget), std::tuple(1.0f, target));
     Camera::doShaking(0.6f);
     EXPECT_TRUE(Camera::state().shaking);
     useSettings("shakeTime = 0.05\nshakeStrenght = 10\nshakeSpeed = 100\n");
     Camera::shake();
     Camera::doShaking(0.1f);  // ends the shake, and this step still moves all the way to the target
-    EXPECT_FALSE(Camera::state().shaking);
-    EXPECT_EQ(Camera::state().shakeTimer, 0.0f);
+    EXPECT_EQ(std::tuple(Camera::state().shaking, Camera::state().shakeTimer), std::tuple(false, 0.0f));
     EXPECT_NEAR(length(Camera::state().shakeOffset), 10.0f, 1e-4f);
     Camera::doShaking(0.03f);
     EXPECT_NEAR(length(Camera::state().shakeOffset), 7.0f, 1e-4f);

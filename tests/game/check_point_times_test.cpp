@@ -79,8 +79,7 @@ TEST_F(CheckPointTimes, PassesCompareWithThePassBeforeUntilTheNextLevelLoad) {
     EXPECT_FLOAT_EQ(state().fadeTimer, 0.5f);
     recordTime(first, 4000);
     recordTime(first, 4500);
-    EXPECT_EQ(state().previousTime, 4000u);
-    EXPECT_EQ(currentDisplay(0).text, "+ 00:00:50");
+    EXPECT_EQ(std::tuple(state().previousTime, currentDisplay(0).text), std::tuple(4000u, "+ 00:00:50"));
     drawAfter(600);
     EXPECT_EQ(state().state, splitFadingOut);
     initialise();

@@ -62,8 +62,7 @@ TEST_F(GameRulesTest, TheFinishStopsTheClockAndSoDoTheCameraGlideAndAPause) {
     GameRules::update(1.0f);
     EXPECT_FALSE(GameRules::gameIsFinished());
     GameRules::update(1.0f);
-    EXPECT_TRUE(GameRules::gameIsFinished());
-    EXPECT_EQ(GameRules::getLevelTime(), 1000u);
+    EXPECT_EQ(std::tuple(GameRules::gameIsFinished(), GameRules::getLevelTime()), std::tuple(true, 1000u));
     GameRules::initialise();
     clock.advanceMilliseconds(500);
     GameRules::update(0.01f);

@@ -71,8 +71,7 @@ protected:
 };
 
 TEST_F(GameTest, ALevelStartsWith128ParticlesAndShutdownLeavesTheRegistryAsTheGameFoundIt) {
-    EXPECT_TRUE(Game::isRunning());
-    EXPECT_EQ(Game::getCurrentMapName(), "maps\\test.rill");
+    EXPECT_EQ(std::tuple(Game::isRunning(), Game::getCurrentMapName()), std::tuple(true, "maps\\test.rill"));
     ASSERT_EQ(ParticleManager::getParticles().size(), 128u);
     for (const Particle& particle : ParticleManager::getParticles())
         EXPECT_LE(length(particle.position), 10.0001f);
@@ -225,16 +224,14 @@ TEST_F(GameTest, WithTheConsoleOpenKeysGoToItAndTheCameraDoesNotTurnButZoomsAndS
     EXPECT_FALSE(GameState::state().paused);
     const uint64_t steps = GameState::state().simulationSteps;
     frameWithKeys({37});
-    EXPECT_EQ(GameState::state().simulationSteps, steps + 1);
-    EXPECT_EQ(Camera::getTilt(), 0.0f);
+    EXPECT_EQ(std::tuple(GameState::state().simulationSteps, Camera::getTilt()), std::tuple(steps + 1, 0.0f));
     listener.keyboardPressed(consoleKey);
     EXPECT_FALSE(GameState::state().consoleVisible);
     frameWithKeys({37});
     EXPECT_FLOAT_EQ(Camera::getTilt(), 1.0f);
     GLConsole::enterLine("ZoomCamera");
     GLConsole::enterLine("ShakeCamera");
-    EXPECT_EQ(Camera::getState(), Camera::zoomingOut);
-    EXPECT_TRUE(Camera::state().shaking);
+    EXPECT_EQ(std::tuple(Camera::getState(), Camera::state().shaking), std::tuple(Camera::zoomingOut, true));
 }
 
 // Requests at the end of the frame.

@@ -199,8 +199,7 @@ TEST_F(BspTest, WalkMovesTheCursorAndSaysWhatIsPossible) {
     LevelBspTree::conCmdBspWalk("ROOT");
     EXPECT_EQ(console.take().rfind("\nWalk options for current node: ", 0), 0u);
     Level::clear();
-    EXPECT_EQ(LevelBspTree::conCmdBspSize(), 0);
-    EXPECT_EQ(LevelBspTree::conCmdBspDepth(), 0);
+    EXPECT_EQ(std::tuple(LevelBspTree::conCmdBspSize(), LevelBspTree::conCmdBspDepth()), std::tuple(0, 0));
     console.take();
     LevelBspTree::conCmdBspWalk("ROOT");
     EXPECT_EQ(console.take(), "") << "a cleared tree has nothing to walk";

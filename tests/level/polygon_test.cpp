@@ -108,15 +108,12 @@ TEST(Polygon2D, CopiesAreDeepWithoutStaleNormalsAndExpandMovesEdgesOutward) {
     Polygon2D original = polygonOf({{0, 0}, {10, 0}, {10, 10}});
     Polygon2D grown = original;
     grown.addPoint(0, 10);
-    EXPECT_EQ(original.triangleCount, 1u);
-    EXPECT_EQ(grown.triangleCount, 2u);
+    EXPECT_EQ(std::tuple(original.triangleCount, grown.triangleCount), std::tuple(1u, 2u));
     // The square's normals stay behind when a crossing point makes it degenerate.
     Polygon2D crossed = polygonOf({{0, 0}, {10, 0}, {10, 10}, {0, 10}, {20, 5}});
-    EXPECT_EQ(crossed.triangleCount, 0u);
-    EXPECT_FALSE(crossed.normalX.empty());
+    EXPECT_EQ(std::tuple(crossed.triangleCount, crossed.normalX.empty()), std::tuple(0u, false));
     Polygon2D copy(crossed);
-    EXPECT_TRUE(copy.normalX.empty());
-    EXPECT_EQ(copy.pointsX, crossed.pointsX);
+    EXPECT_EQ(std::tuple(copy.normalX.empty(), copy.pointsX), std::tuple(true, crossed.pointsX));
     Polygon2D assigned;
     assigned = crossed;
     EXPECT_TRUE(assigned.normalY.empty());

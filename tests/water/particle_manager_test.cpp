@@ -108,8 +108,7 @@ TEST_F(ParticleManagerTest, SteamRisesAndScatters) {
     useSettings("gravity = 100");  // without rise or scatter steam hangs still
     Particle& hanging = addParticle(Vector2D(3, 4), Vector2D(), 120.0f);
     for (int i = 0; i < 10; ++i) ParticleManager::runSimulation(0.02f);
-    EXPECT_EQ(hanging.position, Vector2D(3, 4));
-    EXPECT_EQ(hanging.speed, 0.0f);
+    EXPECT_EQ(std::tuple(hanging.position, hanging.speed), std::tuple(Vector2D(3, 4), 0.0f));
 }
 
 TEST_F(ParticleManagerTest, HeatDriftsToRoomTemperatureAlikeAtAnyFrameRateAndTheRateHasEnds) {
@@ -208,8 +207,7 @@ TEST_F(ParticleManagerTest, SpeedIsMeasuredAndImpulseClearedEachStep) {
     particle.impulse = Vector2D(0, 4);
     ParticleManager::runSimulation(0.02f);
     EXPECT_FLOAT_EQ(particle.speed, 5.0f);
-    EXPECT_EQ(particle.impulse, Vector2D());
-    EXPECT_EQ(particle.previousPosition[0], Vector2D());
+    EXPECT_EQ(std::tuple(particle.impulse, particle.previousPosition[0]), std::tuple(Vector2D(), Vector2D()));
     ParticleManager::runSimulation(0.02f);
     EXPECT_FLOAT_EQ(particle.speed, 3.0f);
     EXPECT_NEAR(particle.previousPosition[0].x, 0.06f, 1e-6f);

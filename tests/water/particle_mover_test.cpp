@@ -35,8 +35,7 @@ TEST_F(ParticleMoverTest, TheGridFollowsTheShakingView) {
     Particle particle;
     particle.position = offset + Vector2D(0.5f, 0.5f);
     ParticleMover::addGridParticle(particle);
-    EXPECT_EQ(particle.cellX, 256u);
-    EXPECT_EQ(particle.cellY, 256u);
+    EXPECT_EQ(std::tuple(particle.cellX, particle.cellY), std::tuple(256u, 256u));
     ParticleMover::removeGridParticle(particle);
 }
 
@@ -47,22 +46,18 @@ TEST_F(ParticleMoverTest, CellsAreListsThatUnlinkFromAnyPlaceAndClearingForgetsT
     ASSERT_EQ(ParticleMover::gridCell(256, 256), &c);
     EXPECT_EQ(std::tuple(c.gridNext, b.gridNext, a.gridNext), std::tuple(&b, &a, nullptr));
     ParticleMover::removeGridParticle(b);
-    EXPECT_EQ(c.gridNext, &a);
-    EXPECT_EQ(a.gridPrevious, &c);
+    EXPECT_EQ(std::tuple(c.gridNext, a.gridPrevious), std::tuple(&a, &c));
     ParticleMover::removeGridParticle(c);
-    EXPECT_EQ(ParticleMover::gridCell(256, 256), &a);
-    EXPECT_EQ(a.gridPrevious, nullptr);
+    EXPECT_EQ(std::tuple(ParticleMover::gridCell(256, 256), a.gridPrevious), std::tuple(&a, nullptr));
     ParticleMover::removeGridParticle(a);
     EXPECT_EQ(ParticleMover::gridCell(256, 256), nullptr);
     a.position = Vector2D(5000, 10);  // outside the grid: the last cell is kept
     ParticleMover::addGridParticle(a);
-    EXPECT_EQ(a.inGrid, 0);
-    EXPECT_EQ(a.cellX, 256u);
+    EXPECT_EQ(std::tuple(a.inGrid, a.cellX), std::tuple(0, 256u));
     Particle& listed = addParticle(Vector2D(1, 1));
     ParticleMover::addGridParticle(listed);
     ParticleMover::clearParticleGrid();
-    EXPECT_EQ(listed.inGrid, 0);
-    EXPECT_EQ(ParticleMover::gridCell(256, 256), nullptr);
+    EXPECT_EQ(std::tuple(listed.inGrid, ParticleMover::gridCell(256, 256)), std::tuple(0, nullptr));
 }
 
 TEST_F(ParticleMoverTest, AShortMoveIsOneStepAndALongOneStopsAt15UnitsWithItsVelocityKept) {
@@ -70,8 +65,7 @@ TEST_F(ParticleMoverTest, AShortMoveIsOneStepAndALongOneStopsAt15UnitsWithItsVel
     particle.velocity = Vector2D(0, 1000);
     ParticleMover::moveParticle(particle, 0.1f);
     EXPECT_NEAR(particle.position.y, 15.0f, 1e-4f);
-    EXPECT_EQ(particle.position.x, 0.0f);
-    EXPECT_EQ(particle.velocity, Vector2D(0, 1000));
+    EXPECT_EQ(std::tuple(particle.position.x, particle.velocity), std::tuple(0.0f, Vector2D(0, 1000)));
     Particle slow;
     slow.velocity = Vector2D(30, -40);
     slow.impulse = Vector2D(10, 0);
@@ -84,16 +78,14 @@ TEST_F(ParticleMoverTest, ARestingParticleIsNotPushedButAMovingNeighbourIs) {
     Particle& moving = addParticle(Vector2D(2, 0), Vector2D(0.001f, 0), 40.0f);
     for (Particle* particle : {&resting, &moving}) ParticleMover::addGridParticle(*particle);
     ParticleMover::moveParticle(resting, 0.02f);
-    EXPECT_EQ(resting.position, Vector2D());
-    EXPECT_EQ(resting.temperature, 20.0f);
+    EXPECT_EQ(std::tuple(resting.position, resting.temperature), std::tuple(Vector2D(), 20.0f));
 
     ParticleMover::moveParticle(moving, 0.02f);
     // Pushed by the overlap, 4 - 2, capped at 1.7, and mixed with its neighbour.
     EXPECT_NEAR(moving.position.x, 3.7f, 1e-4f);
     EXPECT_EQ(resting.velocity, moving.velocity);
     EXPECT_FLOAT_EQ(resting.velocity.x, 0.0005f);
-    EXPECT_EQ(resting.temperature, 30.0f);
-    EXPECT_EQ(moving.temperature, 30.0f);
+    EXPECT_EQ(std::tuple(resting.temperature, moving.temperature), std::tuple(30.0f, 30.0f));
 }
 
 TEST_F(ParticleMoverTest, RepulsionIsCappedAndScaledByTheStep) {
