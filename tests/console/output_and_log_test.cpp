@@ -130,8 +130,7 @@ TEST_F(LogTest, LogHoldsWhatWasPrintedWhileLoggingWasOn) {
 }
 
 TEST_F(LogTest, EnablingTwiceKeepsOneLogAndDisablingTwiceOrShutdownSaysItOnce) {
-    GLConsole::enableLogging();
-    GLConsole::enableLogging();
+    for (int i = 0; i < 2; ++i) GLConsole::enableLogging();
     GLConsole::disableLogging();
     GLConsole::disableLogging();
     EXPECT_EQ(printed(), commencing + stopped);

@@ -180,8 +180,7 @@ TEST_F(MoverTest, AParticleTouchedByOneMovingPolygonIsNotPushedByASecond) {
 TEST_F(MoverTest, CommandsAndMessagesAndForceCreateAddsAForceWithoutScalingOrPrintsItsUsage) {
     EXPECT_NE(console.text().find("\nInitialising down mover manager.."), std::string::npos);
     EXPECT_NE(console.text().find("\nInitialising force manager."), std::string::npos);
-    GLConsole::enterLine("MoverDraw true");
-    GLConsole::enterLine("DynamicNodeDraw true");
+    for (const char* line : {"MoverDraw true", "DynamicNodeDraw true"}) GLConsole::enterLine(line);
     EXPECT_TRUE(MoverManager::state().moverDraw);
     MoverManager::debugDraw();
     MoverManager::resetMovers();

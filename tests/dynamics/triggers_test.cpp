@@ -100,8 +100,7 @@ TEST_F(TriggerManagerTest, AnAllTriggerFiresForEachParticleAndIceBodyEveryFrame)
     ParticleGroup group;
     group.position = Vector2D(20, 20);
     ParticleGroupMover::getGroups().push_back(group);
-    TriggerManager::runTriggers(frame);
-    TriggerManager::runTriggers(frame);
+    for (int i = 0; i < 2; ++i) TriggerManager::runTriggers(frame);
     EXPECT_EQ(trigger.fireCount, 12u);
 }
 
@@ -119,8 +118,7 @@ TEST_F(TriggerManagerTest, ADelayedOnceTriggerActsAfterItsDelayWithoutASubjectUn
     addParticle(Vector2D(5, 5));
     TriggerManager::runTriggers(frame);
     ParticleManager::getParticles().clear();
-    TriggerManager::runTriggers(frame);
-    TriggerManager::runTriggers(frame);
+    for (int i = 0; i < 2; ++i) TriggerManager::runTriggers(frame);
     EXPECT_EQ(moverState(4), Mover::stopped);
     TriggerManager::runTriggers(frame);
     EXPECT_EQ(moverState(4), Mover::toEnd);
@@ -132,8 +130,7 @@ TEST_F(TriggerManagerTest, ADelayedAllTriggerQueuesAnEventForEachParticleAndFram
     addSquare(405, 4, 0, 0, 20, 1.0f);
     addParticle(Vector2D(5, 5));
     addParticle(Vector2D(10, 5));
-    TriggerManager::runTriggers(frame);
-    TriggerManager::runTriggers(frame);
+    for (int i = 0; i < 2; ++i) TriggerManager::runTriggers(frame);
     EXPECT_EQ(TriggerManager::state().delayedEvents.size(), 4u);
     for (int32_t type : {0, 1, 2, 200, 201, 202, 203, 701, 702})
         EXPECT_EQ(addSquare(type, 0, 0, 0, 10, 2.0f).delay, 0.0f) << type;
@@ -160,8 +157,7 @@ TEST_F(TriggerManagerTest, WaterOutsideTheActiveBoxFiresNothingButQueuedEventsSt
     TriggerManager::runTriggers(frame);
     EXPECT_EQ(far.fireCount, 1u);
     Camera::setPosition(Vector2D(-1000, 0));
-    TriggerManager::runTriggers(frame);
-    TriggerManager::runTriggers(frame);
+    for (int i = 0; i < 2; ++i) TriggerManager::runTriggers(frame);
     EXPECT_EQ(moverState(4), Mover::toEnd);
 }
 

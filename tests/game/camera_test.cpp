@@ -133,8 +133,7 @@ TEST_F(CameraTest, ArrowKeysTurnLeftPositiveAndTogetherCancel) {
 TEST_F(CameraTest, TiltStopsAtTheLimitWithoutWrappingAndTurningIsLeftOutWhenNotAllowed) {
     useSettings("maxAngle = 180\nkeyboardTurnSpeed = 100\n");
     GLWindow::Headless::setKeyDown(rightArrow, true);
-    Camera::doTurning(1.0f);
-    Camera::doTurning(1.0f);
+    for (int i = 0; i < 2; ++i) Camera::doTurning(1.0f);
     EXPECT_EQ(std::tuple(Camera::getTilt(), Camera::state().turnSpeed), std::tuple(-180.0f, 0.0f));
     Camera::doTurning(1.0f);
     EXPECT_EQ(Camera::getTilt(), -180.0f);

@@ -170,8 +170,7 @@ TEST_F(GameTest, TheWaterWaitsUntilTheCameraHasArrived) {
 
 TEST_F(GameTest, SpeedReportsPrintWhenAskedForAndTheFreeCameraMovesByArrowsAndZoomsByPages) {
     startPlay();
-    GLConsole::enterLine("ShowGameSpeeds true");
-    GLConsole::enterLine("ShowSimSpeeds true");
+    for (const char* line : {"ShowGameSpeeds true", "ShowSimSpeeds true"}) GLConsole::enterLine(line);
     console.take();
     frames(16, 10);
     const std::string prefix = "\nGame - fps: ";
@@ -229,8 +228,7 @@ TEST_F(GameTest, WithTheConsoleOpenKeysGoToItAndTheCameraDoesNotTurnButZoomsAndS
     EXPECT_FALSE(GameState::state().consoleVisible);
     frameWithKeys({37});
     EXPECT_FLOAT_EQ(Camera::getTilt(), 1.0f);
-    GLConsole::enterLine("ZoomCamera");
-    GLConsole::enterLine("ShakeCamera");
+    for (const char* line : {"ZoomCamera", "ShakeCamera"}) GLConsole::enterLine(line);
     EXPECT_EQ(std::tuple(Camera::getState(), Camera::state().shaking), std::tuple(Camera::zoomingOut, true));
 }
 
@@ -238,8 +236,7 @@ TEST_F(GameTest, WithTheConsoleOpenKeysGoToItAndTheCameraDoesNotTurnButZoomsAndS
 
 TEST_F(GameTest, RestartPutsTheWaterBackAndKeepsThePauseAndAChangeOfMapWinsOverIt) {
     startPlay();
-    GLConsole::enterLine("ShowSimSpeeds true");
-    GLConsole::enterLine("Pause true");
+    for (const char* line : {"ShowSimSpeeds true", "Pause true"}) GLConsole::enterLine(line);
     ParticleManager::getParticles().resize(5);
     GLConsole::enterLine("Restart");
     Game::runFrame(0.02f);

@@ -84,8 +84,7 @@ TEST_P(AbsurdInputTest, TheGameGoesOnAndTheLevelCanBeRestarted) {
     if (*consoleLine) GLConsole::enterLine(consoleLine);
     steps(75);
     EXPECT_TRUE(isFinite(Camera::getPosition()));
-    GLConsole::enterLine("Gravity 1000");
-    GLConsole::enterLine("Restart");
+    for (const char* line : {"Gravity 1000", "Restart"}) GLConsole::enterLine(line);
     steps(2);
     EXPECT_EQ(GameRules::getParticleCount(), 128);
     steps(75);

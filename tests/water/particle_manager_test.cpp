@@ -31,8 +31,7 @@ TEST_F(ParticleManagerTest, ConsoleReadsAndChangesTheConstants) {
     EXPECT_EQ(ParticleManager::getHeatTransferRate(), 1.0f);
     GLConsole::enterLine("HeatTransferRate -1");
     EXPECT_EQ(ParticleManager::getHeatTransferRate(), 0.0f);
-    GLConsole::enterLine("SteamRiseRate 4");
-    GLConsole::enterLine("SteamScatterRate 0.5");
+    for (const char* line : {"SteamRiseRate 4", "SteamScatterRate 0.5"}) GLConsole::enterLine(line);
     EXPECT_EQ(ParticleManager::getSteamRiseRate(), 4.0f);
     EXPECT_EQ(ParticleManager::getSteamScatterRate(), 0.5f);
     Particle& particle = addParticle(Vector2D());
@@ -159,8 +158,7 @@ TEST_F(ParticleManagerTest, WaterFarOutsideTheViewIsErased) {
 TEST_F(ParticleManagerTest, WaterThrownToInfinityIsErasedNotKept) {
     addParticle(Vector2D(), Vector2D(0, INFINITY));
     addParticle(Vector2D(10, 0), Vector2D(0, NAN));
-    ParticleManager::runSimulation(0.03f);
-    ParticleManager::runSimulation(0.03f);
+    for (int i = 0; i < 2; ++i) ParticleManager::runSimulation(0.03f);
     EXPECT_EQ(particleCount(), 0u);
     Camera::doMovement(0.02f);
     EXPECT_TRUE(std::isfinite(Camera::getPosition().x));
