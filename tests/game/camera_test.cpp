@@ -1,39 +1,28 @@
-#include <gtest/gtest.h>
-
 #include "game/camera_state.h"
-#include "support/test_support.h"
-#include "water/water.h"
+#include "water/water_fixture.h"
 
 namespace {
 
 constexpr int leftArrow = 37;
 constexpr int rightArrow = 39;
 
-class CameraTest : public ::testing::Test {
+class CameraTest : public WaterWorld {
 protected:
-    void SetUp() override {
-        setRandomSeed(99);
-        ParticleManager::initialise();
-    }
     void TearDown() override {
         GLWindow::Headless::setKeyDown(leftArrow, false);
         GLWindow::Headless::setKeyDown(rightArrow, false);
-        ParticleManager::shutdown();
+        WaterWorld::TearDown();
     }
 
-    void useSettings(const std::string& settings, int state = Camera::following) {
-        folder.write("cfg/camera.cfg", settings);
-        Camera::initialise();
-        Camera::setPosition(Vector2D());
+    // No water, and the camera at the origin with the given settings and state.
+    void useCamera(const std::string& settings, int state = Camera::following) {
+        useSettings("", settings);
         Camera::setState(state);
     }
-
-    ScratchFolder folder;
-    ConsoleCapture console;
 };
 
 TEST_F(CameraTest, StartsFarLeftAtRestAndReadsSafeSettings) {
-    useSettings("maxAngle = -400\nkeyboardTurnSpeed = -30\nrotationSmooth = 5\n");
+    useCamera("maxAngle = -400\nkeyboardTurnSpeed = -30\nrotationSmooth = 5\n");
     Camera::initialise();
     EXPECT_EQ(std::tuple(Camera::getPosition(), Camera::getState(), Camera::movingTowardsWaypoint(),
                          Camera::getZoom(), Camera::getTilt()),
@@ -42,7 +31,7 @@ TEST_F(CameraTest, StartsFarLeftAtRestAndReadsSafeSettings) {
     GLWindow::Headless::setKeyDown(leftArrow, true);
     Camera::doTurning(1.0f);
     EXPECT_EQ(Camera::getTilt(), 0.0f);
-    useSettings("maxAngle = -400\nkeyboardTurnSpeed = -30\n");
+    useCamera("maxAngle = -400\nkeyboardTurnSpeed = -30\n");
     Camera::doTurning(1.0f);
     EXPECT_EQ(Camera::getTilt(), 30.0f);
     for (int i = 0; i < 10; ++i) Camera::doTurning(1.0f);
@@ -57,7 +46,7 @@ TEST_F(CameraTest, StartsFarLeftAtRestAndReadsSafeSettings) {
 // Following the water.
 
 TEST_F(CameraTest, NearWaterOutweighsADistantDropAndIceCountsByItsMembers) {
-    useSettings("");
+    useCamera("");
     ParticleManager::createParticles(5000, 0, 0, 1);
     ParticleManager::createParticles(10, 0, 5, 100);
     Camera::doMovement(0.02f);
@@ -66,8 +55,7 @@ TEST_F(CameraTest, NearWaterOutweighsADistantDropAndIceCountsByItsMembers) {
     ParticleManager::createParticles(100, 50, 0, 4);
     Camera::doMovement(0.02f);
     EXPECT_EQ(Camera::getPosition(), Vector2D(100, 50));
-    useSettings("");
-    ParticleManager::getParticles().clear();
+    useCamera("");
     ParticleManager::createParticles(-200, 0, 0, 1);
     ParticleGroup& ice = ParticleGroupMover::getGroups().emplace_back();
     ice.position = Vector2D(200, 0);
@@ -79,22 +67,19 @@ TEST_F(CameraTest, NearWaterOutweighsADistantDropAndIceCountsByItsMembers) {
 
 TEST_F(CameraTest, FollowingIsSmoothedAlikeAtAnyFrameRateAndWithoutWaterItDriftsToTheOrigin) {
     for (const int steps : {10, 50}) {
-        useSettings("movementInterpolateSpeed = 0.25");
-        ParticleManager::getParticles().clear();
+        useCamera("movementInterpolateSpeed = 0.25");
         ParticleManager::createParticles(80, 0, 0, 1);
         for (int i = 0; i < steps; ++i) Camera::doMovement(1.0f / static_cast<float>(steps));
         EXPECT_NEAR(Camera::getPosition().x, 60.0f, 1e-3f) << steps;
     }
-    useSettings("movementInterpolateSpeed = 0.5");
-    ParticleManager::getParticles().clear();
+    useCamera("movementInterpolateSpeed = 0.5");
     Camera::setPosition(Vector2D(100, 0));
     Camera::doMovement(1.0f);
     EXPECT_FLOAT_EQ(Camera::getPosition().x, 50.0f);
 }
 
 TEST_F(CameraTest, TheGlideToTheWaterEndsWithinItsDistanceAtOnceWhenTheWaterIsNear) {
-    useSettings("waypointInterpolateSpeed = 0.01\nwaypointInterpolateDistance = 5\n",
-                Camera::movingToWaypoint);
+    useCamera("waypointInterpolateSpeed = 0.01\nwaypointInterpolateDistance = 5\n", Camera::movingToWaypoint);
     ParticleManager::createParticles(100, 0, 0, 1);
     Camera::doMovement(0.5f);
     EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
@@ -103,9 +88,7 @@ TEST_F(CameraTest, TheGlideToTheWaterEndsWithinItsDistanceAtOnceWhenTheWaterIsNe
     EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
     Camera::doMovement(0.5f);
     EXPECT_EQ(Camera::getState(), Camera::following);
-    useSettings("waypointInterpolateSpeed = 5\nwaypointInterpolateDistance = -20\n",
-                Camera::movingToWaypoint);
-    ParticleManager::getParticles().clear();
+    useCamera("waypointInterpolateSpeed = 5\nwaypointInterpolateDistance = -20\n", Camera::movingToWaypoint);
     ParticleManager::createParticles(15, 0, 0, 1);
     Camera::doMovement(0.02f);
     EXPECT_EQ(Camera::getState(), Camera::following);
@@ -116,7 +99,7 @@ TEST_F(CameraTest, TheGlideToTheWaterEndsWithinItsDistanceAtOnceWhenTheWaterIsNe
 // Turning.
 
 TEST_F(CameraTest, ArrowKeysTurnLeftPositiveAndTogetherCancel) {
-    useSettings("maxAngle = 90\nkeyboardTurnSpeed = 20\nrotationSmooth = 0.5\n");
+    useCamera("maxAngle = 90\nkeyboardTurnSpeed = 20\nrotationSmooth = 0.5\n");
     GLWindow::Headless::setKeyDown(leftArrow, true);
     Camera::doTurning(1.0f);
     EXPECT_FLOAT_EQ(Camera::state().turnSpeed, 10.0f);
@@ -131,13 +114,13 @@ TEST_F(CameraTest, ArrowKeysTurnLeftPositiveAndTogetherCancel) {
 }
 
 TEST_F(CameraTest, TiltStopsAtTheLimitWithoutWrappingAndTurningIsLeftOutWhenNotAllowed) {
-    useSettings("maxAngle = 180\nkeyboardTurnSpeed = 100\n");
+    useCamera("maxAngle = 180\nkeyboardTurnSpeed = 100\n");
     GLWindow::Headless::setKeyDown(rightArrow, true);
     for (int i = 0; i < 2; ++i) Camera::doTurning(1.0f);
     EXPECT_EQ(std::tuple(Camera::getTilt(), Camera::state().turnSpeed), std::tuple(-180.0f, 0.0f));
     Camera::doTurning(1.0f);
     EXPECT_EQ(Camera::getTilt(), -180.0f);
-    useSettings("maxAngle = 90\nkeyboardTurnSpeed = 30\n");
+    useCamera("maxAngle = 90\nkeyboardTurnSpeed = 30\n");
     GLWindow::Headless::setKeyDown(rightArrow, false);
     GLWindow::Headless::setKeyDown(leftArrow, true);
     for (const bool allowed : {false, true}) Camera::doMovements(allowed, 1.0f);
@@ -145,7 +128,7 @@ TEST_F(CameraTest, TiltStopsAtTheLimitWithoutWrappingAndTurningIsLeftOutWhenNotA
 }
 
 TEST_F(CameraTest, TheMouseTurnsByItsMoveSinceTheLastStep) {
-    useSettings("maxAngle = 90\nmouseTurnSpeed = 0.5\n");
+    useCamera("maxAngle = 90\nmouseTurnSpeed = 0.5\n");
     GLWindow::createWindow("camera", 800, 600);
     GLWindow::Headless::setMouse(GLWindow::getClientCenterX() + 10, 300);
     Camera::doTurning(1.0f);
@@ -166,7 +149,7 @@ TEST_F(CameraTest, TheMouseTurnsByItsMoveSinceTheLastStep) {
 // Zooming.
 
 TEST_F(CameraTest, ZoomGoesOutHoldsAndComesBack) {
-    useSettings("zoomSpeed = 1\nzoomWait = 2\n");
+    useCamera("zoomSpeed = 1\nzoomWait = 2\n");
     Camera::zoomOut();
     EXPECT_EQ(Camera::getState(), Camera::zoomingOut);
     Camera::doZooming(1.0f);
@@ -188,11 +171,11 @@ TEST_F(CameraTest, ZoomGoesOutHoldsAndComesBack) {
 }
 
 TEST_F(CameraTest, ZoomComesBackToExactlyOneAndZoomOutIsIgnoredWhileGlidingOrAlreadyZoomingOut) {
-    useSettings("zoomSpeed = 10\nzoomWait = 0\n");
+    useCamera("zoomSpeed = 10\nzoomWait = 0\n");
     Camera::zoomOut();
     for (const float dt : {1.0f, 0.1f, 1.0f}) Camera::doZooming(dt);
     EXPECT_EQ(std::tuple(Camera::getZoom(), Camera::getState()), std::tuple(1.0f, Camera::following));
-    useSettings("zoomSpeed = 1\nzoomWait = 2\n", Camera::movingToWaypoint);
+    useCamera("zoomSpeed = 1\nzoomWait = 2\n", Camera::movingToWaypoint);
     Camera::zoomOut();
     EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
     Camera::doZooming(1.0f);
@@ -206,7 +189,7 @@ TEST_F(CameraTest, ZoomComesBackToExactlyOneAndZoomOutIsIgnoredWhileGlidingOrAlr
 // Shaking.
 
 TEST_F(CameraTest, AShakeRunsBetweenTargetsForItsTime) {
-    useSettings("shakeTime = 1\nshakeStrenght = 8\nshakeSpeed = 40\n");
+    useCamera("shakeTime = 1\nshakeStrenght = 8\nshakeSpeed = 40\n");
     Camera::shake();
     ASSERT_TRUE(Camera::state().shaking);
     const Vector2D target = Camera::state().shakeTarget;
@@ -221,7 +204,7 @@ TEST_F(CameraTest, AShakeRunsBetweenTargetsForItsTime) {
 }
 
 TEST_F(CameraTest, ASecondShakeOnlyProlongsItAndAfterwardsTheOffsetRunsBackWithoutOvershooting) {
-    useSettings("shakeTime = 1\nshakeStrenght = 8\nshakeSpeed = 1\n");
+    useCamera("shakeTime = 1\nshakeStrenght = 8\nshakeSpeed = 1\n");
     Camera::shake();
     const Vector2D target = Camera::state().shakeTarget;
     Camera::doShaking(0.6f);
@@ -229,7 +212,7 @@ TEST_F(CameraTest, ASecondShakeOnlyProlongsItAndAfterwardsTheOffsetRunsBackWitho
     EXPECT_EQ(std::tuple(Camera::state().shakeTimer, Camera::state().shakeTarget), std::tuple(1.0f, target));
     Camera::doShaking(0.6f);
     EXPECT_TRUE(Camera::state().shaking);
-    useSettings("shakeTime = 0.05\nshakeStrenght = 10\nshakeSpeed = 100\n");
+    useCamera("shakeTime = 0.05\nshakeStrenght = 10\nshakeSpeed = 100\n");
     Camera::shake();
     Camera::doShaking(0.1f);  // ends the shake, and this step still moves all the way to the target
     EXPECT_EQ(std::tuple(Camera::state().shaking, Camera::state().shakeTimer), std::tuple(false, 0.0f));
