@@ -43,12 +43,12 @@ protected:
 // colour differ from what a missing key reads as, so that a value left alone
 // shows.
 
-// Frequency, burst, live times, gravities, red of colour 1, spread in whole degrees, textures.
+// Frequency, burst, live times, gravities, red of colour 1, spread in degrees to a thousandth, textures.
 using Snapshot = std::tuple<float, uint32_t, float, float, float, float, float, float, std::size_t>;
 
 Snapshot snapshot(const FxParticleEmitter& e) {
     return {e.frequency,      e.burstSize, e.liveTime1, e.liveTime2,
-            e.gravity1,       e.gravity2,  e.color1.r,  std::round(e.spread / 0.017453292f),
+            e.gravity1,       e.gravity2,  e.color1.r,  std::round(e.spread / 0.017453292f * 1000) / 1000,
             e.textures.size()};
 }
 
