@@ -4,15 +4,8 @@
 
 namespace {
 
-class BspTest : public ::testing::Test {
+class BspTest : public LevelTest {
 protected:
-    void TearDown() override { Level::clear(); }
-
-    void load(const std::string& text) {
-        folder.write("maps/t.rill", bytesFromText(text));
-        ASSERT_TRUE(Level::load("maps\\t.rill"));
-        console.take();
-    }
     static std::vector<BspNode*> nodes() {
         std::vector<BspNode*> list;
         LevelBspTree::getNodeList(list);
@@ -25,9 +18,6 @@ protected:
             if (std::fabs(node->start.x - 100) < 0.01f && std::fabs(node->end.x - 100) < 0.01f) ++count;
         return count;
     }
-
-    ScratchFolder folder;
-    ConsoleCapture console;
 };
 
 const char* const twoSquares =

@@ -6,15 +6,9 @@
 
 namespace {
 
-class LevelLoaderTest : public ::testing::Test {
+// The square is loaded first, so that failures can be seen to leave it.
+class LevelLoaderTest : public LevelTest {
 protected:
-    void TearDown() override { Level::clear(); }
-
-    // Loads a good level first, so that failures can be seen to leave it.
-    void loadSquare() {
-        folder.write("maps/square.rill", bytesFromText(squareText));
-        ASSERT_TRUE(Level::load("maps\\square.rill"));
-    }
     void expectSquareStanding() {
         ASSERT_EQ(Level::getPolygons().size(), 1u);
         EXPECT_EQ(
@@ -33,9 +27,6 @@ protected:
         const std::size_t at = text.find("\nReason: ");
         return at == std::string::npos ? text : text.substr(at + 9);
     }
-
-    ScratchFolder folder;
-    ConsoleCapture console;
 };
 
 std::string u32(uint32_t value) {
@@ -56,7 +47,7 @@ TEST_F(LevelLoaderTest, SmallestFileHas52BytesAndLoadsEmptyAndAMissingFileKeepsT
     EXPECT_EQ(std::tuple(Level::getPolygons().empty(), LevelBspTree::getRoot()), std::tuple(true, nullptr));
     EXPECT_NE(console.text().find("\nLevel 'maps\\empty.rill' loaded successfully..\nLevel loading took "),
               std::string::npos);
-    loadSquare();
+    load(squareText);
     EXPECT_FALSE(Level::load("maps\\nothere.rill"));
     EXPECT_NE(console.text().find("\nUnable to open level file 'maps\\nothere.rill'"), std::string::npos);
     expectSquareStanding();
@@ -98,7 +89,7 @@ TEST_F(LevelLoaderTest, CollisionModesSetTheTwoFlags) {
 }
 
 TEST_F(LevelLoaderTest, CutAtAnyByteFailsAndLeavesTheLevel) {
-    loadSquare();
+    load(squareText);
     const std::string bytes = bytesFromText(everyRecordText);
     for (std::size_t size = 0; size < bytes.size(); ++size) {
         EXPECT_EQ(failureReason(bytes.substr(0, size)), "Unable to read file") << "cut at " << size;
@@ -107,7 +98,7 @@ TEST_F(LevelLoaderTest, CutAtAnyByteFailsAndLeavesTheLevel) {
 }
 
 TEST_F(LevelLoaderTest, HeaderCountAndFieldMessages) {
-    loadSquare();  // every failure leaves it standing
+    load(squareText);  // every failure leaves it standing
     EXPECT_EQ(failureReason(u32(0x12345678) + u32(12)), "Not a BKF level file.");
     folder.write("maps/v.rill", u32(0x008F1397) + u32(11));
     console.take();
@@ -162,7 +153,7 @@ TEST_F(LevelLoaderTest, HeaderCountAndFieldMessages) {
 }
 
 TEST_F(LevelLoaderTest, ZeroStrengthEmptyNamesAndALaterGoodLoadWork) {
-    loadSquare();
+    load(squareText);
     failureReason(header);
     folder.write("maps/ok.rill",
                  bytesFromText("polygon texture \"\"\n0 0\n9 0\n9 9\nend\nsound strength 0\n"));

@@ -20,6 +20,21 @@ inline std::string bytesFromText(const std::string& text) {
     return LevelFileFormat::write(levelFromText(text));
 }
 
+// A scratch folder with the console captured, and levels loaded from their
+// text form and cleared again after the test.
+class LevelTest : public ::testing::Test {
+protected:
+    void TearDown() override { Level::clear(); }
+    void load(const std::string& text) {
+        folder.write("maps/t.rill", bytesFromText(text));
+        ASSERT_TRUE(Level::load("maps\\t.rill"));
+        console.take();
+    }
+
+    ScratchFolder folder;
+    ConsoleCapture console;
+};
+
 inline const char* const squareText =
     "water 50 50\ncamera 60 60\n"
     "polygon id 1 surface wood\n  0 0\n  100 0\n  100 100\n  0 100\nend\n";

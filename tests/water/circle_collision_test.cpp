@@ -3,20 +3,13 @@
 
 namespace {
 
-class CircleCollisionTest : public ::testing::Test {
+class CircleCollisionTest : public LevelTest {
 protected:
     void SetUp() override { load(squareText); }
     void TearDown() override {
         CircleCollision::state().collideableNodes.clear();
-        Level::clear();
+        LevelTest::TearDown();
     }
-    void load(const std::string& text) {
-        folder.write("maps/t.rill", bytesFromText(text));
-        ASSERT_TRUE(Level::load("maps\\t.rill"));
-    }
-
-    ScratchFolder folder;
-    ConsoleCapture console;
 };
 
 }  // namespace
