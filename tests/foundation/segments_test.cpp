@@ -2,7 +2,7 @@
 
 #include "foundation/foundation.h"
 
-TEST(EdgesCross, CrossingsMissesSharedEndsAndDegenerateSegments) {
+TEST(EdgesCross, CrossingsMissesSharedEndsAndDegenerateSegmentsAndLinesMeetAsInfiniteOnes) {
     const std::tuple<float, float, float, float, float, float, float, float, bool> cases[] = {
         {0, 0, 10, 10, 0, 10, 10, 0, true},
         {0, 0, 10, 0, 5, -5, 5, 5, true},
@@ -24,9 +24,6 @@ TEST(EdgesCross, CrossingsMissesSharedEndsAndDegenerateSegments) {
         EXPECT_EQ(edgesCross({ax, ay}, {bx, by}, {cx, cy}, {dx, dy}), crosses)
             << ax << "," << ay << " " << bx << "," << by << " / " << cx << "," << cy << " " << dx << ","
             << dy;
-}
-
-TEST(LineIntersection, InfiniteLinesAndParallelLeavesResult) {
     Vector2D result(7, 7);
     lineIntersection({0, 0}, {1, 0}, {5, 3}, {5, 4}, result);
     EXPECT_EQ(result, Vector2D(5, 0));

@@ -63,7 +63,7 @@ BspNode* randomEdge(float spacing, uint32_t cells, uint32_t lengths) {
 
 }  // namespace
 
-TEST(BspPartitionChoice, SameWinnerAsTryingEveryCandidatePlainly) {
+TEST(BspPartitionChoice, SameWinnerAsTryingEveryCandidatePlainlyAndForEmptyAndSingleLists) {
     setRandomSeed(4321);
     for (int round = 0; round < 40; ++round) {
         NodeList list;
@@ -75,9 +75,6 @@ TEST(BspPartitionChoice, SameWinnerAsTryingEveryCandidatePlainly) {
             << "round " << round;
         for (BspNode* node : list) delete node;
     }
-}
-
-TEST(BspPartitionChoice, EmptyAndSingleLists) {
     NodeList empty;
     EXPECT_EQ(LevelBspTree::Build::choosePartitionNode(empty), empty.end());
     NodeList one{edge(0, 0, 1, 0)};

@@ -26,18 +26,14 @@ TEST(Paths, UnmatchedComponentsKeepTheirNameForNewFiles) {
     EXPECT_FALSE(Platform::createDirectory("NEW")) << "an existing folder in another case is the same folder";
 }
 
-TEST(Paths, FoldersNeverOpenAsFiles) {
-    ScratchFolder folder;
-    folder.write("maps/level.rill", "");
-    EXPECT_EQ(Platform::openFile("maps", "rb"), nullptr);
-    EXPECT_EQ(Platform::openFile("", "rb"), nullptr);
-}
-
-TEST(Paths, FindFilesMatchesPatternsSortedByName) {
+TEST(Paths, FindFilesMatchesPatternsSortedByNameAndFoldersNeverOpenAsFiles) {
     ScratchFolder folder;
     for (const char* name : {"anim_FRAME10.tga", "anim_FRAME02.tga", "ANIM_frame01.TGA", "other.tga"})
         folder.write(std::string("gfx/") + name, "");
     const std::vector<std::string> expected{"ANIM_frame01.TGA", "anim_FRAME02.tga", "anim_FRAME10.tga"};
     EXPECT_EQ(Platform::findFiles("GFX\\anim_FRAME*.tga"), expected);
     EXPECT_TRUE(Platform::findFiles("missing\\*.tga").empty());
+    folder.write("maps/level.rill", "");
+    EXPECT_EQ(Platform::openFile("maps", "rb"), nullptr);
+    EXPECT_EQ(Platform::openFile("", "rb"), nullptr);
 }
