@@ -67,12 +67,20 @@ INSTANTIATE_TEST_SUITE_P(
         Answer{"texturequality 3 4", "\nUSAGE: TextureQuality < integer number OR nothing >"},
         Answer{"map", "\nMap is "}));
 
-TEST_F(BasicCommandsTest, VsyncEnableIsKeptAndMapWithoutAWindowStartsNoGame) {
+TEST_F(BasicCommandsTest, WithoutAWindowVsyncIsKeptMapStartsNoGameAndAnisotropicFilteringReportsItsLevel) {
     run("vsyncenable false");
     EXPECT_FALSE(GLWindow::vsyncEnabled());
     EXPECT_EQ(run("vsyncenable"), "\nVsyncEnable is false");
     EXPECT_EQ(run("map maps\\none.rill"), "");
     EXPECT_FALSE(Game::isRunning());
+    const std::string level = std::to_string(GLTextureManager::getAnisotropicFilteringLevel());
+    EXPECT_EQ(run("anisotropicfilteringlevel"), "\nAnisotropicFilteringLevel is " + level);
+    // Without the extension the level can't change.
+    if (!GLTextureManager::supportsAnisotropic()) {
+        EXPECT_EQ(run("anisotropicfilteringlevel 8"), "\nAnisotropicFilteringLevel is now " + level);
+    }
+    EXPECT_EQ(run("anisotropicfilteringlevel x"),
+              "\nUSAGE: AnisotropicFilteringLevel < integer number OR nothing >");
 }
 
 TEST_F(BasicCommandsTest, MemoryReportsTheMachine) {
@@ -131,17 +139,6 @@ TEST_F(BasicCommandsTest, TextureListAndMemoryFollowTheStore) {
         EXPECT_EQ(run("texturememory"),
                   title("Texture memory used") + std::to_string(held + held / 3) + " bytes");
     }
-}
-
-TEST_F(BasicCommandsTest, AnisotropicFilteringLevelReportsTheLevelInForce) {
-    const std::string level = std::to_string(GLTextureManager::getAnisotropicFilteringLevel());
-    EXPECT_EQ(run("anisotropicfilteringlevel"), "\nAnisotropicFilteringLevel is " + level);
-    // Without the extension the level can't change.
-    if (!GLTextureManager::supportsAnisotropic()) {
-        EXPECT_EQ(run("anisotropicfilteringlevel 8"), "\nAnisotropicFilteringLevel is now " + level);
-    }
-    EXPECT_EQ(run("anisotropicfilteringlevel x"),
-              "\nUSAGE: AnisotropicFilteringLevel < integer number OR nothing >");
 }
 
 TEST_F(BasicCommandsTest, RendererAndExtensionsAskTheRealContext) {

@@ -54,8 +54,7 @@ TEST_F(LevelLoaderTest, SmallestFileHas52BytesAndLoadsEmptyAndAMissingFileKeepsT
 }
 
 TEST_F(LevelLoaderTest, EveryRecordIsReadAndHandedOver) {
-    folder.write("maps/all.rill", bytesFromText(everyRecordText));
-    ASSERT_TRUE(Level::load("maps\\all.rill"));
+    load(everyRecordText);
     const Polygon2D& polygon = Level::getPolygons().front();
     EXPECT_EQ(polygon.id, 7);
     ASSERT_TRUE(polygon.texture);
@@ -88,13 +87,16 @@ TEST_F(LevelLoaderTest, CollisionModesSetTheTwoFlags) {
     }
 }
 
-TEST_F(LevelLoaderTest, CutAtAnyByteFailsAndLeavesTheLevel) {
+TEST_F(LevelLoaderTest, CutAtAnyByteFailsAndLeavesTheLevelAndZeroStrengthsAndEmptyNamesLoadAfterwards) {
     load(squareText);
     const std::string bytes = bytesFromText(everyRecordText);
     for (std::size_t size = 0; size < bytes.size(); ++size) {
         EXPECT_EQ(failureReason(bytes.substr(0, size)), "Unable to read file") << "cut at " << size;
         expectSquareStanding();
     }
+    load("polygon texture \"\"\n0 0\n9 0\n9 9\nend\nsound strength 0\n");
+    EXPECT_EQ(Level::getPolygons().front().texture->name, "");
+    EXPECT_EQ(Level::state().records.sounds.size(), 1u);
 }
 
 TEST_F(LevelLoaderTest, HeaderCountAndFieldMessages) {
@@ -152,18 +154,7 @@ TEST_F(LevelLoaderTest, HeaderCountAndFieldMessages) {
     expectSquareStanding();
 }
 
-TEST_F(LevelLoaderTest, ZeroStrengthEmptyNamesAndALaterGoodLoadWork) {
-    load(squareText);
-    failureReason(header);
-    folder.write("maps/ok.rill",
-                 bytesFromText("polygon texture \"\"\n0 0\n9 0\n9 9\nend\nsound strength 0\n"));
-    ASSERT_TRUE(Level::load("maps\\ok.rill"));
-    EXPECT_EQ(Level::getPolygons().front().texture->name, "");
-    EXPECT_EQ(Level::state().records.sounds.size(), 1u);
-}
-
-TEST(SurfaceTypeManager, ValidTypesFrictionAndClamping) {
-    ScratchFolder folder;
+TEST_F(LevelLoaderTest, SurfaceTypesAndTheirFrictionsAreClamped) {
     EXPECT_EQ(
         std::tuple(SurfaceTypeManager::validSurfaceType(0), SurfaceTypeManager::validSurfaceType(6),
                    SurfaceTypeManager::validSurfaceType(5), SurfaceTypeManager::getSurfaceTypeFriction(9)),
@@ -178,11 +169,8 @@ TEST(SurfaceTypeManager, ValidTypesFrictionAndClamping) {
                          SurfaceTypeManager::getSurfaceTypeFriction(3),
                          SurfaceTypeManager::getSurfaceTypeFriction(4)),
               std::tuple(1.0f, 0.0f, 0.25f, 0.0f));
-    folder.write("maps/wood.rill", bytesFromText("polygon surface stone\n0 0\n9 0\n9 9\nend\n"));
-    ConsoleCapture console;
-    ASSERT_TRUE(LevelLoader::loadLevel("maps\\wood.rill"));
+    load("polygon surface stone\n0 0\n9 0\n9 9\nend\n");
     EXPECT_EQ(Level::getPolygons().front().friction, 0.25f);
-    Level::clear();
     // Back to the values before any configuration, for the tests that follow.
     folder.write("cfg/surfaces.cfg",
                  "surfaceFriction_metal = 1\nsurfaceFriction_wood = 1\nsurfaceFriction_stone = 1\n"

@@ -3,7 +3,7 @@
 #include "platform/platform.h"
 #include "support/test_support.h"
 
-TEST(Paths, GameNamesReachFilesWhateverTheirCase) {
+TEST(Paths, GameNamesReachFilesWhateverTheirCaseAndUnmatchedComponentsKeepTheirName) {
     ScratchFolder folder;
     folder.write("gfx/default.tga", "x");
     folder.write("Cfg/Game.cfg", "y");
@@ -12,10 +12,6 @@ TEST(Paths, GameNamesReachFilesWhateverTheirCase) {
               std::tuple("gfx/default.tga", "Cfg/Game.cfg", "Cfg/Game.cfg"));
     EXPECT_TRUE(Platform::fileExists("CFG\\GAME.CFG"));
     EXPECT_FALSE(Platform::fileExists("cfg\\other.cfg"));
-}
-
-TEST(Paths, UnmatchedComponentsKeepTheirNameForNewFiles) {
-    ScratchFolder folder;
     folder.write("SAV/keep.txt", "");
     EXPECT_EQ(Platform::resolvePath("sav\\scores.sav"), "SAV/scores.sav");
     FILE* file = Platform::openFile("sav\\scores.sav", "wb");
