@@ -135,7 +135,7 @@ TEST_F(FxTest, DamagedSettingsFilesNeverBreakTheClamps) {
 
 // The emitter's own clock and its fan of directions.
 
-TEST_F(FxTest, ParticlesAreSpacedByTimeWhateverTheStep) {
+TEST_F(FxTest, ParticlesAreSpacedByTimeWhateverTheStepAndFannedOutByTheSpread) {
     FxParticleEmitter emitter = emitterAt(Vector2D());
     emitter.setFrequency(0.01f);
     emitter.run(0.033f);
@@ -147,9 +147,6 @@ TEST_F(FxTest, ParticlesAreSpacedByTimeWhateverTheStep) {
     emitter.createBurst();  // a stopped emitter bursts all the same
     EXPECT_EQ(particles().size(), 3u + 16u);
     particles().clear();  // they point at this emitter's textures
-}
-
-TEST_F(FxTest, DirectionOfZeroIsRandomAndTheSpreadFansItOut) {
     FxParticleEmitter first, second;
     first.setDirection(0, 0);
     second.setDirection(0, 0);
@@ -158,15 +155,15 @@ TEST_F(FxTest, DirectionOfZeroIsRandomAndTheSpreadFansItOut) {
     second.setDirection(0, -3);
     EXPECT_EQ(second.direction, Vector2D(0, -1));
 
-    FxParticleEmitter emitter = emitterAt(Vector2D());
-    emitter.setDirection(0, -1);
-    emitter.velocity1 = emitter.velocity2 = 10.0f;
-    for (int i = 0; i < 20; ++i) emitter.spawnParticle();
+    FxParticleEmitter fan = emitterAt(Vector2D());
+    fan.setDirection(0, -1);
+    fan.velocity1 = fan.velocity2 = 10.0f;
+    for (int i = 0; i < 20; ++i) fan.spawnParticle();
     for (const FxParticle& particle : particles()) EXPECT_EQ(particle.velocity, Vector2D(0, -10));
     particles().clear();
-    emitter.spread = 2.0f * pi;
+    fan.spread = 2.0f * pi;
     bool quadrants[4] = {false, false, false, false};
-    for (int i = 0; i < 200; ++i) emitter.spawnParticle();
+    for (int i = 0; i < 200; ++i) fan.spawnParticle();
     for (const FxParticle& particle : particles())
         quadrants[(particle.velocity.x > 0 ? 1 : 0) + (particle.velocity.y > 0 ? 2 : 0)] = true;
     for (bool seen : quadrants) EXPECT_TRUE(seen);

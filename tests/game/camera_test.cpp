@@ -98,7 +98,7 @@ TEST_F(CameraTest, TheGlideToTheWaterEndsWithinItsDistanceAtOnceWhenTheWaterIsNe
 
 // Turning.
 
-TEST_F(CameraTest, ArrowKeysTurnLeftPositiveAndTogetherCancel) {
+TEST_F(CameraTest, ArrowKeysTurnLeftPositiveTogetherCancelAndStopAtTheLimitOnlyWhenAllowed) {
     useCamera("maxAngle = 90\nkeyboardTurnSpeed = 20\nrotationSmooth = 0.5\n");
     GLWindow::Headless::setKeyDown(leftArrow, true);
     Camera::doTurning(1.0f);
@@ -111,9 +111,6 @@ TEST_F(CameraTest, ArrowKeysTurnLeftPositiveAndTogetherCancel) {
     Camera::doTurning(1.0f);
     EXPECT_FLOAT_EQ(Camera::state().turnSpeed, -7.5f);
     EXPECT_FLOAT_EQ(Camera::getTilt(), 7.5f);
-}
-
-TEST_F(CameraTest, TiltStopsAtTheLimitWithoutWrappingAndTurningIsLeftOutWhenNotAllowed) {
     useCamera("maxAngle = 180\nkeyboardTurnSpeed = 100\n");
     GLWindow::Headless::setKeyDown(rightArrow, true);
     for (int i = 0; i < 2; ++i) Camera::doTurning(1.0f);
