@@ -40,9 +40,7 @@ TEST_F(CircleCollisionTest, NoContactLeavesZeroNormalAndFullFriction) {
     const std::pair<Vector2D, bool> cases[] = {
         {{-50, -50}, true}, {{50, -1}, false}, {{NAN, 0}, true}, {{INFINITY, -INFINITY}, true}};
     for (const auto& [start, level] : cases) {
-        if (!level) {
-            Level::clear();
-        }
+        if (!level) Level::clear();
         Vector2D centre = start;
         EXPECT_FALSE(CircleCollision::collisionTest(&centre, 2.0f)) << start.x << "," << start.y;
         if (std::isfinite(start.x)) {
