@@ -16,32 +16,27 @@ TgaPicture bakedPicture(const std::string& name) {
     return readTga(readBytes(bakedDataFolder() / name));
 }
 
-// Mean colour difference between the columns x and x + 1 (wrapping), over all rows.
-double columnStep(const TgaPicture& p, int x) {
+// Mean colour difference across the line between column at and at + 1
+// (wrapping), or between row at and at + 1.
+double step(const TgaPicture& p, int at, bool rows) {
+    const int length = rows ? p.width : p.height, next = (at + 1) % (rows ? p.height : p.width);
     double sum = 0.0;
-    const int next = (x + 1) % p.width;
-    for (int y = 0; y < p.height; ++y)
-        for (int c = 0; c < 3; ++c) sum += std::abs(p.pixel(x, y)[c] - p.pixel(next, y)[c]);
-    return sum / p.height;
-}
-
-double rowStep(const TgaPicture& p, int y) {
-    double sum = 0.0;
-    const int next = (y + 1) % p.height;
-    for (int x = 0; x < p.width; ++x)
-        for (int c = 0; c < 3; ++c) sum += std::abs(p.pixel(x, y)[c] - p.pixel(x, next)[c]);
-    return sum / p.width;
+    for (int i = 0; i < length; ++i)
+        for (int c = 0; c < 3; ++c)
+            sum += std::abs(rows ? p.pixel(i, at)[c] - p.pixel(i, next)[c]
+                                 : p.pixel(at, i)[c] - p.pixel(next, i)[c]);
+    return sum / length;
 }
 
 // A seam is an edge step well above the picture's usual step between neighbours.
 void expectTilesWithoutSeam(const TgaPicture& p, const std::string& name) {
-    double columns = 0.0, rows = 0.0;
-    for (int x = 0; x < p.width - 1; ++x) columns += columnStep(p, x);
-    for (int y = 0; y < p.height - 1; ++y) rows += rowStep(p, y);
-    columns /= p.width - 1;
-    rows /= p.height - 1;
-    EXPECT_LT(columnStep(p, p.width - 1), columns * 2.5 + 4.0) << name << " shows a seam left to right";
-    EXPECT_LT(rowStep(p, p.height - 1), rows * 2.5 + 4.0) << name << " shows a seam top to bottom";
+    for (const bool rows : {false, true}) {
+        const int size = rows ? p.height : p.width;
+        double usual = 0.0;
+        for (int at = 0; at < size - 1; ++at) usual += step(p, at, rows) / (size - 1);
+        EXPECT_LT(step(p, size - 1, rows), usual * 2.5 + 4.0)
+            << name << " shows a seam " << (rows ? "top to bottom" : "left to right");
+    }
 }
 
 const char* surfaces[] = {"gfx/surfaces/metal.tga", "gfx/surfaces/wood.tga", "gfx/surfaces/stone.tga",
@@ -51,13 +46,10 @@ const char* surfaces[] = {"gfx/surfaces/metal.tga", "gfx/surfaces/wood.tga", "gf
 }  // namespace
 
 TEST(BakedArt, EveryPictureIsATgaTheGameLoaderAccepts) {
-    int pictures = 0;
-    for (const std::string& name : listFiles(bakedDataFolder() / "gfx")) {
-        const TgaPicture picture = readTga(readBytes(bakedDataFolder() / "gfx" / name));
-        EXPECT_TRUE(picture.ok()) << name << " " << picture.error;
-        ++pictures;
-    }
-    EXPECT_GT(pictures, 40);
+    const std::vector<std::string> names = listFiles(bakedDataFolder() / "gfx");
+    EXPECT_GT(names.size(), 40u);
+    for (const std::string& name : names)
+        EXPECT_TRUE(bakedPicture("gfx/" + name).ok()) << name << " " << bakedPicture("gfx/" + name).error;
 }
 
 TEST(BakedArt, SurfacesAreOpaqueAndTileWithoutSeams) {

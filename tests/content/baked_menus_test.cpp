@@ -56,12 +56,9 @@ TEST(BakedMenus, EveryScreenHasItsButtonsOnTheScreenWithoutOverlap) {
         for (const std::string& button : buttons) {
             const Box box{config.getVarAsFloat(button + "_x"), config.getVarAsFloat(button + "_y"),
                           config.getVarAsFloat(button + "_w"), config.getVarAsFloat(button + "_h")};
-            EXPECT_GT(box.w, 0.0f) << button;
-            EXPECT_GT(box.h, 0.0f) << button;
-            EXPECT_GE(box.x, 0.0f) << button;
-            EXPECT_GE(box.y, 0.0f) << button;
-            EXPECT_LE(box.x + box.w, 800.0f) << button;
-            EXPECT_LE(box.y + box.h, 600.0f) << button;
+            EXPECT_TRUE(box.w > 0 && box.h > 0 && box.x >= 0 && box.y >= 0 && box.x + box.w <= 800 &&
+                        box.y + box.h <= 600)
+                << button << " at " << box.x << " " << box.y << " size " << box.w << " " << box.h;
             for (const Box& other : boxes)
                 EXPECT_FALSE(overlap(box, other)) << button << " overlaps another button";
             boxes.push_back(box);

@@ -3,33 +3,19 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <sstream>
 
 #include "content/level_source.h"
 #include "support/content_support.h"
-#include "support/test_support.h"
 
 namespace fs = std::filesystem;
 
 namespace {
-
-fs::path sourceFolder() {
-    return fs::path(std::getenv("BROOKFALL_SOURCE_DIR")) / "data";
-}
 
 // The number after "key": in the runner's state line, or -1e9 if it isn't there.
 double field(const std::string& state, const std::string& key) {
     const size_t at = state.find("\"" + key + "\":");
     if (at == std::string::npos) return -1e9;
     return std::atof(state.c_str() + at + key.size() + 3);
-}
-
-std::string lastStateLine(const std::string& output) {
-    std::istringstream lines(output);
-    std::string line, last;
-    while (std::getline(lines, line))
-        if (!line.empty() && line[0] == '{') last = line;
-    return last;
 }
 
 // A score this far below the best, 500,000, means water was lost on the way or
@@ -49,30 +35,28 @@ bool cameraInEnd(const std::string& state, const LevelSource& level) {
 }  // namespace
 
 TEST(LevelSolutions, EveryShippedLevelHasASolution) {
-    for (const std::string& file : listFiles(sourceFolder() / "maps")) {
+    for (const std::string& file : listFiles(sourceDataFolder() / "maps")) {
         if (fs::path(file).extension() != ".level") continue;
         const std::string name = fs::path(file).stem().string();
-        EXPECT_TRUE(fs::is_regular_file(sourceFolder() / "solutions" / (name + ".script"))) << name;
+        EXPECT_TRUE(fs::is_regular_file(sourceDataFolder() / "solutions" / (name + ".script"))) << name;
     }
 }
 
 TEST(LevelSolutions, EverySolutionStillWinsItsLevel) {
     if (!fs::exists(levelRunner())) GTEST_SKIP() << "the headless runner is not built";
-    ScratchFolder scratch;
-    int replayed = 0;
+    int replayed = 0, lowScoreCount = 0;
     std::string lowScores;
-    int lowScoreCount = 0;
-    for (const std::string& file : listFiles(sourceFolder() / "solutions")) {
+    for (const std::string& file : listFiles(sourceDataFolder() / "solutions")) {
         const std::string name = fs::path(file).stem().string();
         SCOPED_TRACE(name);
-        const fs::path output = scratch.path() / (name + ".out");
-        const std::string command =
-            quoted(levelRunner()) + " --data " + quoted(bakedDataFolder()) + " 'maps\\" + name + ".rill' " +
-            quoted(sourceFolder() / "solutions" / file) + " > " + quoted(output) + " 2>&1";
-        ASSERT_EQ(runCommand(command), 0) << readBytes(output);
-        const std::string state = lastStateLine(readBytes(output));
-        ASSERT_FALSE(state.empty()) << "the script must end with :state";
-        const LevelSource level = readLevelSource(readBytes(sourceFolder() / "maps" / (name + ".level")));
+        const ToolRun run =
+            runTool(quoted(levelRunner()) + " --data " + quoted(bakedDataFolder()) + " 'maps\\" + name +
+                    ".rill' " + quoted(sourceDataFolder() / "solutions" / file));
+        ASSERT_EQ(run.exitCode, 0) << run.output;
+        const std::vector<std::string> states = stateLines(run.output);
+        ASSERT_FALSE(states.empty()) << "the script must end with :state";
+        const std::string& state = states.back();
+        const LevelSource level = readLevelSource(readBytes(sourceDataFolder() / "maps" / (name + ".level")));
         EXPECT_GE(field(state, "particles"), 64) << state;
         EXPECT_TRUE(cameraInEnd(state, level)) << "the water ends outside the level's end: " << state;
         EXPECT_NE(state.find("\"finished\":true"), std::string::npos)

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <set>
+#include <sstream>
 
 #include "content/level_source.h"
 #include "foundation/foundation.h"
@@ -14,13 +15,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-fs::path sourceFolder() {
-    return fs::path(std::getenv("BROOKFALL_SOURCE_DIR")) / "data";
-}
-
 std::vector<std::string> levelNames() {
     std::vector<std::string> names;
-    for (const std::string& file : listFiles(sourceFolder() / "maps"))
+    for (const std::string& file : listFiles(sourceDataFolder() / "maps"))
         if (fs::path(file).extension() == ".level") names.push_back(fs::path(file).stem().string());
     return names;
 }
@@ -30,7 +27,7 @@ std::vector<std::string> levelNames() {
 TEST(ShippedLevels, EveryNameALevelUsesIsBaked) {
     WorkingFolder folder(bakedDataFolder());
     for (const std::string& name : levelNames()) {
-        const LevelSource level = readLevelSource(readBytes(sourceFolder() / "maps" / (name + ".level")));
+        const LevelSource level = readLevelSource(readBytes(sourceDataFolder() / "maps" / (name + ".level")));
         for (const std::string& file : level.quotedNames)
             EXPECT_TRUE(Platform::fileExists(file)) << name << " names " << file;
     }
@@ -50,34 +47,13 @@ TEST(ShippedLevels, TogetherTheyUseTheTriggersOfWaterStateForcesMoversAndRules) 
     std::set<std::string> used;
     for (const std::string& name : levelNames())
         for (const TriggerArea& t :
-             readLevelSource(readBytes(sourceFolder() / "maps" / (name + ".level"))).triggers)
+             readLevelSource(readBytes(sourceDataFolder() / "maps" / (name + ".level"))).triggers)
             used.insert(t.type);
-    for (const char* type : {"To_ice_a",
-                             "To_water_a",
-                             "To_steam_a",
-                             "Anim_play_loop_1",
-                             "Anim_play_once_1",
-                             "Anim_stop_1",
-                             "Sound_play_1",
-                             "Sound_stop_1",
-                             "Force_directional_a",
-                             "Force_instantenous_a",
-                             "Force_multi_dir_pull_a",
-                             "Force_multi_dir_push_a",
-                             "Entity_remove_1",
-                             "Entity_add_1",
-                             "Mover_goto_start_1",
-                             "Mover_goto_end_1",
-                             "Emitter_create_burst_1",
-                             "Emitter_start_1",
-                             "Emitter_stop_1",
-                             "Camera_zoom_1",
-                             "Camera_zoom_a",
-                             "Camera_shake_1",
-                             "Camera_shake_a",
-                             "Particle_kill_a",
-                             "Particle_kill_random_a",
-                             "Level_end_a",
-                             "Checkpoint_1"})
-        EXPECT_TRUE(used.count(type)) << type << " is in no level";
+    std::istringstream types(
+        "To_ice_a To_water_a To_steam_a Anim_play_loop_1 Anim_play_once_1 Anim_stop_1 Sound_play_1 "
+        "Sound_stop_1 Force_directional_a Force_instantenous_a Force_multi_dir_pull_a Force_multi_dir_push_a "
+        "Entity_remove_1 Entity_add_1 Mover_goto_start_1 Mover_goto_end_1 Emitter_create_burst_1 "
+        "Emitter_start_1 Emitter_stop_1 Camera_zoom_1 Camera_zoom_a Camera_shake_1 Camera_shake_a "
+        "Particle_kill_a Particle_kill_random_a Level_end_a Checkpoint_1");
+    for (std::string type; types >> type;) EXPECT_TRUE(used.count(type)) << type << " is in no level";
 }

@@ -18,19 +18,15 @@ namespace {
 const std::string videoName = "vid\\intro.avi";
 const std::string refusal = "\nUnable to open AVI file 'vid\\intro.avi'";
 
-// Red above, blue below with the frame number in green, the last column green.
-Bgra testPixel(int frame, int x, int y, int width, int height) {
-    if (x == width - 1) return {0, 255, 0, 255};
-    if (y < height / 2) return {0, 0, 255, 255};
-    return {255, static_cast<uint8_t>(frame * 100), 0, 255};
-}
-
-TestVideo testVideo(int width, int height, int frames) {
-    TestVideo video;
-    video.width = width;
-    video.height = height;
-    video.frames = frames;
-    video.pixel = [width, height](int frame, int x, int y) { return testPixel(frame, x, y, width, height); };
+// Red above, blue below with the frame number in green, the last column green;
+// 25 frames a second unless the rate says otherwise.
+TestVideo testVideo(int width, int height, int frames, int64_t claimedFrames = -1, uint32_t rate = 25) {
+    TestVideo video{width, height, rate, 1, frames, claimedFrames};
+    video.pixel = [width, height](int frame, int x, int y) {
+        if (x == width - 1) return Bgra{0, 255, 0, 255};
+        if (y < height / 2) return Bgra{0, 0, 255, 255};
+        return Bgra{255, static_cast<uint8_t>(frame * 100), 0, 255};
+    };
     return video;
 }
 
@@ -44,24 +40,15 @@ void PrintTo(const VideoFile& file, std::ostream* out) {
     *out << file.name;
 }
 
-TestVideo with(TestVideo video, const std::function<void(TestVideo&)>& change) {
-    change(video);
-    return video;
-}
-
 const VideoFile videoFiles[] = {
     {"one frame", [] { return makeAvi(testVideo(8, 4, 1)); }, true},
-    {"65,535 frames stated",
-     [] { return makeAvi(with(testVideo(8, 4, 2), [](TestVideo& v) { v.claimedFrames = 65535; })); }, true},
+    {"65,535 frames stated", [] { return makeAvi(testVideo(8, 4, 2, 65535)); }, true},
     {"missing", nullptr, false},
     {"not a video", [] { return std::string("RIFF and nothing else"); }, false},
     {"no frames", [] { return makeAvi(testVideo(8, 4, 0)); }, false},
-    {"65,536 frames stated",
-     [] { return makeAvi(with(testVideo(8, 4, 2), [](TestVideo& v) { v.claimedFrames = 65536; })); }, false},
-    {"frames shorter than a millisecond",
-     [] { return makeAvi(with(testVideo(8, 4, 2), [](TestVideo& v) { v.rate = 3000; })); }, false},
-    {"a first frame that isn't there",
-     [] { return makeAvi(with(testVideo(8, 4, 0), [](TestVideo& v) { v.claimedFrames = 1; })); }, false},
+    {"65,536 frames stated", [] { return makeAvi(testVideo(8, 4, 2, 65536)); }, false},
+    {"frames shorter than a millisecond", [] { return makeAvi(testVideo(8, 4, 2, -1, 3000)); }, false},
+    {"a first frame that isn't there", [] { return makeAvi(testVideo(8, 4, 0, 1)); }, false},
     {"wider than any texture", [] { return makeAvi(testVideo(40000, 1, 1)); }, false},
     {"cut inside its headers", [] { return makeAvi(testVideo(8, 4, 2)).substr(0, 100); }, false},
 };
@@ -207,6 +194,15 @@ struct IntroTurns {
         }
         if (turns > 100) GLWindow::close();  // the test fails, and ends
     }
+    // Runs the intro screen; the turns it took.
+    static int run(void (*queued)()) {
+        turns = 0;
+        event = queued;
+        GLWindow::Headless::setModalLoopDriver(turn);
+        IntroScreen().run();
+        GLWindow::Headless::setModalLoopDriver(nullptr);
+        return turns;
+    }
 };
 
 struct EndingEvent {
@@ -237,15 +233,7 @@ TEST_P(IntroEndings, EndTheIntroOnTheNextTurnAndStopTheMusic) {
     MusicSystem::initialise();
     GLWindowEventListener before;
     GLWindow::setEventListener(&before);
-    IntroTurns::turns = 0;
-    IntroTurns::event = GetParam().queue;
-    GLWindow::Headless::setModalLoopDriver(IntroTurns::turn);
-    {
-        IntroScreen intro;
-        intro.run();
-    }
-    GLWindow::Headless::setModalLoopDriver(nullptr);
-    EXPECT_EQ(IntroTurns::turns, 3);
+    EXPECT_EQ(IntroTurns::run(GetParam().queue), 3);
     EXPECT_EQ(GLWindow::exists(), GetParam().windowStays);
     EXPECT_EQ(GLWindow::getEventListener(), &before);
     EXPECT_TRUE(IntroTurns::musicDuringIntro);
@@ -259,13 +247,7 @@ TEST(IntroScreen, WithoutItsVideoSaysSoAndEndsAtOnce) {
     ScratchFolder folder;
     RealWindow window;
     ConsoleCapture capture;
-    IntroTurns::turns = 0;
-    IntroTurns::event = nullptr;
-    GLWindow::Headless::setModalLoopDriver(IntroTurns::turn);
-    IntroScreen intro;
-    intro.run();
-    GLWindow::Headless::setModalLoopDriver(nullptr);
-    EXPECT_EQ(IntroTurns::turns, 0);
+    EXPECT_EQ(IntroTurns::run(nullptr), 0);
     EXPECT_EQ(capture.text(), refusal);
     EXPECT_TRUE(GLWindow::exists());
 }

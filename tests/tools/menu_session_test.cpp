@@ -20,11 +20,6 @@ void linkBakedData(const ScratchFolder& folder) {
         fs::create_directory_symlink(bakedDataFolder() / part, folder.path() / part);
 }
 
-std::string solution() {
-    std::ifstream file(fs::path(std::getenv("BROOKFALL_SOURCE_DIR")) / "data/solutions/testLevel.script");
-    return std::string(std::istreambuf_iterator<char>(file), {});
-}
-
 struct Session {
     const char* name;
     std::string start, carryOn, leaveHighScores, quit;
@@ -67,7 +62,8 @@ TEST_P(MenuSession, FromTheMainMenuToTheScoresFile) {
     ScratchFolder folder;
     linkBakedData(folder);
     const Session& session = GetParam();
-    folder.write("session.script", ":mouse move 5 5\n:state\n" + session.start + solution() +
+    folder.write("session.script", ":mouse move 5 5\n:state\n" + session.start +
+                                       readBytes(sourceDataFolder() / "solutions" / "testLevel.script") +
                                        ":step 600\n:state\n" + session.carryOn + typeName + ":state\n" +
                                        session.leaveHighScores + ":state\n" + session.quit + ":state\n");
     const std::string command = quoted(toolPath("brookfall-headless")) + " --menus --data " +

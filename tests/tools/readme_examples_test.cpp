@@ -37,10 +37,6 @@ std::vector<Example> examples(const std::string& markdown) {
     return found;
 }
 
-std::string output(const fs::path& file) {
-    return readBytes(file);
-}
-
 class ReadmeExamples : public ::testing::TestWithParam<const char*> {
 protected:
     void SetUp() override {
@@ -57,8 +53,7 @@ protected:
 }  // namespace
 
 TEST_P(ReadmeExamples, CompileCheckWithoutAWarningAndWin) {
-    const std::vector<Example> all =
-        examples(readBytes(fs::path(std::getenv("BROOKFALL_SOURCE_DIR")) / GetParam()));
+    const std::vector<Example> all = examples(readBytes(sourceDataFolder().parent_path() / GetParam()));
     ASSERT_FALSE(all.empty()) << "no level in " << GetParam();
     for (std::size_t i = 0; i < all.size(); ++i) {
         SCOPED_TRACE("example " + std::to_string(i));
@@ -66,25 +61,19 @@ TEST_P(ReadmeExamples, CompileCheckWithoutAWarningAndWin) {
         scratch.write(name + ".level", all[i].level);
         scratch.write(name + ".script", all[i].script.empty() ? ":step 300\n:state\n" : all[i].script);
         const fs::path level = scratch.path() / "maps" / (name + ".rill");
-        ASSERT_EQ(runCommand(quoted(toolPath("rillc")) + " compile " + name + ".level " + quoted(level) +
-                             " > compile.out 2>&1"),
-                  0)
-            << output(scratch.path() / "compile.out");
-        EXPECT_EQ(runCommand(quoted(toolPath("rillc")) + " check --data . " + quoted(level) + " > check.out"),
-                  0);
-        EXPECT_EQ(output(scratch.path() / "check.out").find("warning:"), std::string::npos)
-            << output(scratch.path() / "check.out");
-        ASSERT_EQ(runCommand(quoted(toolPath("brookfall-headless")) + " --data . 'maps\\" + name + ".rill' " +
-                             name + ".script > play.out 2>&1"),
-                  0)
-            << output(scratch.path() / "play.out");
-        std::istringstream lines(output(scratch.path() / "play.out"));
-        std::string state;
-        for (std::string line; std::getline(lines, line);)
-            if (line.rfind("{", 0) == 0) state = line;
-        ASSERT_FALSE(state.empty()) << "the script must end with :state";
+        const ToolRun compile =
+            runTool(quoted(toolPath("rillc")) + " compile " + name + ".level " + quoted(level));
+        ASSERT_EQ(compile.exitCode, 0) << compile.output;
+        const ToolRun check = runTool(quoted(toolPath("rillc")) + " check --data . " + quoted(level));
+        EXPECT_EQ(check.exitCode, 0);
+        EXPECT_EQ(check.output.find("warning:"), std::string::npos) << check.output;
+        const ToolRun play = runTool(quoted(toolPath("brookfall-headless")) + " --data . 'maps\\" + name +
+                                     ".rill' " + name + ".script");
+        ASSERT_EQ(play.exitCode, 0) << play.output;
+        const std::vector<std::string> states = stateLines(play.output);
+        ASSERT_FALSE(states.empty()) << "the script must end with :state";
         if (!all[i].script.empty()) {
-            EXPECT_NE(state.find("\"finished\":true"), std::string::npos) << state;
+            EXPECT_NE(states.back().find("\"finished\":true"), std::string::npos) << states.back();
         }
     }
 }

@@ -1,45 +1,24 @@
+// The level compiler as a program: compile, dump and check, and the check's
+// warnings of what would not play as meant.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <sstream>
 
+#include "support/content_support.h"
 #include "support/level_fixtures.h"
 
 namespace {
 
-struct ToolRun {
-    std::string output;
-    int exitCode = -1;
-};
-
-// The tools stand in the build folder, one above the test programs.
-std::string rillcPath() {
-    if (const char* binaryDir = std::getenv("BROOKFALL_BINARY_DIR")) return std::string(binaryDir) + "/rillc";
-    std::error_code error;
-    const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
-    return (self.parent_path().parent_path() / "rillc").string();
-}
-
 ToolRun rillc(const std::string& arguments) {
-    ToolRun run;
-    FILE* pipe = popen((rillcPath() + " " + arguments + " 2>&1").c_str(), "r");
-    if (!pipe) return run;
-    char buffer[4096];
-    for (std::size_t count; (count = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;)
-        run.output.append(buffer, count);
-    const int status = pclose(pipe);
-    run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return run;
+    return runTool(quoted(toolPath("rillc")) + " " + arguments);
 }
 
 class RillcTool : public ::testing::Test {
 protected:
     void SetUp() override {
-        if (!std::filesystem::exists(rillcPath())) GTEST_SKIP() << "rillc is not built";
+        if (!std::filesystem::exists(toolPath("rillc"))) GTEST_SKIP() << "rillc is not built";
     }
     ScratchFolder folder;
 };
@@ -65,30 +44,30 @@ TEST_F(RillcTool, CompileErrorsNameTheSourceLine) {
     EXPECT_FALSE(std::filesystem::exists(folder.path() / "bad.rill"));
 }
 
-TEST_F(RillcTool, CheckPrintsTheReadersMessagesAndFailsOnABadFile) {
+// Each run's exit status and a line of what it says.
+TEST_F(RillcTool, CheckAndDumpSayWhatTheReaderSaysAndMistakesGiveUsage) {
     folder.write("maps/good.rill",
                  bytesFromText(std::string(squareText) + "polygon\n0 0\n10 10\n10 0\n0 10\nend\n"));
-    const ToolRun good = rillc("check maps/good.rill");
-    EXPECT_EQ(good.exitCode, 0);
-    EXPECT_NE(good.output.find("\nLevel 'maps/good.rill' loaded successfully.."), std::string::npos);
-    EXPECT_NE(
-        good.output.find("\nwarning: polygon 1 (id 0): it has no triangles: it is neither drawn nor solid"),
-        std::string::npos);
     const std::string bytes = bytesFromText(squareText);
     folder.write("maps/cut.rill", bytes.substr(0, bytes.size() - 1));
-    const ToolRun cut = rillc("check maps/cut.rill");
-    EXPECT_EQ(cut.exitCode, 1);
-    EXPECT_NE(cut.output.find("\nError reading level file 'maps/cut.rill'\nReason: Unable to read file"),
-              std::string::npos);
-    const ToolRun dump = rillc("dump maps/cut.rill");
-    EXPECT_EQ(dump.exitCode, 1);
-    EXPECT_NE(dump.output.find("Unable to read file"), std::string::npos);
-}
-
-TEST_F(RillcTool, WrongArgumentsGiveUsage) {
-    const ToolRun run = rillc("compile only-one");
-    EXPECT_EQ(run.exitCode, 2);
-    EXPECT_NE(run.output.find("usage: rillc compile SOURCE OUT.rill"), std::string::npos);
+    const struct {
+        const char* arguments;
+        int exitCode;
+        const char* said;
+    } runs[] = {
+        {"check maps/good.rill", 0, "\nLevel 'maps/good.rill' loaded successfully.."},
+        {"check maps/good.rill", 0,
+         "\nwarning: polygon 1 (id 0): it has no triangles: it is neither drawn nor solid"},
+        {"check maps/cut.rill", 1, "\nError reading level file 'maps/cut.rill'\nReason: Unable to read file"},
+        {"dump maps/cut.rill", 1, "Unable to read file"},
+        {"compile only-one", 2, "usage: rillc compile SOURCE OUT.rill"},
+    };
+    for (const auto& expected : runs) {
+        const ToolRun run = rillc(expected.arguments);
+        EXPECT_EQ(run.exitCode, expected.exitCode) << expected.arguments;
+        EXPECT_NE(run.output.find(expected.said), std::string::npos) << expected.arguments << ":\n"
+                                                                     << run.output;
+    }
 }
 
 namespace {
