@@ -170,12 +170,4 @@ TEST_F(ConsoleDrawing, AnAbsurdFontSizeDrawsWithoutOverflow) {
     EXPECT_LE(GLConsole::state().fontSize, 4096);
 }
 
-TEST_F(ConsoleDrawing, TheFontIsSharedWithOtherSubsystems) {
-    const GLTexture font = GLConsole::getFontTexture();
-    EXPECT_EQ(font.name, "GFX\\CONSOLE_FONT.TGA");
-    EXPECT_EQ(font.width, 128);
-    GLConsole::setFontTexture(GLTexture("gfx\\default.tga"));
-    EXPECT_EQ(GLConsole::getFontTexture().width, 16);
-}
-
 }  // namespace

@@ -71,13 +71,4 @@ TEST_F(FontDrawing, NothingIsDrawnOrChangedForEmptyTextOrNoSize) {
     EXPECT_TRUE(near(readPixel(8, 8), {0, 0, 0}));
 }
 
-TEST_F(FontDrawing, FontsAreTextureHandles) {
-    GLFont font(GLTexture("gfx\\font.tga"));
-    GLFont copy(font);
-    EXPECT_EQ(copy.id, font.id);
-    EXPECT_EQ(GLTextureManager::findTexture("gfx\\font.tga")->referenceCount, 2);
-    copy = font;
-    EXPECT_EQ(GLTextureManager::findTexture("gfx\\font.tga")->referenceCount, 2);
-}
-
 }  // namespace

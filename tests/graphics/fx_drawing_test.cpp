@@ -1,16 +1,9 @@
 // Effect particles in the frame: each fades by its alpha over its life and is
 // blended or added as its emitter says, even where batches of one texture meet
 // particles of the other mode.
-#include <gtest/gtest.h>
-
-#include "console/console.h"
 #include "dynamics/dynamics.h"
-#include "game/game.h"
 #include "game/game_state.h"
-#include "graphics/graphics.h"
-#include "real_window.h"
-#include "support/test_support.h"
-#include "test_images.h"
+#include "world_view.h"
 
 namespace {
 
@@ -22,8 +15,6 @@ struct FxPixelCase {
     Rgb expected;  // over a background of mid grey
 };
 
-// A window of 400 by 300 shows 800 by 600 units about the origin: world (x, y)
-// is the pixel (200 + x / 2, 150 + y / 2).
 const FxPixelCase cases[] = {
     {"blended, at a quarter of its life", true, 1, 1, 1, 0.8f, 0.25f, {153, 153, 153}},
     {"added, at a quarter of its life", false, 1, 1, 1, 0.8f, 0.25f, {179, 179, 179}},
@@ -32,16 +23,9 @@ const FxPixelCase cases[] = {
     {"blended, at its end", true, 1, 1, 1, 1, 0.001f, {128, 128, 128}},
 };
 
-TEST(FxDrawing, EachParticleFadesAndBlendsByItsOwnMode) {
-    ScratchFolder folder;
-    ConsoleCapture console;
-    RealWindow window{400, 300};
-    folder.write("gfx/white.tga", makeRawTga(16, 16, true, solid(255, 255, 255)));
-    folder.write("gfx/white2.tga", makeRawTga(16, 16, true, solid(255, 255, 255)));
-    GLTextureManager::initialise();
-    GLConsole::initialise();
-    Camera::initialise();
-    Camera::setPosition(Vector2D());
+using FxDrawing = WorldView;
+
+TEST_F(FxDrawing, EachParticleFadesAndBlendsByItsOwnMode) {
     FxParticleManager::initalise();
     {
         // Two texture entries, the modes mixed within each.
@@ -70,14 +54,12 @@ TEST(FxDrawing, EachParticleFadesAndBlendsByItsOwnMode) {
     x = -300.0f;
     for (std::size_t i = 0; i < 2 * std::size(cases); ++i, x += 60.0f) {
         const FxPixelCase& c = cases[i % std::size(cases)];
-        const Rgb shown = readPixel(static_cast<int>(200 + x / 2), 150);
+        const Rgb shown = world(x, 0);
         EXPECT_TRUE(near(shown, c.expected))
             << c.what << " with texture " << i % 2 << ": " << shown[0] << " " << shown[1] << " " << shown[2];
     }
     GameState::state() = GameState::State();
     FxParticleManager::shutdown();
-    GLConsole::shutdown();
-    GLTextureManager::shutdown();
 }
 
 }  // namespace

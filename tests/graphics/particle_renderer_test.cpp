@@ -1,12 +1,6 @@
-#include <gtest/gtest.h>
-
-#include "console/console.h"
-#include "game/game.h"
-#include "graphics/graphics.h"
-#include "real_window.h"
-#include "support/test_support.h"
-#include "test_images.h"
-#include "water/water.h"
+// The water's particles in the frame: each phase in its colour, squares that
+// grow with the speed, trails that fade.
+#include "world_view.h"
 
 namespace {
 
@@ -19,40 +13,17 @@ const char* const settings =
     "ice_color_r = 1\nice_color_g = 1\nice_color_a = 1\n"
     "velocityExpansion = -2\nmaxVelocityExpansion = 10\n";
 
-// No level: only the water on black. A window of 400 by 300 shows 800 by 600
-// units, so world (x, y) is the pixel (200 + x / 2, 150 + y / 2).
-class ParticleDrawing : public ::testing::Test {
+// No level: only the water on black.
+class ParticleDrawing : public WorldView {
 protected:
-    ScratchFolder folder;
-    ConsoleCapture console;
-    RealWindow window{400, 300};
-
     ParticleDrawing() {
-        folder.write("gfx/white.tga", makeRawTga(16, 16, true, solid(255, 255, 255)));
         folder.write("cfg/water.cfg", settings);
-        GLTextureManager::initialise();
-        GLConsole::initialise();
-        Camera::initialise();
-        Camera::setPosition(Vector2D());
         ParticleManager::initialise();
         ParticleRenderer::initialise();
     }
     ~ParticleDrawing() override {
         ParticleRenderer::shutdown();
         ParticleManager::shutdown();
-        GLConsole::shutdown();
-        GLTextureManager::shutdown();
-    }
-
-    static Particle particleAt(float x, float y, float temperature) {
-        Particle particle;
-        particle.position = Vector2D(x, y);
-        for (Vector2D& previous : particle.previousPosition) previous = particle.position;
-        particle.temperature = temperature;
-        return particle;
-    }
-    static Rgb world(float x, float y) {
-        return readPixel(static_cast<int>(200 + x / 2), static_cast<int>(150 + y / 2));
     }
 };
 
