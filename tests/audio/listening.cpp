@@ -8,11 +8,11 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <thread>
 
 #include "audio/audio.h"
 #include "console/console.h"
+#include "support/content_support.h"
 
 namespace fs = std::filesystem;
 
@@ -51,12 +51,6 @@ public:
 
 ::testing::Environment* const recordingEnvironment =
     ::testing::AddGlobalTestEnvironment(new RecordingEnvironment);
-
-std::string bytesOf(const std::string& file) {
-    std::ostringstream bytes;
-    bytes << std::ifstream(file, std::ios::binary).rdbuf();
-    return bytes.str();
-}
 
 template <typename T>
 T get(const std::string& bytes, std::size_t at) {
@@ -131,7 +125,7 @@ std::string waveFile(const std::vector<int16_t>& samples, const WaveLayout& layo
 // The wave device writes an extensible header: a 40-byte "fmt " chunk
 // naming float samples.
 std::vector<float> soundRecording() {
-    const std::string b = bytesOf(soundRecordingPath());
+    const std::string b = readBytes(soundRecordingPath());
     std::vector<float> left;
     uint16_t channels = 0;
     for (std::size_t at = 12; at + 8 <= b.size(); at += 8 + get<uint32_t>(b, at + 4)) {
@@ -145,7 +139,7 @@ std::vector<float> soundRecording() {
 }
 
 std::vector<float> musicRecording() {
-    const std::string b = bytesOf((recordingFolder() / "music.raw").string());
+    const std::string b = readBytes(recordingFolder() / "music.raw");
     std::vector<float> left;
     for (std::size_t at = 0; at + 4 <= b.size(); at += 4) left.push_back(get<int16_t>(b, at) / 32768.0f);
     return left;

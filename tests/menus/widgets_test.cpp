@@ -130,21 +130,16 @@ TEST(ScoreLabels, CountUpOneAfterTheOther) {
     first.setRampUpTime(1.0f);
     second.setRampUpTime(0.0f);  // held at 0.01 seconds
     GuiLevelTimeDisplay time;
-    first.reset();
-    second.reset();
-    time.reset();
+    const std::initializer_list<GuiWidget*> widgets{&first, &second, &time};
+    for (GuiWidget* widget : widgets) widget->reset();
     clock.advanceMilliseconds(500);
-    first.windowRedrawing();
-    second.windowRedrawing();
-    time.windowRedrawing();
-    EXPECT_EQ(first.getShownValue(), 500u);
-    EXPECT_EQ(second.getShownValue(), 0u) << "waits for the first";
+    for (GuiWidget* widget : widgets) widget->windowRedrawing();
+    EXPECT_EQ(std::pair(first.getShownValue(), second.getShownValue()), std::pair(500u, 0u))
+        << "the second waits";
     EXPECT_EQ(time.getShownText(), "00:00:00") << "with nothing to wait for it never runs";
     clock.advanceMilliseconds(600);
-    first.windowRedrawing();
-    second.windowRedrawing();
-    EXPECT_EQ(first.getShownValue(), 1000u);
-    EXPECT_EQ(second.getShownValue(), 1000u);
+    for (GuiWidget* widget : widgets) widget->windowRedrawing();
+    EXPECT_EQ(std::pair(first.getShownValue(), second.getShownValue()), std::pair(1000u, 1000u));
 }
 
 TEST(WaterLevel, RisesToTheShareOfTheWaterThatCameThrough) {

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <tuple>
 
 #include "level/level.h"
 #include "level_tools/level_tools.h"
@@ -32,19 +33,17 @@ TEST(LevelText, FieldsDefaultsAndNames) {
         "object at 010 0x1F mirrored 7\n");
     ASSERT_EQ(level.polygons.size(), 1u);
     const PolygonRecord& polygon = level.polygons[0];
-    EXPECT_EQ(polygon.id, -3);
-    EXPECT_EQ(polygon.surfaceType, 3);  // stone unless told
-    EXPECT_EQ(polygon.collisionMode, 2);
-    EXPECT_EQ(polygon.layer, 1u);
+    // Stone (3) unless told; the points of every line.
+    EXPECT_EQ(std::tuple(polygon.id, polygon.surfaceType, polygon.collisionMode, polygon.layer,
+                         polygon.points.size()),
+              std::tuple(-3, 3, 2, 1u, 3u));
     EXPECT_EQ(polygon.textureName, "gfx\\a%b\".tga");
-    EXPECT_EQ(polygon.points.size(), 3u);
     EXPECT_EQ(level.waterStart.y, 2);
-    EXPECT_EQ(level.triggers[0].type, 801);
-    EXPECT_EQ(level.triggers[0].corners[1].x, 10);
-    EXPECT_EQ(level.triggers[0].corners[3].y, 20);
-    EXPECT_EQ(level.objects[0].mirrored, 7);
-    EXPECT_EQ(level.objects[0].position.x, 10);  // decimal, not octal
-    EXPECT_EQ(level.objects[0].position.y, 31);
+    const TriggerRecord& trigger = level.triggers[0];
+    EXPECT_EQ(std::tuple(trigger.type, trigger.corners[1].x, trigger.corners[3].y), std::tuple(801, 10, 20));
+    // 010 is decimal, not octal.
+    EXPECT_EQ(std::tuple(level.objects[0].mirrored, level.objects[0].position.x, level.objects[0].position.y),
+              std::tuple(7, 10, 31));
 }
 
 TEST(LevelText, ErrorsNameTheLine) {
