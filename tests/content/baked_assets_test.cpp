@@ -1,12 +1,24 @@
 // The pictures the art bake ships: each one a TGA the game's own loader takes,
 // and each fit for its use: tiles without seams, particles that fade out at
 // their rims, complete animation sets and fonts of 16 by 16 cells.
+// The sounds the sound bake ships: wave files the game's loader takes, heard
+// (not silent), and loops that wrap without a click; the music and the intro
+// the media bake ships: files the FFmpeg libraries open and decode whole, of
+// the length and size the game expects. tests/tools holds the tests of the
+// bakes themselves; the configuration test checks that every named file exists.
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <map>
 #include <string>
+
+extern "C" {
+#include <libavcodec/avcodec.h>
+#include <libavformat/avformat.h>
+}
 
 #include "support/content_support.h"
 
@@ -133,4 +145,141 @@ TEST(BakedArt, CursorTipIsAtTheTopLeft) {
     EXPECT_GT(p.alpha(1, 2), 128);
     EXPECT_EQ(p.alpha(p.width - 1, p.height - 1), 0);
     EXPECT_EQ(p.alpha(p.width - 1, 0), 0);
+}
+
+namespace {
+
+uint32_t read32(const std::string& b, size_t at) {
+    uint32_t v = 0;
+    for (int i = 3; i >= 0; --i) v = (v << 8) | static_cast<uint8_t>(b[at + i]);
+    return v;
+}
+
+uint16_t read16(const std::string& b, size_t at) {
+    return static_cast<uint16_t>(static_cast<uint8_t>(b[at]) | (static_cast<uint8_t>(b[at + 1]) << 8));
+}
+
+// The samples of a 16-bit mono wave as the game's loader would accept it; empty if refused.
+std::vector<int16_t> acceptedSamples(const std::string& b) {
+    if (b.size() < 44 || b.compare(0, 4, "RIFF") || b.compare(8, 4, "WAVE") || b.compare(12, 4, "fmt "))
+        return {};
+    if (read16(b, 20) != 1 || read16(b, 22) != 1 || read32(b, 24) == 0 || read16(b, 34) != 16) return {};
+    size_t at = 20 + read32(b, 16);
+    while (at + 8 <= b.size()) {
+        const uint32_t size = read32(b, at + 4);
+        if (b.compare(at, 4, "data") == 0) {
+            if (size == 0 || at + 8 + size > b.size()) return {};
+            std::vector<int16_t> samples(size / 2);
+            std::memcpy(samples.data(), b.data() + at + 8, samples.size() * 2);
+            return samples;
+        }
+        at += 8 + size;
+    }
+    return {};
+}
+
+double rms(const std::vector<int16_t>& samples) {
+    double sum = 0.0;
+    for (int16_t s : samples) sum += static_cast<double>(s) * s;
+    return std::sqrt(sum / static_cast<double>(samples.size()));
+}
+
+}  // namespace
+
+TEST(BakedSound, EverySoundIsAWaveTheGameLoaderAcceptsAndIsHeard) {
+    const std::vector<std::string> names = bakedSounds();
+    EXPECT_GE(names.size(), 30u);
+    for (const std::string& name : names) {
+        const std::vector<int16_t> samples = acceptedSamples(readBytes(bakedDataFolder() / name));
+        ASSERT_FALSE(samples.empty()) << name << " would be refused";
+        EXPECT_GT(rms(samples), 300.0) << name << " is silent";
+        int clipped = 0;
+        for (int16_t s : samples) clipped += s == 32767 || s == -32767;
+        EXPECT_LT(clipped, 4) << name << " clips";
+    }
+}
+
+TEST(BakedSound, LoopsWrapWithoutAClick) {
+    for (const char* name : {"snd/water/ambient.wav", "snd/ice/freeze.wav", "snd/ice/friction.wav",
+                             "snd/steam/evaporate.wav", "snd/steam/ambient.wav", "snd/mill.wav"}) {
+        const std::vector<int16_t> s = acceptedSamples(readBytes(bakedDataFolder() / name));
+        ASSERT_GT(s.size(), 1000u) << name;
+        double typicalStep = 0.0;
+        for (size_t i = 1; i < s.size(); ++i) typicalStep += std::abs(s[i] - s[i - 1]);
+        typicalStep /= static_cast<double>(s.size() - 1);
+        EXPECT_LT(std::abs(s.front() - s.back()), typicalStep * 6 + 200) << name;
+    }
+}
+
+namespace {
+
+struct Decoded {
+    std::string codec;
+    int width = 0;
+    int height = 0;
+    int frames = 0;
+    int64_t samples = 0;
+    bool ok = false;
+};
+
+// Decodes the first stream of a file to its end.
+Decoded decodeAll(const std::string& path) {
+    Decoded result;
+    AVFormatContext* format = nullptr;
+    if (avformat_open_input(&format, path.c_str(), nullptr, nullptr) < 0) return result;
+    AVCodecContext* codec = nullptr;
+    AVPacket* packet = av_packet_alloc();
+    AVFrame* frame = av_frame_alloc();
+    if (avformat_find_stream_info(format, nullptr) >= 0 && format->nb_streams > 0) {
+        const AVCodecParameters* parameters = format->streams[0]->codecpar;
+        const AVCodec* decoder = avcodec_find_decoder(parameters->codec_id);
+        codec = decoder ? avcodec_alloc_context3(decoder) : nullptr;
+        if (codec && avcodec_parameters_to_context(codec, parameters) >= 0 &&
+            avcodec_open2(codec, decoder, nullptr) >= 0) {
+            result.codec = decoder->name;
+            result.ok = true;
+            auto drain = [&] {
+                while (avcodec_receive_frame(codec, frame) >= 0) {
+                    ++result.frames;
+                    result.samples += frame->nb_samples;
+                    result.width = frame->width;
+                    result.height = frame->height;
+                }
+            };
+            while (av_read_frame(format, packet) >= 0) {
+                if (packet->stream_index == 0 && avcodec_send_packet(codec, packet) < 0) result.ok = false;
+                av_packet_unref(packet);
+                drain();
+            }
+            avcodec_send_packet(codec, nullptr);
+            drain();
+        }
+    }
+    av_frame_free(&frame);
+    av_packet_free(&packet);
+    avcodec_free_context(&codec);
+    avformat_close_input(&format);
+    return result;
+}
+
+}  // namespace
+
+TEST(BakedMedia, TheLevelMusicIsALongVorbisLoop) {
+    const Decoded music = decodeAll((bakedDataFolder() / "snd" / "music" / "brookfall.ogg").string());
+    ASSERT_TRUE(music.ok);
+    EXPECT_EQ(music.codec, "vorbis");
+    EXPECT_GT(music.samples, 44100 * 30) << "a loop shorter than half a minute tires quickly";
+}
+
+TEST(BakedMedia, TheIntroIsAFiveSecondVideoWithItsSoundTrack) {
+    const Decoded video = decodeAll((bakedDataFolder() / "vid" / "intro.avi").string());
+    ASSERT_TRUE(video.ok);
+    EXPECT_EQ(video.codec, "mjpeg");
+    EXPECT_EQ(video.frames, 125);
+    EXPECT_EQ(video.width, 640);
+    EXPECT_EQ(video.height, 480);
+    const Decoded sound = decodeAll((bakedDataFolder() / "vid" / "intro.ogg").string());
+    ASSERT_TRUE(sound.ok);
+    EXPECT_NEAR(static_cast<double>(sound.samples) / 44100.0, 5.0, 0.5)
+        << "the sound track runs as long as the video";
 }
