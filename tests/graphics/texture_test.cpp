@@ -1,12 +1,10 @@
 #include <GL/gl.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <thread>
 #include <tuple>
 
 #include "graphics/graphics.h"
-#include "level/level.h"
 #include "real_window.h"
 #include "support/test_support.h"
 #include "test_images.h"
@@ -184,10 +182,9 @@ TEST_F(TextureStore, UnreadableFilesGiveTheCheckerboardAndARepairedFileComesBack
     folder.write("gfx/broken.png", "not a picture at all");
     folder.write("gfx/short.tga", makeRawTga(32, 32, true, rows(32)).substr(0, 10));
     folder.write("gfx/cut.tga", makeRawTga(32, 32, true, rows(32)).substr(0, 300));
-    GLTexture truncated("gfx\\cut.tga");  // whatever it shows, it loads without harm
-    GLTexture broken("gfx\\broken.png");
-    GLTexture cut("gfx\\short.tga");
-    GLTexture absent("gfx\\nothing here.tga");
+    // Whatever the truncated file shows, it loads without harm.
+    GLTexture truncated("gfx\\cut.tga"), broken("gfx\\broken.png"), cut("gfx\\short.tga"),
+        absent("gfx\\nothing here.tga");
     for (const GLTexture* texture : {&broken, &cut, &absent})
         EXPECT_TRUE(texture->width == 16 && texture->height == 16 &&
                     !GLTextureManager::findTexture(texture->name)->loaded)
@@ -197,23 +194,19 @@ TEST_F(TextureStore, UnreadableFilesGiveTheCheckerboardAndARepairedFileComesBack
     folder.write("gfx/short.tga", makeRawTga(32, 32, true, rows(32)));
     GLTextureManager::reloadAllTextures();
     const GLTextureInternal* repaired = GLTextureManager::findTexture("gfx\\short.tga");
-    EXPECT_TRUE(repaired->loaded);
-    EXPECT_EQ(repaired->width, 32);
-    EXPECT_EQ(repaired->id, cut.id);
+    EXPECT_EQ(std::tuple(repaired->loaded, repaired->width, repaired->id), std::tuple(true, 32, cut.id));
 }
 
 TEST_F(TextureStore, DetailLevelsRebuildButDoNotChangeTheCount) {
     folder.write("gfx/dot.bmp", makeBmp24(1, 1, solid(10, 20, 30)));
     folder.write("gfx/wide.tga", makeRawTga(64, 32, true, rows(32)));
-    GLTexture dot("gfx\\dot.bmp");
-    GLTexture wide("gfx\\wide.tga");
+    GLTexture dot("gfx\\dot.bmp"), wide("gfx\\wide.tga");
     const unsigned int bytes = GLTextureManager::getTextureBytesUsed();
     EXPECT_EQ(bytes, 4u + 64u * 32u * 4u);
     GLTextureManager::setTextureDetailLevel(2);
-    EXPECT_EQ(GLTextureManager::getTextureDetailLevel(), 2);
-    EXPECT_EQ(GLTextureManager::getTextureBytesUsed(), bytes);
-    EXPECT_EQ(levelWidth(dot.id), 1);
-    EXPECT_EQ(levelWidth(wide.id), 32);
+    EXPECT_EQ(std::tuple(GLTextureManager::getTextureDetailLevel(), GLTextureManager::getTextureBytesUsed(),
+                         levelWidth(dot.id), levelWidth(wide.id)),
+              std::tuple(2, bytes, 1, 32));
     GLTextureManager::setTextureDetailLevel(3);
     GLTextureManager::setTextureDetailLevel(-1);
     EXPECT_EQ(GLTextureManager::getTextureDetailLevel(), 2);
@@ -243,21 +236,3 @@ TEST_F(TextureStore, HandlesOfAnotherThreadNeitherKeepNorFree) {
 }
 
 }  // namespace
-
-// Polygons sort by their textures' object numbers, so that drawing binds each
-// texture once for a run of polygons.
-TEST_F(TextureStore, PolygonsCompareByTheirTextures) {
-    Polygon2D a, b, c, plain;
-    a.texture.emplace("gfx\\first.tga");
-    b.texture.emplace("gfx\\second.tga");
-    c.texture.emplace("GFX\\FIRST.TGA");
-    ASSERT_NE(a.textureId(), b.textureId());
-    const bool aFirst = a.textureId() < b.textureId();
-    EXPECT_EQ(a < b, aFirst);
-    EXPECT_EQ(b > a, aFirst);
-    EXPECT_TRUE(a == c && a <= c && a >= c && !(a != c));
-    EXPECT_TRUE(plain < a && plain != b);
-    std::vector<Polygon2D> polygons{a, b, c};
-    std::sort(polygons.begin(), polygons.end());
-    EXPECT_TRUE(polygons[0] == polygons[1] || polygons[1] == polygons[2]);
-}

@@ -54,11 +54,9 @@ private:
 TEST(Window, HasTheRequestedClientAreaAndBuffers) {
     RealWindow window(320, 240);
     ASSERT_TRUE(WindowBackend::exists());
-    EXPECT_TRUE(GLWindow::exists());
-    EXPECT_EQ(GLWindow::getClientWidth(), 320);
-    EXPECT_EQ(GLWindow::getClientHeight(), 240);
-    EXPECT_EQ(GLWindow::getTitle(), "Brookfall test");
-    EXPECT_EQ(GLWindow::getAntiAliasingMode(), 1);
+    EXPECT_EQ(std::tuple(GLWindow::exists(), GLWindow::getClientWidth(), GLWindow::getClientHeight(),
+                         GLWindow::getTitle(), GLWindow::getAntiAliasingMode()),
+              std::tuple(true, 320, 240, "Brookfall test", 1));
     for (const auto& [buffer, bits] :
          {std::pair{GL_DEPTH_BITS, 24}, {GL_STENCIL_BITS, 8}, {GL_ACCUM_RED_BITS, 8}}) {
         GLint got = 0;
@@ -202,11 +200,9 @@ TEST(Window, AntiAliasingChangesKeepTheTitleAndRefusedSettingsChangeNothing) {
     EXPECT_EQ(GLWindow::getAntiAliasingMode(), granted ? 4 : 1);
     EXPECT_TRUE(GLWindow::setAntiAliasingMode(1));
     EXPECT_EQ(GLWindow::getAntiAliasingMode(), 1);
-    EXPECT_TRUE(GLWindow::exists());
-    EXPECT_EQ(GLWindow::getTitle(), "Kept title");
-    EXPECT_EQ(GLWindow::getClientWidth(), 320);
-    EXPECT_EQ(GLWindow::getClientHeight(), 240);
-    EXPECT_TRUE(GLWindow::antiAliasingModeAvailable(0));
+    EXPECT_EQ(std::tuple(GLWindow::exists(), GLWindow::getTitle(), GLWindow::getClientWidth(),
+                         GLWindow::getClientHeight(), GLWindow::antiAliasingModeAvailable(0)),
+              std::tuple(true, "Kept title", 320, 240, true));
     EXPECT_FALSE(GLWindow::setAntiAliasingMode(-3));
 }
 
