@@ -3,6 +3,7 @@
 // every allocation, which the GL driver's own allocations must not meet.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -70,51 +71,38 @@ protected:
 
 TEST_F(ConsoleDrawing, BandsStandInTheirOrder) {
     draw();
-    EXPECT_TRUE(near(readPixel(320, 0), outputBackground));
-    EXPECT_TRUE(near(readPixel(639, 447), outputBackground));
-    EXPECT_TRUE(near(readPixel(320, 448), border));
-    EXPECT_TRUE(near(readPixel(320, 449), border));
-    EXPECT_TRUE(near(readPixel(320, 450), inputBackground));
-    EXPECT_TRUE(near(readPixel(320, 477), inputBackground));
-    EXPECT_TRUE(near(readPixel(320, 478), border));
-    EXPECT_TRUE(near(readPixel(320, 479), border));
+    EXPECT_TRUE(near(readPixel(639, 447), outputBackground)) << "to the right edge";
+    const int rows[] = {0, 447, 448, 449, 450, 477, 478, 479};
+    const Rgb colours[] = {outputBackground, outputBackground, border, border,
+                           inputBackground,  inputBackground,  border, border};
+    for (std::size_t i = 0; i < std::size(rows); ++i)
+        EXPECT_TRUE(near(readPixel(320, rows[i]), colours[i])) << rows[i];
 }
 
-// Printed text and the output cells (column, line) that show text or stand blank.
+// Printed text and the last three lines of the output as they must show, a
+// blank where the background shows; each line is checked to one cell past its end.
 TEST_F(ConsoleDrawing, TextFillsTheLastLinesAndWrapsAtTheColumnCount) {
-    struct Cell {
-        int column, line;
-        bool text;
-    };
-    struct Case {
-        std::string printed;
-        std::vector<Cell> cells;
-    };
-    const Case cases[] = {
-        // The newest text on the last line; a blank shows the background.
-        {"\nolder line\nAB C",
-         {{0, 55, true},
-          {1, 55, true},
-          {2, 55, false},
-          {3, 55, true},
-          {4, 55, false},
-          {9, 54, true},
-          {10, 54, false},
-          {0, 53, false}}},
-        {"\n" + std::string(85, 'X'), {{79, 54, true}, {4, 55, true}, {5, 55, false}, {0, 53, false}}},
+    const std::string full(80, 'X'), x76(76, 'X');
+    const std::pair<std::string, std::vector<std::string>> cases[] = {
+        {"\nolder line\nAB C", {"", "older line", "AB C"}},
+        {"\n" + full + "XXXXX", {"", full, "XXXXX"}},
         // A line of exactly the column count adds no blank line.
-        {"\n" + std::string(80, 'X') + "Y", {{0, 54, true}, {0, 55, true}, {1, 55, false}}},
+        {"\n" + full + "Y", {"", full, "Y"}},
         // A tab that would not fit breaks the line; one that fits runs to the next stop.
-        {"\n" + std::string(76, 'X') + "\tZ", {{75, 54, true}, {76, 54, false}, {0, 55, true}}},
-        {"\nA\tB", {{0, 55, true}, {1, 55, false}, {8, 55, true}}},
+        {"\n" + x76 + "\tZ", {"", x76, "Z"}},
+        {"\nA\tB", {"", "", "A       B"}},
     };
-    for (const Case& c : cases) {
+    for (const auto& [printed, lines] : cases) {
         GLConsole::clear();
-        GLConsole::print(c.printed);
+        GLConsole::print(printed);
         draw();
-        for (const Cell& cell : c.cells)
-            EXPECT_TRUE(near(outputCell(cell.column, cell.line), cell.text ? outputText : outputBackground))
-                << c.printed.substr(0, 12) << " at " << cell.column << "," << cell.line;
+        for (int line = 0; line < 3; ++line)
+            for (std::size_t column = 0; column <= std::min<std::size_t>(lines[line].size(), 79); ++column) {
+                const bool text = column < lines[line].size() && lines[line][column] != ' ';
+                EXPECT_TRUE(near(outputCell(static_cast<int>(column), 53 + line),
+                                 text ? outputText : outputBackground))
+                    << printed.substr(0, 12) << " at " << column << "," << 53 + line;
+            }
     }
 }
 
