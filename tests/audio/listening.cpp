@@ -59,9 +59,9 @@ T get(const std::string& bytes, std::size_t at) {
     return value;
 }
 
-template <typename T>
-void put(std::string& bytes, T value) {
-    bytes.append(reinterpret_cast<const char*>(&value), sizeof(value));
+template <typename... T>
+void put(std::string& bytes, T... values) {
+    (bytes.append(reinterpret_cast<const char*>(&values), sizeof(values)), ...);
 }
 
 template <typename Shape>
@@ -106,13 +106,10 @@ std::string waveFile(const std::vector<int16_t>& samples, const WaveLayout& layo
     const int32_t block =
         layout.blockAlign >= 0 ? layout.blockAlign : layout.channels * layout.bitsPerSample / 8;
     std::string format;
-    put(format, layout.formatTag);
-    put(format, layout.channels);
-    put(format, layout.samplesPerSecond);
-    put(format, static_cast<uint32_t>(layout.bytesPerSecond >= 0 ? layout.bytesPerSecond
-                                                                 : layout.samplesPerSecond * block));
-    put(format, static_cast<uint16_t>(block));
-    put(format, layout.bitsPerSample);
+    put(format, layout.formatTag, layout.channels, layout.samplesPerSecond,
+        static_cast<uint32_t>(layout.bytesPerSecond >= 0 ? layout.bytesPerSecond
+                                                         : layout.samplesPerSecond * block),
+        static_cast<uint16_t>(block), layout.bitsPerSample);
     format.resize(layout.formatSize, '\0');
     std::string data(reinterpret_cast<const char*>(samples.data()), samples.size() * 2);
     std::string dataChunk = chunk(layout.dataId.c_str(), data);

@@ -24,20 +24,14 @@ using SoundTest = AudioTest;
 
 // Each phase plays the tone from its start; its level is measured against the first.
 TEST_F(SoundTest, HandleAndMasterVolumePlayAtTheCurvesLevel) {
-    const struct {
-        float handle, master;
-        double decibels;
-    } phases[] = {{1.0f, 1.0f, 0.0},
-                  {0.5f, 1.0f, -12.94},
-                  {1.0f, 0.5f, -12.94},
-                  {0.1f, 1.0f, -36.90},
-                  {2.0f, 1.0f, 0.0}};
+    const float handle[] = {1.0f, 0.5f, 1.0f, 0.1f, 2.0f}, master[] = {1.0f, 1.0f, 0.5f, 1.0f, 1.0f};
+    const double expected[] = {0.0, -12.94, -12.94, -36.90, 0.0};
     write("tone.wav", waveFile(tone(1.0, 0.5)));
     ASSERT_TRUE(startSound());
     Sound sound("tone.wav");
-    for (const auto& phase : phases) {
-        SoundSystem::setVolume(phase.master);
-        sound.setVolume(phase.handle);
+    for (std::size_t phase = 0; phase < std::size(expected); ++phase) {
+        SoundSystem::setVolume(master[phase]);
+        sound.setVolume(handle[phase]);
         sound.rewind();
         sound.play();
         sleepMilliseconds(250);
@@ -46,11 +40,11 @@ TEST_F(SoundTest, HandleAndMasterVolumePlayAtTheCurvesLevel) {
     }
     const std::vector<float> recording = stopSound();
     const std::vector<Stretch> heard = stretches(recording);
-    ASSERT_EQ(heard.size(), std::size(phases));
-    for (std::size_t i = 0; i < heard.size(); ++i) {
-        const double measured = decibels(middleLevel(recording, heard[i]) / middleLevel(recording, heard[0]));
-        EXPECT_NEAR(measured, phases[i].decibels, 0.1) << "phase " << i;
-    }
+    ASSERT_EQ(heard.size(), std::size(expected));
+    for (std::size_t i = 0; i < heard.size(); ++i)
+        EXPECT_NEAR(decibels(middleLevel(recording, heard[i]) / middleLevel(recording, heard[0])),
+                    expected[i], 0.1)
+            << "phase " << i;
 }
 
 // A tenth of a second of tone, played for half a second.
@@ -145,10 +139,6 @@ TEST_F(SoundTest, HandlesThatOutliveTheDeviceStaySilent) {
     kept.reset();
     EXPECT_TRUE(fresh.isPlaying());
 }
-
-}  // namespace
-
-namespace {
 
 using Layout = std::function<void(WaveLayout&)>;
 
@@ -267,10 +257,6 @@ TEST_F(WaveFuzz, RandomByteFlipsNeverCrashAndEveryFileIsHeardOrListedAsFailed) {
     }
     EXPECT_GT(refused, 300) << "header flips should often be refused";
 }
-
-}  // namespace
-
-namespace {
 
 class MusicTest : public AudioTest {
 protected:

@@ -149,10 +149,6 @@ TEST_F(LevelDrawing, TheConsoleKeyShowsTheConsoleOverTheLevel) {
     EXPECT_FALSE(GameState::state().consoleVisible);
 }
 
-}  // namespace
-
-namespace {
-
 bool greenNear(int x, int y) {
     for (int dx = -1; dx <= 1; ++dx)
         if (near(readPixel(x + dx, y), green)) return true;
@@ -174,10 +170,6 @@ TEST_F(LevelDrawing, TheFreeCameraShowsTheWorldUnturnedAndTheRealViewInGreen) {
     EXPECT_FALSE(greenNear(120, 40));
     Game::shutdown();
 }
-
-}  // namespace
-
-namespace {
 
 // Headless: textures give their sizes without a window.
 class LevelObjects : public ::testing::Test {

@@ -78,10 +78,6 @@ TEST_F(ParticleDrawing, ADyingParticlePastItsTimeIsInvisibleAndTrailsFade) {
     EXPECT_TRUE(near(world(100, 0), black));
 }
 
-}  // namespace
-
-namespace {
-
 struct FxPixelCase {
     const char* what;
     bool alphaBlending;

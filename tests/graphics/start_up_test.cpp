@@ -265,10 +265,6 @@ TEST(IntroScreen, WithoutItsVideoSaysSoAndEndsAtOnce) {
     EXPECT_TRUE(GLWindow::exists());
 }
 
-}  // namespace
-
-namespace {
-
 // The turns of the intro's loop and then of the game's, one frame of the video
 // (25 a second) or about one of the game's steps a turn on the hand-run clock.
 struct StartUp {

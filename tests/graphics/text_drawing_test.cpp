@@ -159,10 +159,6 @@ TEST_F(ConsoleDrawing, AnAbsurdFontSizeDrawsWithoutOverflow) {
     EXPECT_LE(GLConsole::state().fontSize, 4096);
 }
 
-}  // namespace
-
-namespace {
-
 // Cells of 16 pixels, each in a colour of its own byte value.
 Rgb cellColour(int c) {
     return {c, 255 - c, 128};

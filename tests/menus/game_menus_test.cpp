@@ -131,10 +131,6 @@ TEST_F(GameMenusTest, OptionsShowAndApplyTheVolumesInForce) {
     }
 }
 
-}  // namespace
-
-namespace {
-
 HighScoreEntry entry(const char* name, uint32_t score) {
     HighScoreEntry e{};
     std::strncpy(e.name, name, 20);

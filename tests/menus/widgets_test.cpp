@@ -160,10 +160,6 @@ TEST(WaterLevel, RisesToTheShareOfTheWaterThatCameThrough) {
     ParticleManager::removeAllParticles();
 }
 
-}  // namespace
-
-namespace {
-
 int calls = 0;
 GuiWidget* lastWidget = nullptr;
 

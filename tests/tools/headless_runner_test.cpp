@@ -180,10 +180,6 @@ TEST(WindowedRunner, TheOverviewShowsTheWholeLevelWherePicturesAreTakenFromTheSt
     EXPECT_GT(redColumns(view.width * 4 / 5, view.width), 0);
 }
 
-}  // namespace
-
-namespace {
-
 // The baked data, read-only, beside a fresh folder for the scores.
 void linkBakedData(const ScratchFolder& folder) {
     for (const char* part : {"cfg", "gfx", "snd", "maps", "text", "fx"})
