@@ -10,6 +10,7 @@
 #include <fstream>
 #include <functional>
 #include <thread>
+#include <tuple>
 
 #include "audio/audio.h"
 #include "console/console.h"
@@ -49,10 +50,6 @@ struct VideoFile {
     bool opens;
 };
 
-void PrintTo(const VideoFile& file, std::ostream* out) {
-    *out << file.name;
-}
-
 const VideoFile videoFiles[] = {
     {"one frame", [] { return makeAvi(testVideo(8, 4, 1)); }, true},
     {"65,535 frames stated", [] { return makeAvi(testVideo(8, 4, 2, 65535)); }, true},
@@ -66,20 +63,19 @@ const VideoFile videoFiles[] = {
     {"cut inside its headers", [] { return makeAvi(testVideo(8, 4, 2)).substr(0, 100); }, false},
 };
 
-class VideoFiles : public ::testing::TestWithParam<VideoFile> {};
-
-TEST_P(VideoFiles, OpenOrSayOnceThatTheyCannot) {
-    ScratchFolder folder;
-    if (GetParam().bytes) folder.write("vid/intro.avi", GetParam().bytes());
-    RealWindow window;
-    ConsoleCapture capture;
-    GLAviPlayer player(videoName);
-    EXPECT_EQ(capture.text(), GetParam().opens ? "" : refusal);
-    EXPECT_EQ(player.loaded(), GetParam().opens);
-    EXPECT_EQ(player.finished(), !GetParam().opens);
-    EXPECT_EQ(player.texture != 0, GetParam().opens);
+TEST(GLAviPlayer, OpensAFileOrSaysOnceThatItCannot) {
+    for (const VideoFile& file : videoFiles) {
+        SCOPED_TRACE(file.name);
+        ScratchFolder folder;
+        if (file.bytes) folder.write("vid/intro.avi", file.bytes());
+        RealWindow window;
+        ConsoleCapture capture;
+        GLAviPlayer player(videoName);
+        EXPECT_EQ(capture.text(), file.opens ? "" : refusal);
+        EXPECT_EQ(std::tuple(player.loaded(), player.finished(), player.texture != 0),
+                  std::tuple(file.opens, !file.opens, file.opens));
+    }
 }
-INSTANTIATE_TEST_SUITE_P(Intro, VideoFiles, ::testing::ValuesIn(videoFiles));
 
 // The texture is made once at the next powers of two; the frame fills its corner.
 TEST(GLAviPlayer, TakesATextureOfTheNextPowersOfTwo) {
@@ -224,37 +220,32 @@ struct EndingEvent {
     bool windowStays;
 };
 
-void PrintTo(const EndingEvent& event, std::ostream* out) {
-    *out << event.name;
-}
-
 const EndingEvent endingEvents[] = {
     {"a key", [] { WindowBackend::queueKey("Space", true); }, true},
     {"a mouse button", [] { WindowBackend::queueMouseButton(10, 10, 2, true); }, true},
     {"the window closed", [] { WindowBackend::queueClose(); }, false},
 };
 
-class IntroEndings : public ::testing::TestWithParam<EndingEvent> {};
-
-TEST_P(IntroEndings, EndTheIntroOnTheNextTurnAndStopTheMusic) {
-    ScratchFolder folder;
-    folder.write("vid/intro.avi", makeAvi(testVideo(8, 4, 10)));
-    folder.write("vid/intro.ogg", readBytes(bakedDataFolder() / "vid" / "intro.ogg"));
-    setenv("SDL_AUDIODRIVER", "dummy", 1);
-    ManualClock clock;  // the video stands still: only the event can end it
-    RealWindow window;
-    MusicSystem::initialise();
-    GLWindowEventListener before;
-    GLWindow::setEventListener(&before);
-    EXPECT_EQ(IntroTurns::run(GetParam().queue), 3);
-    EXPECT_EQ(GLWindow::exists(), GetParam().windowStays);
-    EXPECT_EQ(GLWindow::getEventListener(), &before);
-    EXPECT_TRUE(IntroTurns::musicDuringIntro);
-    EXPECT_FALSE(MusicSystem::pause()) << "the sound track still stands after the intro";
-    MusicSystem::shutdown();
-    unsetenv("SDL_AUDIODRIVER");
+TEST(IntroScreen, EndsOnTheTurnAfterAKeyAButtonOrACloseAndStopsTheMusic) {
+    const Setting audio("SDL_AUDIODRIVER", "dummy");
+    for (const EndingEvent& ending : endingEvents) {
+        SCOPED_TRACE(ending.name);
+        ScratchFolder folder;
+        folder.write("vid/intro.avi", makeAvi(testVideo(8, 4, 10)));
+        folder.write("vid/intro.ogg", readBytes(bakedDataFolder() / "vid" / "intro.ogg"));
+        ManualClock clock;  // the video stands still: only the event can end it
+        RealWindow window;
+        MusicSystem::initialise();
+        GLWindowEventListener before;
+        GLWindow::setEventListener(&before);
+        EXPECT_EQ(IntroTurns::run(ending.queue), 3);
+        EXPECT_EQ(GLWindow::exists(), ending.windowStays);
+        EXPECT_EQ(GLWindow::getEventListener(), &before);
+        EXPECT_TRUE(IntroTurns::musicDuringIntro);
+        EXPECT_FALSE(MusicSystem::pause()) << "the sound track still stands after the intro";
+        MusicSystem::shutdown();
+    }
 }
-INSTANTIATE_TEST_SUITE_P(Intro, IntroEndings, ::testing::ValuesIn(endingEvents));
 
 TEST(IntroScreen, WithoutItsVideoSaysSoAndEndsAtOnce) {
     ScratchFolder folder;

@@ -46,28 +46,19 @@ TEST_F(GameMenusTest, TheLastMenuFollowsEveryChange) {
     EXPECT_EQ(GameMenus::getCurrentMenu(), GameMenus::none);
 }
 
-struct EscapeCase {
-    int from;
-    int before;
-    int expected;
-};
-
-class EscapeInMenus : public GameMenusTest, public ::testing::WithParamInterface<EscapeCase> {};
-
-TEST_P(EscapeInMenus, GoesBackExceptOnTheMainMenuAndAtTheLevelsEnd) {
-    GameMenus::setCurrentMenu(GetParam().before);
-    GameMenus::setCurrentMenu(GetParam().from);
-    Game listener;
-    listener.keyboardPressed(VirtualKey::escape);
-    EXPECT_EQ(GameMenus::getCurrentMenu(), GetParam().expected);
+// The menu before, the menu open, and where Escape leads from there.
+TEST_F(GameMenusTest, EscapeGoesBackExceptOnTheMainMenuAndAtTheLevelsEnd) {
+    const int cases[][3] = {{GameMenus::none, GameMenus::main, GameMenus::quitGame},
+                            {GameMenus::none, GameMenus::levelFinished, GameMenus::levelFinished},
+                            {GameMenus::inGame, GameMenus::credits, GameMenus::inGame},
+                            {GameMenus::none, GameMenus::none, GameMenus::inGame}};
+    for (const auto& [before, from, expected] : cases) {
+        GameMenus::setCurrentMenu(before);
+        GameMenus::setCurrentMenu(from);
+        Game().keyboardPressed(VirtualKey::escape);
+        EXPECT_EQ(GameMenus::getCurrentMenu(), expected) << "from " << from << " after " << before;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Menus, EscapeInMenus,
-    ::testing::Values(EscapeCase{GameMenus::main, GameMenus::none, GameMenus::quitGame},
-                      EscapeCase{GameMenus::levelFinished, GameMenus::none, GameMenus::levelFinished},
-                      EscapeCase{GameMenus::credits, GameMenus::inGame, GameMenus::inGame},
-                      EscapeCase{GameMenus::none, GameMenus::none, GameMenus::inGame}));
 
 TEST_F(GameMenusTest, TheRightButtonOpensTheInGameMenuOnlyInPlay) {
     Game listener;
