@@ -223,4 +223,14 @@ TEST_F(FontDrawing, NothingIsDrawnOrChangedForEmptyTextOrNoSize) {
     EXPECT_TRUE(near(readPixel(8, 8), {0, 0, 0}));
 }
 
+// GLFont copies and assigns through its own code: each handle holds one reference.
+TEST_F(FontDrawing, FontsAreTextureHandles) {
+    GLFont font(GLTexture("gfx\\font.tga"));
+    GLFont copy(font);
+    EXPECT_EQ(copy.id, font.id);
+    EXPECT_EQ(GLTextureManager::findTexture("gfx\\font.tga")->referenceCount, 2);
+    copy = font;
+    EXPECT_EQ(GLTextureManager::findTexture("gfx\\font.tga")->referenceCount, 2);
+}
+
 }  // namespace
