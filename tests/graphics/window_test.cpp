@@ -51,6 +51,14 @@ private:
     }
 };
 
+// A window whose events a recording listener hears.
+class WindowEvents : public ::testing::Test {
+protected:
+    RealWindow window;
+    RecordingListener listener;
+    WindowEvents() { GLWindow::setEventListener(&listener); }
+};
+
 TEST(Window, HasTheRequestedClientAreaAndBuffers) {
     RealWindow window(320, 240);
     ASSERT_TRUE(WindowBackend::exists());
@@ -97,10 +105,7 @@ TEST(Window, PushAndPopStateRestoreMatricesAndSwitches) {
     EXPECT_EQ(mode, GL_MODELVIEW);
 }
 
-TEST(Window, DeliversKeysAsVirtualKeyCodes) {
-    RealWindow window;
-    RecordingListener listener;
-    GLWindow::setEventListener(&listener);
+TEST_F(WindowEvents, DeliversKeysAsVirtualKeyCodes) {
     for (const char* name : {"A", "7", "Left", "Down", "`", "F1", "Return", "Backspace", "Escape", "Space"})
         WindowBackend::queueKey(name, true);
     WindowBackend::queueKey("A", false);
@@ -122,10 +127,7 @@ TEST(Window, DeliversKeysAsVirtualKeyCodes) {
     }
 }
 
-TEST(Window, MouseEventsCarryClientPositionAndButton) {
-    RealWindow window;
-    RecordingListener listener;
-    GLWindow::setEventListener(&listener);
+TEST_F(WindowEvents, MouseEventsCarryClientPositionAndButton) {
     WindowBackend::queueMouseMotion(12, 34);
     WindowBackend::queueMouseButton(5, 6, 2, true);
     WindowBackend::queueMouseButton(7, 8, 4, false);
@@ -149,10 +151,7 @@ TEST(Window, MouseEventsCarryClientPositionAndButton) {
     EXPECT_EQ(GLWindow::getMouseScreenY(), GLWindow::getClientCenterY());
 }
 
-TEST(Window, ACloseRequestDestroysTheWindowWhateverTheListenerDoes) {
-    RealWindow window;
-    RecordingListener listener;
-    GLWindow::setEventListener(&listener);
+TEST_F(WindowEvents, ACloseRequestDestroysTheWindowWhateverTheListenerDoes) {
     WindowBackend::queueClose();
     GLWindow::run();
     EXPECT_FALSE(GLWindow::exists());
@@ -161,12 +160,10 @@ TEST(Window, ACloseRequestDestroysTheWindowWhateverTheListenerDoes) {
     EXPECT_EQ(GLWindow::getCursor(), 1);
 }
 
-TEST(Window, RepaintRequestReachesTheListenerOnTheNextRun) {
-    RealWindow window;
+TEST_F(WindowEvents, RepaintRequestReachesTheListenerOnTheNextRun) {
     GLWindow::run();
-    RecordingListener listener;
+    listener.events.clear();
     listener.redraws = true;
-    GLWindow::setEventListener(&listener);
     GLWindow::requestRepaint();
     GLWindow::run();
     EXPECT_EQ(listener.events, std::vector<std::string>{"redraw"});
