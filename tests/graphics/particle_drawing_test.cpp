@@ -69,10 +69,10 @@ TEST_F(ParticleDrawing, ADyingParticlePastItsTimeIsInvisibleAndTrailsFade) {
     ParticleManager::getParticles().push_back(moving);
     Game::drawFrame();
     EXPECT_TRUE(near(world(0, 0), black));
-    // Trail squares at half, a quarter and an eighth of the body's alpha.
-    EXPECT_TRUE(near(world(120, 0), {128, 0, 128}, 4));
-    EXPECT_TRUE(near(world(140, 0), {64, 0, 64}, 4));
-    EXPECT_TRUE(near(world(160, 0), {32, 0, 32}, 4));
+    // Trail squares at half, a quarter and an eighth of the body's alpha: 128, 64, 32.
+    for (int i = 1; i <= 3; ++i)
+        EXPECT_TRUE(near(world(static_cast<float>(100 + 20 * i), 0), {256 >> i, 0, 256 >> i}, 4))
+            << "trail square " << i;
     GLConsole::enterLine("ParticleDraw false");
     Game::drawFrame();
     EXPECT_TRUE(near(world(100, 0), black));

@@ -21,10 +21,8 @@ namespace {
 class GameMenusTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        folder.write("maps/b.rill", "");
-        folder.write("maps/A.rill", "");
-        folder.write("maps/c.RILL", "");
-        folder.write("maps/notes.txt", "");
+        for (const char* name : {"maps/b.rill", "maps/A.rill", "maps/c.RILL", "maps/notes.txt"})
+            folder.write(name, "");
         GameMenus::initialise();
     }
     void TearDown() override { GameMenus::shutdown(); }
