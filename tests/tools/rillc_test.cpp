@@ -116,9 +116,6 @@ ToolRun rillc(const std::string& arguments) {
 
 class RillcTool : public ::testing::Test {
 protected:
-    void SetUp() override {
-        if (!std::filesystem::exists(toolPath("rillc"))) GTEST_SKIP() << "rillc is not built";
-    }
     ScratchFolder folder;
 };
 
@@ -310,8 +307,6 @@ std::vector<Example> examples(const std::string& markdown) {
 class ReadmeExamples : public ::testing::TestWithParam<const char*> {
 protected:
     void SetUp() override {
-        if (!fs::exists(toolPath("rillc")) || !fs::exists(toolPath("brookfall-headless")))
-            GTEST_SKIP() << "rillc or the runner is not built";
         // The baked data, with a maps folder of the examples' own.
         for (const char* folder : {"cfg", "gfx", "snd", "fx", "text"})
             fs::create_directory_symlink(bakedDataFolder() / folder, scratch.path() / folder);
