@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "console/console.h"
 #include "game/game.h"
 #include "game/game_state.h"
@@ -246,15 +248,10 @@ TEST_F(LevelObjects, AnimationsStepOneFrameAtATimeAndDropTheRest) {
 TEST_F(LevelObjects, ARepeatCountOfOneStopsOnTheLastFrame) {
     LevelObject object = animated(1);
     for (int i = 0; i < 20; ++i) object.runAnimation(0.1f, 10.0f);
-    EXPECT_TRUE(object.stopped);
-    EXPECT_EQ(object.currentFrame, 7u);
-    EXPECT_EQ(object.playCount, 0u);
-
+    EXPECT_EQ(std::tuple(object.stopped, object.currentFrame, object.playCount), std::tuple(true, 7u, 0u));
     LevelObject twice = animated(2);
     for (int i = 0; i < 8; ++i) twice.runAnimation(0.1f, 10.0f);
-    EXPECT_EQ(twice.playCount, 1u);
-    EXPECT_EQ(twice.currentFrame, 0u);
-    EXPECT_FALSE(twice.stopped);
+    EXPECT_EQ(std::tuple(twice.stopped, twice.currentFrame, twice.playCount), std::tuple(false, 0u, 1u));
 }
 
 TEST_F(LevelObjects, TheManagerKeepsStillAndAnimatedObjectsApart) {
@@ -278,10 +275,9 @@ TEST_F(LevelObjects, TheManagerKeepsStillAndAnimatedObjectsApart) {
     moved.offset = Vector2D(5, 5);
     moved.visible = false;
     LevelObjectsManager::resetObjects();
-    EXPECT_EQ(moved.offset, Vector2D());
-    EXPECT_TRUE(moved.visible);
-    EXPECT_EQ(LevelObjectsManager::getAnimatedObjects().front().currentFrame, 0u);
-    EXPECT_TRUE(LevelObjectsManager::getAnimatedObjects().front().stopped);
+    const LevelObject& animation = LevelObjectsManager::getAnimatedObjects().front();
+    EXPECT_EQ(std::tuple(moved.offset, moved.visible, animation.currentFrame, animation.stopped),
+              std::tuple(Vector2D(), true, 0u, true));
 }
 
 TEST_F(LevelObjects, CullingSkipsHiddenAndDistantObjects) {
