@@ -105,8 +105,9 @@ TEST_F(GameSfxTest, ParticlesAreCountedByPhase) {
     for (const auto& c : cases) {
         ParticleManager::getParticles().clear();
         makeWater(5, c.temperature);
-        EXPECT_EQ(GameSfx_Water::getWaterParticleCount(), c.water) << c.temperature;
-        EXPECT_EQ(GameSfx_Steam::getSteamParticleCount(), c.steam) << c.temperature;
+        EXPECT_EQ(std::pair(GameSfx_Water::getWaterParticleCount(), GameSfx_Steam::getSteamParticleCount()),
+                  std::pair(c.water, c.steam))
+            << c.temperature;
     }
     makeIce(3, 10.0f, false);
     makeIce(1, 50.0f, false);

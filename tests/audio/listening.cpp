@@ -8,11 +8,11 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <thread>
 
 #include "audio/audio.h"
 #include "console/console.h"
+#include "support/content_support.h"
 
 namespace fs = std::filesystem;
 
@@ -52,12 +52,6 @@ public:
 ::testing::Environment* const recordingEnvironment =
     ::testing::AddGlobalTestEnvironment(new RecordingEnvironment);
 
-std::string bytesOf(const std::string& file) {
-    std::ostringstream bytes;
-    bytes << std::ifstream(file, std::ios::binary).rdbuf();
-    return bytes.str();
-}
-
 template <typename T>
 T get(const std::string& bytes, std::size_t at) {
     T value{};
@@ -65,9 +59,9 @@ T get(const std::string& bytes, std::size_t at) {
     return value;
 }
 
-template <typename T>
-void put(std::string& bytes, T value) {
-    bytes.append(reinterpret_cast<const char*>(&value), sizeof(value));
+template <typename... T>
+void put(std::string& bytes, T... values) {
+    (bytes.append(reinterpret_cast<const char*>(&values), sizeof(values)), ...);
 }
 
 template <typename Shape>
@@ -112,13 +106,10 @@ std::string waveFile(const std::vector<int16_t>& samples, const WaveLayout& layo
     const int32_t block =
         layout.blockAlign >= 0 ? layout.blockAlign : layout.channels * layout.bitsPerSample / 8;
     std::string format;
-    put(format, layout.formatTag);
-    put(format, layout.channels);
-    put(format, layout.samplesPerSecond);
-    put(format, static_cast<uint32_t>(layout.bytesPerSecond >= 0 ? layout.bytesPerSecond
-                                                                 : layout.samplesPerSecond * block));
-    put(format, static_cast<uint16_t>(block));
-    put(format, layout.bitsPerSample);
+    put(format, layout.formatTag, layout.channels, layout.samplesPerSecond,
+        static_cast<uint32_t>(layout.bytesPerSecond >= 0 ? layout.bytesPerSecond
+                                                         : layout.samplesPerSecond * block),
+        static_cast<uint16_t>(block), layout.bitsPerSample);
     format.resize(layout.formatSize, '\0');
     std::string data(reinterpret_cast<const char*>(samples.data()), samples.size() * 2);
     std::string dataChunk = chunk(layout.dataId.c_str(), data);
@@ -131,7 +122,7 @@ std::string waveFile(const std::vector<int16_t>& samples, const WaveLayout& layo
 // The wave device writes an extensible header: a 40-byte "fmt " chunk
 // naming float samples.
 std::vector<float> soundRecording() {
-    const std::string b = bytesOf(soundRecordingPath());
+    const std::string b = readBytes(soundRecordingPath());
     std::vector<float> left;
     uint16_t channels = 0;
     for (std::size_t at = 12; at + 8 <= b.size(); at += 8 + get<uint32_t>(b, at + 4)) {
@@ -145,7 +136,7 @@ std::vector<float> soundRecording() {
 }
 
 std::vector<float> musicRecording() {
-    const std::string b = bytesOf((recordingFolder() / "music.raw").string());
+    const std::string b = readBytes(recordingFolder() / "music.raw");
     std::vector<float> left;
     for (std::size_t at = 0; at + 4 <= b.size(); at += 4) left.push_back(get<int16_t>(b, at) / 32768.0f);
     return left;

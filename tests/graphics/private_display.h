@@ -11,6 +11,7 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <optional>
 #include <string>
 
 #include "support/content_support.h"
@@ -25,22 +26,14 @@ inline bool installed(const char* program) {
 class Setting {
 public:
     Setting(const char* variable, const std::string& value) : name(variable) {
-        const char* old = std::getenv(variable);
-        if (old) previous = old;
-        hadValue = old != nullptr;
+        if (const char* old = std::getenv(variable)) previous = old;
         setenv(variable, value.c_str(), 1);
     }
-    ~Setting() {
-        if (hadValue)
-            setenv(name, previous.c_str(), 1);
-        else
-            unsetenv(name);
-    }
+    ~Setting() { previous ? setenv(name, previous->c_str(), 1) : unsetenv(name); }
 
 private:
     const char* name;
-    std::string previous;
-    bool hadValue = false;
+    std::optional<std::string> previous;
 };
 
 // An X server of the test's own. Ending it also ends every program on it, so

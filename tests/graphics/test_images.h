@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,10 @@ inline void putWord(std::string& bytes, int value) {
 inline void putLong(std::string& bytes, uint32_t value) {
     putWord(bytes, static_cast<int>(value & 0xFFFF));
     putWord(bytes, static_cast<int>(value >> 16));
+}
+
+inline void putLongs(std::string& bytes, std::initializer_list<uint32_t> values) {
+    for (const uint32_t value : values) putLong(bytes, value);
 }
 
 inline void putPixel(std::string& bytes, const Bgra& p, int bitsPerPixel = 32) {
@@ -83,15 +88,8 @@ inline std::string makeRunLengthTga(int width, int height, bool topFirst, const 
 inline std::string makeBmp24(int width, int height, const PixelAt& pixel) {
     const int rowBytes = (width * 3 + 3) / 4 * 4;
     std::string bytes = "BM";
-    putLong(bytes, 54 + rowBytes * height);
-    putLong(bytes, 0);
-    putLong(bytes, 54);
-    putLong(bytes, 40);
-    putLong(bytes, static_cast<uint32_t>(width));
-    putLong(bytes, static_cast<uint32_t>(height));
-    putWord(bytes, 1);
-    putWord(bytes, 24);
-    for (int i = 0; i < 6; ++i) putLong(bytes, 0);
+    putLongs(bytes, {static_cast<uint32_t>(54 + rowBytes * height), 0, 54, 40, static_cast<uint32_t>(width),
+                     static_cast<uint32_t>(height), 1 | 24 << 16, 0, 0, 0, 0, 0, 0});
     for (int row = height - 1; row >= 0; --row) {
         for (int x = 0; x < width; ++x) putPixel(bytes, pixel(x, row), 24);
         bytes.append(rowBytes - width * 3, '\0');

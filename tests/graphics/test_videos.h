@@ -38,44 +38,15 @@ inline std::string makeAvi(const TestVideo& video) {
     const int rowBytes = (video.width * 3 + 3) / 4 * 4;
     const uint32_t frameBytes = static_cast<uint32_t>(rowBytes * video.height);
 
-    std::string main;  // avih
-    putLong(main, video.rate ? static_cast<uint32_t>(1000000ull * video.scale / video.rate) : 0);
-    putLong(main, 0);
-    putLong(main, 0);
-    putLong(main, 0x10);  // has an index
-    putLong(main, claimed);
-    putLong(main, 0);
-    putLong(main, 1);
-    putLong(main, frameBytes);
-    putLong(main, static_cast<uint32_t>(video.width));
-    putLong(main, static_cast<uint32_t>(video.height));
-    main.append(16, '\0');
-
-    std::string header = "vidsDIB ";  // strh
-    putLong(header, 0);
-    putLong(header, 0);
-    putLong(header, 0);
-    putLong(header, video.scale);
-    putLong(header, video.rate);
-    putLong(header, 0);
-    putLong(header, claimed);
-    putLong(header, frameBytes);
-    putLong(header, 0xFFFFFFFF);
-    putLong(header, 0);
-    putWord(header, 0);
-    putWord(header, 0);
-    putWord(header, video.width);
-    putWord(header, video.height);
-
+    const uint32_t width = static_cast<uint32_t>(video.width), height = static_cast<uint32_t>(video.height);
+    std::string main;  // avih: the frame length in microseconds, an index, the frame count
+    putLongs(main, {video.rate ? static_cast<uint32_t>(1000000ull * video.scale / video.rate) : 0, 0, 0, 0x10,
+                    claimed, 0, 1, frameBytes, width, height, 0, 0, 0, 0});
+    std::string header = "vidsDIB ";  // strh: the rate, the length, the frame size
+    putLongs(header, {0, 0, 0, video.scale, video.rate, 0, claimed, frameBytes, 0xFFFFFFFF, 0, 0,
+                      width | height << 16});
     std::string format;  // strf: a bitmap header, rows bottom-up
-    putLong(format, 40);
-    putLong(format, static_cast<uint32_t>(video.width));
-    putLong(format, static_cast<uint32_t>(video.height));
-    putWord(format, 1);
-    putWord(format, 24);
-    putLong(format, 0);
-    putLong(format, frameBytes);
-    format.append(16, '\0');
+    putLongs(format, {40, width, height, 1 | 24 << 16, 0, frameBytes, 0, 0, 0, 0});
 
     std::string movie, index;
     for (int frame = 0; frame < video.frames; ++frame) {
@@ -85,9 +56,7 @@ inline std::string makeAvi(const TestVideo& video) {
             pixels.append(static_cast<std::size_t>(rowBytes - video.width * 3), '\0');
         }
         index += "00db";
-        putLong(index, 0x10);  // a key frame
-        putLong(index, static_cast<uint32_t>(movie.size() + 4));
-        putLong(index, frameBytes);
+        putLongs(index, {0x10, static_cast<uint32_t>(movie.size() + 4), frameBytes});  // a key frame
         movie += riffChunk("00db", pixels);
     }
     const std::string streamList =

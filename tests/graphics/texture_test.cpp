@@ -1,12 +1,10 @@
 #include <GL/gl.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <thread>
 #include <tuple>
 
 #include "graphics/graphics.h"
-#include "level/level.h"
 #include "real_window.h"
 #include "support/test_support.h"
 #include "test_images.h"
@@ -36,28 +34,29 @@ void expectRows(const std::vector<uint8_t>& pixels, int width, int height) {
         }
 }
 
-std::vector<uint8_t> decode(const std::string& bytes, int& width, int& height) {
-    std::vector<uint8_t> pixels;
-    EXPECT_TRUE(GLTga32Loader::decode(reinterpret_cast<const uint8_t*>(bytes.data()),
-                                      static_cast<uint32_t>(bytes.size()), pixels, width, height));
-    return pixels;
+// Decodes a copy of exactly the file's length, so that the sanitizer sees any overrun.
+bool decode(const std::string& bytes, std::vector<uint8_t>& pixels, int& width, int& height) {
+    return GLTga32Loader::decode(reinterpret_cast<const uint8_t*>(bytes.data()),
+                                 static_cast<uint32_t>(bytes.size()), pixels, width, height);
 }
 
 bool refused(const std::string& bytes) {
     std::vector<uint8_t> pixels;
     int width = 0, height = 0;
-    return !GLTga32Loader::decode(reinterpret_cast<const uint8_t*>(bytes.data()),
-                                  static_cast<uint32_t>(bytes.size()), pixels, width, height);
+    return !decode(bytes, pixels, width, height);
 }
 
 TEST(TgaLoader, ReadsAllFourLayoutsTopRowFirst) {
-    for (bool topFirst : {true, false}) {
-        int width = 0, height = 0;
-        expectRows(decode(makeRawTga(5, 4, topFirst, rows(4)), width, height), 5, 4);
-        EXPECT_EQ(width, 5);
-        EXPECT_EQ(height, 4);
-        expectRows(decode(makeRunLengthTga(6, 5, topFirst, rows(5)), width, height), 6, 5);
-    }
+    for (bool topFirst : {true, false})
+        for (const std::string& file :
+             {makeRawTga(5, 4, topFirst, rows(4)), makeRunLengthTga(5, 4, topFirst, rows(4))}) {
+            std::vector<uint8_t> pixels;
+            int width = 0, height = 0;
+            ASSERT_TRUE(decode(file, pixels, width, height));
+            EXPECT_EQ(width, 5);
+            EXPECT_EQ(height, 4);
+            expectRows(pixels, 5, 4);
+        }
 }
 
 TEST(TgaLoader, RefusesWhatItDoesNotRead) {
@@ -77,11 +76,8 @@ TEST(TgaLoader, RefusesWhatItDoesNotRead) {
 TEST(TgaLoader, ShortFilesAreNeverReadPastTheirEnd) {
     const std::string raw = makeRawTga(64, 64, true, rows(64));
     const std::string packed = makeRunLengthTga(64, 64, false, rows(64));
-    for (std::size_t cut : {std::size_t{18}, std::size_t{21}, std::size_t{100}, packed.size() - 1}) {
-        // Copies of exactly the cut length, so that the sanitizer sees any overrun.
-        EXPECT_TRUE(refused(raw.substr(0, cut)));
-        EXPECT_TRUE(refused(packed.substr(0, cut)));
-    }
+    for (std::size_t cut : {std::size_t{18}, std::size_t{21}, std::size_t{100}, packed.size() - 1})
+        EXPECT_TRUE(refused(raw.substr(0, cut)) && refused(packed.substr(0, cut))) << cut;
 }
 
 TEST(TgaLoader, APacketCrossingARowEndStaysInsideThePicture) {
@@ -93,8 +89,7 @@ TEST(TgaLoader, APacketCrossingARowEndStaysInsideThePicture) {
     for (int i = 0; i < 16; ++i) bytes += static_cast<char>(0x83), putPixel(bytes, {9, 9, 9, 9});
     std::vector<uint8_t> pixels;
     int width = 0, height = 0;
-    GLTga32Loader::decode(reinterpret_cast<const uint8_t*>(bytes.data()), static_cast<uint32_t>(bytes.size()),
-                          pixels, width, height);
+    decode(bytes, pixels, width, height);
     EXPECT_EQ(pixels.size(), 4u * 4u * 4u);
 }
 
@@ -105,6 +100,19 @@ protected:
     TextureStore() { GLTextureManager::initialise(); }
     ~TextureStore() override { GLTextureManager::shutdown(); }
 
+    // The texels of level 0 of a texture, blue, green, red, alpha.
+    static std::vector<uint8_t> texels(unsigned int id, int width, int height) {
+        std::vector<uint8_t> pixels(static_cast<std::size_t>(width * height * 4));
+        glBindTexture(GL_TEXTURE_2D, id);
+        glGetTexImage(GL_TEXTURE_2D, 0, GL_BGRA, GL_UNSIGNED_BYTE, pixels.data());
+        return pixels;
+    }
+    static GLint levelWidth(unsigned int id) {
+        GLint width = 0;
+        glBindTexture(GL_TEXTURE_2D, id);
+        glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &width);
+        return width;
+    }
     static int references(const std::string& name) {
         const GLTextureInternal* entry = GLTextureManager::findTexture(name);
         return entry ? entry->referenceCount : 0;
@@ -114,19 +122,14 @@ protected:
 TEST_F(TextureStore, AMissingImageIsAnOpaqueCheckerboard) {
     ConsoleCapture console;
     GLTexture texture;
-    EXPECT_EQ(texture.width, 16);
-    EXPECT_EQ(texture.height, 16);
-    EXPECT_FALSE(texture.hasAlpha);
-    EXPECT_NE(texture.id, 0u);
+    EXPECT_TRUE(texture.width == 16 && texture.height == 16 && !texture.hasAlpha && texture.id != 0);
     std::vector<std::string> list;
     GLTextureManager::getTextureList(list);
     EXPECT_EQ(list, std::vector<std::string>{"GFX\\DEFAULT.TGA (loading failed)  : 32 BIT"});
     EXPECT_EQ(console.text(), "");
 
     // Cells of one texel, white in the corner.
-    std::vector<uint8_t> pixels(16 * 16 * 4);
-    glBindTexture(GL_TEXTURE_2D, texture.id);
-    glGetTexImage(GL_TEXTURE_2D, 0, GL_BGRA, GL_UNSIGNED_BYTE, pixels.data());
+    const std::vector<uint8_t> pixels = texels(texture.id, 16, 16);
     for (const auto& [x, y, white] : {std::tuple{0, 0, true}, {1, 0, false}, {0, 1, false}, {1, 1, true}})
         EXPECT_EQ(pixels[static_cast<std::size_t>((y * 16 + x) * 4 + 1)] > 200, white) << x << "," << y;
 }
@@ -167,15 +170,11 @@ TEST_F(TextureStore, FormatsLoadWithTheirDepthAndTheTopRowFirst) {
     GLTextureManager::getTextureList(list);
     EXPECT_EQ(list, (std::vector<std::string>{"GFX\\NARROW.TGA : 32 BIT", "GFX\\PACKED.TGA : 32 BIT",
                                               "GFX\\RGB.TGA : 24 BIT", "GFX\\SKY.BMP : 24 BIT"}));
-    std::vector<uint8_t> pixels(16 * 8 * 4);
-    glBindTexture(GL_TEXTURE_2D, packed.id);
-    glGetTexImage(GL_TEXTURE_2D, 0, GL_BGRA, GL_UNSIGNED_BYTE, pixels.data());
-    expectRows(pixels, 16, 8);
-    glBindTexture(GL_TEXTURE_2D, sky.id);
-    glGetTexImage(GL_TEXTURE_2D, 0, GL_BGRA, GL_UNSIGNED_BYTE, pixels.data());
-    EXPECT_EQ(pixels[2], 255);              // top row red
-    EXPECT_EQ(pixels[3], 255);              // opaque
-    EXPECT_EQ(pixels[3 * 8 * 4 + 1], 255);  // bottom row green
+    expectRows(texels(packed.id, 16, 8), 16, 8);
+    const std::vector<uint8_t> bmp = texels(sky.id, 8, 4);
+    EXPECT_EQ(bmp[2], 255);              // top row red
+    EXPECT_EQ(bmp[3], 255);              // opaque
+    EXPECT_EQ(bmp[3 * 8 * 4 + 1], 255);  // bottom row green
 }
 
 TEST_F(TextureStore, UnreadableFilesGiveTheCheckerboardAndARepairedFileComesBack) {
@@ -183,42 +182,31 @@ TEST_F(TextureStore, UnreadableFilesGiveTheCheckerboardAndARepairedFileComesBack
     folder.write("gfx/broken.png", "not a picture at all");
     folder.write("gfx/short.tga", makeRawTga(32, 32, true, rows(32)).substr(0, 10));
     folder.write("gfx/cut.tga", makeRawTga(32, 32, true, rows(32)).substr(0, 300));
-    GLTexture truncated("gfx\\cut.tga");  // whatever it shows, it loads without harm
-    GLTexture broken("gfx\\broken.png");
-    GLTexture cut("gfx\\short.tga");
-    GLTexture absent("gfx\\nothing here.tga");
-    for (const GLTexture* texture : {&broken, &cut, &absent}) {
-        EXPECT_EQ(texture->width, 16);
-        EXPECT_EQ(texture->height, 16);
-        EXPECT_FALSE(GLTextureManager::findTexture(texture->name)->loaded);
-    }
+    // Whatever the truncated file shows, it loads without harm.
+    GLTexture truncated("gfx\\cut.tga"), broken("gfx\\broken.png"), cut("gfx\\short.tga"),
+        absent("gfx\\nothing here.tga");
+    for (const GLTexture* texture : {&broken, &cut, &absent})
+        EXPECT_TRUE(texture->width == 16 && texture->height == 16 &&
+                    !GLTextureManager::findTexture(texture->name)->loaded)
+            << texture->name;
     EXPECT_EQ(console.text(), "");
 
     folder.write("gfx/short.tga", makeRawTga(32, 32, true, rows(32)));
     GLTextureManager::reloadAllTextures();
     const GLTextureInternal* repaired = GLTextureManager::findTexture("gfx\\short.tga");
-    EXPECT_TRUE(repaired->loaded);
-    EXPECT_EQ(repaired->width, 32);
-    EXPECT_EQ(repaired->id, cut.id);
+    EXPECT_EQ(std::tuple(repaired->loaded, repaired->width, repaired->id), std::tuple(true, 32, cut.id));
 }
 
 TEST_F(TextureStore, DetailLevelsRebuildButDoNotChangeTheCount) {
     folder.write("gfx/dot.bmp", makeBmp24(1, 1, solid(10, 20, 30)));
     folder.write("gfx/wide.tga", makeRawTga(64, 32, true, rows(32)));
-    GLTexture dot("gfx\\dot.bmp");
-    GLTexture wide("gfx\\wide.tga");
+    GLTexture dot("gfx\\dot.bmp"), wide("gfx\\wide.tga");
     const unsigned int bytes = GLTextureManager::getTextureBytesUsed();
     EXPECT_EQ(bytes, 4u + 64u * 32u * 4u);
     GLTextureManager::setTextureDetailLevel(2);
-    EXPECT_EQ(GLTextureManager::getTextureDetailLevel(), 2);
-    EXPECT_EQ(GLTextureManager::getTextureBytesUsed(), bytes);
-    GLint width = 0;
-    glBindTexture(GL_TEXTURE_2D, dot.id);
-    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &width);
-    EXPECT_EQ(width, 1);
-    glBindTexture(GL_TEXTURE_2D, wide.id);
-    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &width);
-    EXPECT_EQ(width, 32);
+    EXPECT_EQ(std::tuple(GLTextureManager::getTextureDetailLevel(), GLTextureManager::getTextureBytesUsed(),
+                         levelWidth(dot.id), levelWidth(wide.id)),
+              std::tuple(2, bytes, 1, 32));
     GLTextureManager::setTextureDetailLevel(3);
     GLTextureManager::setTextureDetailLevel(-1);
     EXPECT_EQ(GLTextureManager::getTextureDetailLevel(), 2);
@@ -248,21 +236,3 @@ TEST_F(TextureStore, HandlesOfAnotherThreadNeitherKeepNorFree) {
 }
 
 }  // namespace
-
-// Polygons sort by their textures' object numbers, so that drawing binds each
-// texture once for a run of polygons.
-TEST_F(TextureStore, PolygonsCompareByTheirTextures) {
-    Polygon2D a, b, c, plain;
-    a.texture.emplace("gfx\\first.tga");
-    b.texture.emplace("gfx\\second.tga");
-    c.texture.emplace("GFX\\FIRST.TGA");
-    ASSERT_NE(a.textureId(), b.textureId());
-    const bool aFirst = a.textureId() < b.textureId();
-    EXPECT_EQ(a < b, aFirst);
-    EXPECT_EQ(b > a, aFirst);
-    EXPECT_TRUE(a == c && a <= c && a >= c && !(a != c));
-    EXPECT_TRUE(plain < a && plain != b);
-    std::vector<Polygon2D> polygons{a, b, c};
-    std::sort(polygons.begin(), polygons.end());
-    EXPECT_TRUE(polygons[0] == polygons[1] || polygons[1] == polygons[2]);
-}

@@ -1,5 +1,7 @@
-// The menu widgets: frame sets and their animation, the option chooser, the
-// wrapped text box and the counters of the level's end.
+// The page of widgets: hits in units of the virtual screen, the focus, and
+// callbacks that wait for the frames to bring their time. The menu widgets:
+// frame sets and their animation, the option chooser, the wrapped text box and
+// the counters of the level's end.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -130,21 +132,16 @@ TEST(ScoreLabels, CountUpOneAfterTheOther) {
     first.setRampUpTime(1.0f);
     second.setRampUpTime(0.0f);  // held at 0.01 seconds
     GuiLevelTimeDisplay time;
-    first.reset();
-    second.reset();
-    time.reset();
+    const std::initializer_list<GuiWidget*> widgets{&first, &second, &time};
+    for (GuiWidget* widget : widgets) widget->reset();
     clock.advanceMilliseconds(500);
-    first.windowRedrawing();
-    second.windowRedrawing();
-    time.windowRedrawing();
-    EXPECT_EQ(first.getShownValue(), 500u);
-    EXPECT_EQ(second.getShownValue(), 0u) << "waits for the first";
+    for (GuiWidget* widget : widgets) widget->windowRedrawing();
+    EXPECT_EQ(std::pair(first.getShownValue(), second.getShownValue()), std::pair(500u, 0u))
+        << "the second waits";
     EXPECT_EQ(time.getShownText(), "00:00:00") << "with nothing to wait for it never runs";
     clock.advanceMilliseconds(600);
-    first.windowRedrawing();
-    second.windowRedrawing();
-    EXPECT_EQ(first.getShownValue(), 1000u);
-    EXPECT_EQ(second.getShownValue(), 1000u);
+    for (GuiWidget* widget : widgets) widget->windowRedrawing();
+    EXPECT_EQ(std::pair(first.getShownValue(), second.getShownValue()), std::pair(1000u, 1000u));
 }
 
 TEST(WaterLevel, RisesToTheShareOfTheWaterThatCameThrough) {
@@ -161,6 +158,164 @@ TEST(WaterLevel, RisesToTheShareOfTheWaterThatCameThrough) {
     column.windowRedrawing();
     EXPECT_FLOAT_EQ(column.getLevel(), 0.5f);
     ParticleManager::removeAllParticles();
+}
+
+int calls = 0;
+GuiWidget* lastWidget = nullptr;
+
+bool countPress(GuiWidget* widget, int, int, int) {
+    ++calls;
+    lastWidget = widget;
+    return false;
+}
+bool moveOn(GuiWidget*, int, int, int) {
+    ++calls;
+    return true;
+}
+bool countKey(GuiWidget* widget, int) {
+    ++calls;
+    lastWidget = widget;
+    return false;
+}
+
+class GuiScreenTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        calls = 0;
+        lastWidget = nullptr;
+        GLWindow::Headless::setClientSize(800, 600);
+    }
+    void TearDown() override { GLWindow::Headless::setClientSize(800, 600); }
+
+    GuiWidget* add(int x, int y, int width = 100, int height = 20) {
+        auto* widget = new GuiWidget();
+        widget->setPosition(x, y);
+        widget->setSize(width, height);
+        screen.addWidget(widget);
+        return widget;
+    }
+    // A widget at the top left that counts its presses after the delay, the mouse on it.
+    GuiWidget* pressable(float delay) {
+        GuiWidget* widget = add(0, 0);
+        widget->onMousePressed = countPress;
+        widget->onMousePressedDelay = delay;
+        screen.mouseMoved(10, 10);
+        return widget;
+    }
+    // One frame of the screen after the clock has moved on.
+    void frameAfter(unsigned milliseconds) {
+        clock.advanceMilliseconds(milliseconds);
+        screen.windowRedrawing();
+    }
+
+    ManualClock clock;
+    GuiScreen screen;
+};
+
+TEST_F(GuiScreenTest, WindowPixelsBecomeUnitsOfTheVirtualScreen) {
+    GLWindow::Headless::setClientSize(1024, 768);
+    GuiWidget* widget = add(400, 300, 10, 10);
+    screen.mouseMoved(512, 384);
+    EXPECT_EQ(screen.getFocusedWidget(), widget);
+    screen.mouseMoved(500, 384);  // 390.6 units: left of the widget
+    EXPECT_EQ(screen.getFocusedWidget(), nullptr);
+    EXPECT_FALSE(widget->focused);
+}
+
+TEST_F(GuiScreenTest, TheFirstEnabledWidgetUnderTheMouseTakesTheFocusAndPressesGoToTheFocus) {
+    GuiWidget* disabled = add(0, 0);
+    disabled->enabled = false;
+    GuiWidget* hidden = add(0, 0);
+    hidden->visible = false;
+    hidden->onMousePressed = countPress;
+    GuiWidget* behind = add(0, 0);
+    screen.mousePressed(10, 10, MouseButton::left);
+    EXPECT_EQ(calls, 0) << "a press goes to the focus, and there is none yet";
+    screen.mouseMoved(10, 10);
+    EXPECT_EQ(screen.getFocusedWidget(), hidden) << "hidden but enabled is still hit";
+    EXPECT_FALSE(behind->focused);
+    EXPECT_FALSE(disabled->focused);
+}
+
+TEST_F(GuiScreenTest, TheFirstKeyOnlyWakesTheDefaultFocus) {
+    GuiWidget* widget = add(0, 0);
+    widget->onKeyboardPressed = countKey;
+    screen.setDefaultFocusWidget(widget);
+    screen.keyboardPressed(VirtualKey::enter);
+    EXPECT_EQ(screen.getFocusedWidget(), widget);
+    EXPECT_EQ(calls, 0);
+    screen.keyboardPressed(VirtualKey::enter);
+    EXPECT_EQ(calls, 1);
+}
+
+TEST_F(GuiScreenTest, FocusTraversalReachesDisabledWidgetsAndRefusesStrangers) {
+    GuiWidget* first = add(0, 0);
+    GuiWidget* disabled = add(0, 100);
+    disabled->enabled = false;
+    GuiWidget stranger;
+    first->addFocusTraversal(VirtualKey::down, disabled);
+    first->addFocusTraversal(VirtualKey::tab, &stranger);
+    screen.setFocusedWidget(first);
+    screen.keyboardPressed(VirtualKey::tab);
+    EXPECT_EQ(screen.getFocusedWidget(), first);
+    screen.keyboardPressed(VirtualKey::down);
+    EXPECT_EQ(screen.getFocusedWidget(), disabled);
+    EXPECT_FALSE(first->focused);
+}
+
+// A callback queued twice runs twice.
+TEST_F(GuiScreenTest, DelayedClicksFireWithTheFramesEvenAfterTheMouseLeft) {
+    GuiWidget* widget = pressable(0.5f);
+    screen.mousePressed(10, 10, MouseButton::left);
+    screen.mousePressed(10, 10, MouseButton::left);
+    screen.mouseMoved(700, 500);
+    frameAfter(0);
+    frameAfter(400);
+    EXPECT_EQ(calls, 0);
+    EXPECT_TRUE(screen.delayedEventPending(countPress));
+    frameAfter(100);
+    EXPECT_EQ(calls, 2);
+    EXPECT_EQ(lastWidget, widget);
+    EXPECT_FALSE(screen.delayedEventPending(countPress));
+}
+
+TEST_F(GuiScreenTest, ACallbackThatMovesOnCancelsEveryQueue) {
+    GuiWidget* widget = pressable(0.1f);
+    widget->onMousePressed = moveOn;
+    widget->onKeyboardPressed = countKey;
+    widget->onKeyboardPressedDelay = 0.1f;
+    screen.mousePressed(10, 10, MouseButton::left);
+    screen.mousePressed(10, 10, MouseButton::left);
+    screen.keyboardPressed('A');
+    frameAfter(0);
+    frameAfter(200);
+    EXPECT_EQ(calls, 1) << "the second click and the key were due in the same frame";
+    EXPECT_FALSE(screen.delayedEventPending(countKey));
+}
+
+TEST_F(GuiScreenTest, ResetDropsQueuedEventsAndTheFocusButKeepsTheDefault) {
+    GuiWidget* widget = pressable(0.1f);
+    screen.setDefaultFocusWidget(widget);
+    screen.mousePressed(10, 10, MouseButton::left);
+    screen.reset();
+    EXPECT_EQ(screen.getFocusedWidget(), nullptr);
+    frameAfter(0);
+    frameAfter(500);
+    EXPECT_EQ(calls, 0);
+    screen.keyboardPressed(' ');
+    EXPECT_EQ(screen.getFocusedWidget(), widget);
+}
+
+TEST_F(GuiScreenTest, AWidgetBelongsToOneScreen) {
+    GuiWidget* widget = add(0, 0);
+    GuiScreen other;
+    other.addWidget(widget);
+    EXPECT_TRUE(other.getWidgets().empty());
+    screen.addWidget(widget);
+    EXPECT_EQ(screen.getWidgets().size(), 1u);
+    other.setDefaultFocusWidget(widget);
+    other.keyboardPressed(' ');
+    EXPECT_EQ(other.getFocusedWidget(), nullptr);
 }
 
 }  // namespace

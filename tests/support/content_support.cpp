@@ -3,9 +3,12 @@
 #include <sys/wait.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
+
+#include "graphics/graphics.h"
 
 namespace fs = std::filesystem;
 
@@ -14,43 +17,6 @@ namespace {
 fs::path fromEnvironment(const char* name) {
     const char* value = std::getenv(name);
     return value ? fs::path(value) : fs::path();
-}
-
-uint16_t readLittle16(const std::string& bytes, size_t at) {
-    return static_cast<uint16_t>(static_cast<uint8_t>(bytes[at]) |
-                                 (static_cast<uint8_t>(bytes[at + 1]) << 8));
-}
-
-// Run-length rows, each packet held within its row as the game's decoder expects.
-bool decodeRunLength(const std::string& bytes, size_t at, TgaPicture& picture) {
-    const size_t rowBytes = static_cast<size_t>(picture.width) * 4;
-    for (int row = 0; row < picture.height; ++row) {
-        size_t filled = 0;
-        while (filled < rowBytes) {
-            if (at >= bytes.size()) return false;
-            const uint8_t header = static_cast<uint8_t>(bytes[at++]);
-            const size_t count = (header & 0x7F) + 1u;
-            if (filled + count * 4 > rowBytes) return false;
-            const size_t dataBytes = (header & 0x80) ? 4 : count * 4;
-            if (at + dataBytes > bytes.size()) return false;
-            for (size_t i = 0; i < count; ++i) {
-                const size_t source = (header & 0x80) ? at : at + i * 4;
-                picture.pixels.insert(picture.pixels.end(), bytes.begin() + source,
-                                      bytes.begin() + source + 4);
-            }
-            at += dataBytes;
-            filled += count * 4;
-        }
-    }
-    return true;
-}
-
-void flipRows(TgaPicture& picture) {
-    const size_t rowBytes = static_cast<size_t>(picture.width) * 4;
-    for (int top = 0, bottom = picture.height - 1; top < bottom; ++top, --bottom)
-        std::swap_ranges(picture.pixels.begin() + top * rowBytes,
-                         picture.pixels.begin() + (top + 1) * rowBytes,
-                         picture.pixels.begin() + bottom * rowBytes);
 }
 
 // The build folder: from the environment when ctest gives it, otherwise the
@@ -62,10 +28,32 @@ fs::path buildFolder() {
     return fs::read_symlink("/proc/self/exe", error).parent_path().parent_path();
 }
 
+int exitStatus(int status) {
+    return status == -1 || !WIFEXITED(status) ? -1 : WEXITSTATUS(status);
+}
+
+// Walks the packets of a run-length picture (type 10) row by row.
+bool packetsKeepToRows(const std::string& bytes, int width, int height) {
+    std::size_t at = 18u + static_cast<uint8_t>(bytes[0]);
+    for (int row = 0; row < height; ++row)
+        for (int filled = 0; filled < width;) {
+            if (at >= bytes.size()) return false;
+            const uint8_t header = static_cast<uint8_t>(bytes[at]);
+            filled += (header & 0x7F) + 1;
+            if (filled > width) return false;
+            at += 1 + ((header & 0x80) ? 4u : 4u * ((header & 0x7Fu) + 1));
+        }
+    return true;
+}
+
 }  // namespace
 
 fs::path bakedDataFolder() {
     return buildFolder() / "data";
+}
+
+fs::path sourceDataFolder() {
+    return fromEnvironment("BROOKFALL_SOURCE_DIR") / "data";
 }
 
 fs::path toolPath(const std::string& tool) {
@@ -101,44 +89,40 @@ std::string readBytes(const fs::path& file) {
 }
 
 int runCommand(const std::string& commandLine) {
-    const int status = std::system(commandLine.c_str());
-    if (status == -1 || !WIFEXITED(status)) return -1;
-    return WEXITSTATUS(status);
+    return exitStatus(std::system(commandLine.c_str()));
 }
 
 std::string quoted(const fs::path& path) {
     return "'" + path.string() + "'";
 }
 
+ToolRun runTool(const std::string& commandLine) {
+    ToolRun run;
+    FILE* pipe = popen((commandLine + " 2>&1").c_str(), "r");
+    if (!pipe) return run;
+    char buffer[4096];
+    for (std::size_t count; (count = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;)
+        run.output.append(buffer, count);
+    run.exitCode = exitStatus(pclose(pipe));
+    return run;
+}
+
+std::vector<std::string> stateLines(const std::string& output) {
+    std::vector<std::string> lines;
+    std::istringstream in(output);
+    for (std::string line; std::getline(in, line);)
+        if (line.rfind("{", 0) == 0) lines.push_back(line);
+    return lines;
+}
+
 TgaPicture readTga(const std::string& bytes) {
     TgaPicture picture;
-    if (bytes.size() < 18) {
-        picture.error = "shorter than the header";
-        return picture;
-    }
-    const uint8_t idLength = static_cast<uint8_t>(bytes[0]);
-    picture.type = static_cast<uint8_t>(bytes[2]);
-    picture.width = readLittle16(bytes, 12);
-    picture.height = readLittle16(bytes, 14);
-    const uint8_t bits = static_cast<uint8_t>(bytes[16]);
-    const uint8_t descriptor = static_cast<uint8_t>(bytes[17]);
-    if (bytes[1] == 1) picture.error = "has a colour map";
-    if (picture.type != 2 && picture.type != 10) picture.error = "is not true colour";
-    if (picture.width < 4 || picture.height < 4) picture.error = "is smaller than 4 by 4";
-    if (bits != 32) picture.error = "is not 32 bits a pixel";
-    if (descriptor & 1) picture.error = "has descriptor bit 0 set";
-    if (!picture.ok()) return picture;
-    const size_t start = 18u + idLength;
-    const size_t pixelBytes = static_cast<size_t>(picture.width) * picture.height * 4;
-    if (picture.type == 2) {
-        if (bytes.size() < start + pixelBytes)
-            picture.error = "ends before its pixels";
-        else
-            picture.pixels.assign(bytes.begin() + start, bytes.begin() + start + pixelBytes);
-    } else if (!decodeRunLength(bytes, start, picture)) {
-        picture.error = "has broken run-length packets";
-    }
-    if (picture.ok() && !(descriptor & 0x20)) flipRows(picture);
+    if (!GLTga32Loader::decode(reinterpret_cast<const uint8_t*>(bytes.data()),
+                               static_cast<uint32_t>(bytes.size()), picture.pixels, picture.width,
+                               picture.height))
+        picture.error = "is refused by the game's reader";
+    else if (bytes[2] == 10 && !packetsKeepToRows(bytes, picture.width, picture.height))
+        picture.error = "has a run-length packet that runs past its row";
     return picture;
 }
 

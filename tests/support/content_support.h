@@ -1,6 +1,5 @@
-// Helpers of the content tests and the bake tool tests: where the baked data
-// lies, a strict reader of the TGA files the bake writes, and a way to run the
-// bake tools.
+// Helpers of the content tests and the tool tests: where the baked data lies,
+// the baked pictures read as the game reads them, and a way to run the tools.
 #pragma once
 
 #include <cstdint>
@@ -9,6 +8,8 @@
 #include <vector>
 
 std::filesystem::path bakedDataFolder();
+// The data folder of the source tree, where the level sources and solutions lie.
+std::filesystem::path sourceDataFolder();
 std::filesystem::path toolPath(const std::string& tool);
 // The runner that replays and probes whole levels: an optimised build when the
 // test command names one in BROOKFALL_FAST_RUNNER (through the sanitized build
@@ -24,13 +25,21 @@ std::string readBytes(const std::filesystem::path& file);
 // Runs a command line; returns its exit status, or -1 if it could not run.
 int runCommand(const std::string& commandLine);
 std::string quoted(const std::filesystem::path& path);
+// Runs a command line and collects what it writes on both its outputs.
+struct ToolRun {
+    std::string output;
+    int exitCode = -1;
+};
+ToolRun runTool(const std::string& commandLine);
+// The "{...}" lines a runner writes, in order.
+std::vector<std::string> stateLines(const std::string& output);
 
-// A 32-bit TGA read as the game's loader accepts it, pixels top row first in
-// blue, green, red, alpha order. error says why a file was refused.
+// A 32-bit TGA as the game's own reader decodes it, pixels top row first in
+// blue, green, red, alpha order. The bake must also keep each run-length
+// packet within its row: the game's reader would cut a packet that runs on.
 struct TgaPicture {
     int width = 0;
     int height = 0;
-    int type = 0;
     std::vector<uint8_t> pixels;
     std::string error;
 

@@ -1,46 +1,121 @@
+// The level text form and the level compiler: parsing and its errors, the dump
+// read back, and rillc as a program: compile, dump and check, and the check's
+// warnings of what would not play as meant.
+// The tools' README level blocks compile, check without a warning and are won by their scripts.
+
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
+#include <cstring>
 #include <filesystem>
+#include <limits>
 #include <sstream>
+#include <tuple>
 
+#include "level/level.h"
+#include "level_tools/level_tools.h"
+#include "support/content_support.h"
 #include "support/level_fixtures.h"
+#include "support/test_support.h"
+
+namespace fs = std::filesystem;
 
 namespace {
 
-struct ToolRun {
-    std::string output;
-    int exitCode = -1;
-};
-
-// The tools stand in the build folder, one above the test programs.
-std::string rillcPath() {
-    if (const char* binaryDir = std::getenv("BROOKFALL_BINARY_DIR")) return std::string(binaryDir) + "/rillc";
-    std::error_code error;
-    const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
-    return (self.parent_path().parent_path() / "rillc").string();
+std::string parseError(const std::string& text) {
+    LevelFile level;
+    std::string error;
+    EXPECT_FALSE(LevelText::parse(text, "cave.txt", level, error));
+    return error;
 }
 
+}  // namespace
+
+TEST(LevelText, FieldsDefaultsAndNames) {
+    const LevelFile level = levelFromText(
+        "# a comment line\n"
+        "water 1 2   # trailing comment\n"
+        "polygon id -3 layer 1\n"
+        "  0 0, 10 0\n"
+        "  texture \"gfx\\a%25b%22.tga\" collision invisible\n"
+        "  10 10\n"
+        "end\n"
+        "trigger type level_end_A target 2 rect 0 0 10 20\n"
+        "object at 010 0x1F mirrored 7\n");
+    ASSERT_EQ(level.polygons.size(), 1u);
+    const PolygonRecord& polygon = level.polygons[0];
+    // Stone (3) unless told; the points of every line.
+    EXPECT_EQ(std::tuple(polygon.id, polygon.surfaceType, polygon.collisionMode, polygon.layer,
+                         polygon.points.size()),
+              std::tuple(-3, 3, 2, 1u, 3u));
+    EXPECT_EQ(polygon.textureName, "gfx\\a%b\".tga");
+    EXPECT_EQ(level.waterStart.y, 2);
+    const TriggerRecord& trigger = level.triggers[0];
+    EXPECT_EQ(std::tuple(trigger.type, trigger.corners[1].x, trigger.corners[3].y), std::tuple(801, 10, 20));
+    // 010 is decimal, not octal.
+    EXPECT_EQ(std::tuple(level.objects[0].mirrored, level.objects[0].position.x, level.objects[0].position.y),
+              std::tuple(7, 10, 31));
+}
+
+TEST(LevelText, ErrorsNameTheLine) {
+    EXPECT_EQ(parseError("water 0 0\nbanana 1\n"), "cave.txt:2: unknown record 'banana'");
+    EXPECT_EQ(parseError("object colour 3\n"), "cave.txt:1: unknown field 'colour' in object");
+    EXPECT_EQ(parseError("object id 1 id 2\n"), "cave.txt:1: field 'id' given twice in object");
+    EXPECT_EQ(parseError("\n\npolygon layer 5\n"), "cave.txt:3: field 'layer' must lie within 0 and 4");
+    EXPECT_EQ(parseError("polygon surface marble\nend\n"),
+              "cave.txt:1: field 'surface' has no value 'marble'");
+    EXPECT_EQ(parseError("polygon\n0 0\n1\nend\n"), "cave.txt:3: points come in pairs: x y");
+    EXPECT_EQ(parseError("polygon\n0 0\n"), "cave.txt:2: polygon begun on line 1 has no 'end'");
+    EXPECT_EQ(parseError("end\n"), "cave.txt:1: 'end' without a polygon");
+    EXPECT_EQ(parseError("trigger target 1\n"), "cave.txt:1: a trigger needs a type");
+    EXPECT_EQ(parseError("sound strength -1\n"),
+              "cave.txt:1: field 'strength' must lie within 0 and 2147483647");
+    EXPECT_EQ(parseError("force strength x\n"), "cave.txt:1: field 'strength' wants a number, not 'x'");
+    EXPECT_EQ(parseError("object texture \"abc\n"), "cave.txt:1: name without closing quote");
+    EXPECT_EQ(parseError("object texture abc\n"), "cave.txt:1: field 'texture' wants a quoted name");
+    EXPECT_EQ(parseError("object texture \"" + std::string(65535, 'o') + "\"\n"),
+              "cave.txt:1: name of field 'texture' is too long");
+    EXPECT_EQ(parseError("water 1\n"), "cave.txt:1: 'water' wants x and y");
+    EXPECT_EQ(parseError("polygon\n0 99999999999\nend\n"),
+              "cave.txt:2: '99999999999' is no point coordinate");
+}
+
+TEST(LevelText, DumpThenCompileGivesTheSameBytes) {
+    LevelFile level = levelFromText(everyRecordText);
+    level.version = 11;
+    level.polygons[0].textureName = std::string("odd\x01\xff\"%# name", 12);
+    level.forces[0].directionX = -0.0f;
+    level.forces[0].directionY = 0.1f;
+    level.forces[0].strength = std::numeric_limits<float>::quiet_NaN();
+    level.movers[0].speed = std::numeric_limits<float>::infinity();
+    level.emitters[0].directionX = 1e-38f;
+    level.triggers[0].type = 12345;
+    level.sounds[0].looping = 200;
+    const std::string bytes = LevelFileFormat::write(level);
+    const std::string text = LevelText::write(level);
+    LevelFile again;
+    std::string error;
+    ASSERT_TRUE(LevelText::parse(text, "dump", again, error)) << error << "\n" << text;
+    EXPECT_EQ(LevelFileFormat::write(again), bytes) << text;
+    EXPECT_EQ(LevelText::write(again), text);
+}
+
+TEST(LevelText, DumpIsReadable) {
+    const std::string text = LevelText::write(levelFromText(everyRecordText));
+    EXPECT_NE(text.find("polygon id 7 texture \"gfx\\rock.tga\" surface sand collision 7 layer 4\n  0 0\n"),
+              std::string::npos);
+    EXPECT_NE(text.find("trigger type Entity_remove_1 target 7 delay 0.5 corners"), std::string::npos);
+    EXPECT_NE(text.find("mover id 4 speed 12.5 from 0 0 to 0 100\n"), std::string::npos);
+}
+
+namespace {
+
 ToolRun rillc(const std::string& arguments) {
-    ToolRun run;
-    FILE* pipe = popen((rillcPath() + " " + arguments + " 2>&1").c_str(), "r");
-    if (!pipe) return run;
-    char buffer[4096];
-    for (std::size_t count; (count = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;)
-        run.output.append(buffer, count);
-    const int status = pclose(pipe);
-    run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return run;
+    return runTool(quoted(toolPath("rillc")) + " " + arguments);
 }
 
 class RillcTool : public ::testing::Test {
 protected:
-    void SetUp() override {
-        if (!std::filesystem::exists(rillcPath())) GTEST_SKIP() << "rillc is not built";
-    }
     ScratchFolder folder;
 };
 
@@ -65,30 +140,30 @@ TEST_F(RillcTool, CompileErrorsNameTheSourceLine) {
     EXPECT_FALSE(std::filesystem::exists(folder.path() / "bad.rill"));
 }
 
-TEST_F(RillcTool, CheckPrintsTheReadersMessagesAndFailsOnABadFile) {
+// Each run's exit status and a line of what it says.
+TEST_F(RillcTool, CheckAndDumpSayWhatTheReaderSaysAndMistakesGiveUsage) {
     folder.write("maps/good.rill",
                  bytesFromText(std::string(squareText) + "polygon\n0 0\n10 10\n10 0\n0 10\nend\n"));
-    const ToolRun good = rillc("check maps/good.rill");
-    EXPECT_EQ(good.exitCode, 0);
-    EXPECT_NE(good.output.find("\nLevel 'maps/good.rill' loaded successfully.."), std::string::npos);
-    EXPECT_NE(
-        good.output.find("\nwarning: polygon 1 (id 0): it has no triangles: it is neither drawn nor solid"),
-        std::string::npos);
     const std::string bytes = bytesFromText(squareText);
     folder.write("maps/cut.rill", bytes.substr(0, bytes.size() - 1));
-    const ToolRun cut = rillc("check maps/cut.rill");
-    EXPECT_EQ(cut.exitCode, 1);
-    EXPECT_NE(cut.output.find("\nError reading level file 'maps/cut.rill'\nReason: Unable to read file"),
-              std::string::npos);
-    const ToolRun dump = rillc("dump maps/cut.rill");
-    EXPECT_EQ(dump.exitCode, 1);
-    EXPECT_NE(dump.output.find("Unable to read file"), std::string::npos);
-}
-
-TEST_F(RillcTool, WrongArgumentsGiveUsage) {
-    const ToolRun run = rillc("compile only-one");
-    EXPECT_EQ(run.exitCode, 2);
-    EXPECT_NE(run.output.find("usage: rillc compile SOURCE OUT.rill"), std::string::npos);
+    const struct {
+        const char* arguments;
+        int exitCode;
+        const char* said;
+    } runs[] = {
+        {"check maps/good.rill", 0, "\nLevel 'maps/good.rill' loaded successfully.."},
+        {"check maps/good.rill", 0,
+         "\nwarning: polygon 1 (id 0): it has no triangles: it is neither drawn nor solid"},
+        {"check maps/cut.rill", 1, "\nError reading level file 'maps/cut.rill'\nReason: Unable to read file"},
+        {"dump maps/cut.rill", 1, "Unable to read file"},
+        {"compile only-one", 2, "usage: rillc compile SOURCE OUT.rill"},
+    };
+    for (const auto& expected : runs) {
+        const ToolRun run = rillc(expected.arguments);
+        EXPECT_EQ(run.exitCode, expected.exitCode) << expected.arguments;
+        EXPECT_NE(run.output.find(expected.said), std::string::npos) << expected.arguments << ":\n"
+                                                                     << run.output;
+    }
 }
 
 namespace {
@@ -200,3 +275,73 @@ TEST_P(RillcCheck, WarnsOfWhatWillNotPlayAsMeant) {
 
 INSTANTIATE_TEST_SUITE_P(Traps, RillcCheck, ::testing::ValuesIn(checkCases),
                          [](const auto& row) { return std::string(row.param.name); });
+
+namespace {
+
+struct Example {
+    std::string level;
+    std::string script;
+};
+
+// The blocks between "```level" and "```", each with the "```script" block that follows it.
+std::vector<Example> examples(const std::string& markdown) {
+    std::vector<Example> found;
+    std::istringstream lines(markdown);
+    std::string line, *into = nullptr;
+    while (std::getline(lines, line)) {
+        if (into) {
+            if (line.rfind("```", 0) == 0)
+                into = nullptr;
+            else
+                *into += line + "\n";
+        } else if (line == "```level") {
+            found.emplace_back();
+            into = &found.back().level;
+        } else if (line == "```script" && !found.empty()) {
+            into = &found.back().script;
+        }
+    }
+    return found;
+}
+
+class ReadmeExamples : public ::testing::TestWithParam<const char*> {
+protected:
+    void SetUp() override {
+        // The baked data, with a maps folder of the examples' own.
+        for (const char* folder : {"cfg", "gfx", "snd", "fx", "text"})
+            fs::create_directory_symlink(bakedDataFolder() / folder, scratch.path() / folder);
+        fs::create_directory(scratch.path() / "maps");
+    }
+    ScratchFolder scratch;
+};
+
+}  // namespace
+
+TEST_P(ReadmeExamples, CompileCheckWithoutAWarningAndWin) {
+    const std::vector<Example> all = examples(readBytes(sourceDataFolder().parent_path() / GetParam()));
+    ASSERT_FALSE(all.empty()) << "no level in " << GetParam();
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        SCOPED_TRACE("example " + std::to_string(i));
+        const std::string name = "example" + std::to_string(i);
+        scratch.write(name + ".level", all[i].level);
+        scratch.write(name + ".script", all[i].script.empty() ? ":step 300\n:state\n" : all[i].script);
+        const fs::path level = scratch.path() / "maps" / (name + ".rill");
+        const ToolRun compile =
+            runTool(quoted(toolPath("rillc")) + " compile " + name + ".level " + quoted(level));
+        ASSERT_EQ(compile.exitCode, 0) << compile.output;
+        const ToolRun check = runTool(quoted(toolPath("rillc")) + " check --data . " + quoted(level));
+        EXPECT_EQ(check.exitCode, 0);
+        EXPECT_EQ(check.output.find("warning:"), std::string::npos) << check.output;
+        const ToolRun play = runTool(quoted(toolPath("brookfall-headless")) + " --data . 'maps\\" + name +
+                                     ".rill' " + name + ".script");
+        ASSERT_EQ(play.exitCode, 0) << play.output;
+        const std::vector<std::string> states = stateLines(play.output);
+        ASSERT_FALSE(states.empty()) << "the script must end with :state";
+        if (!all[i].script.empty()) {
+            EXPECT_NE(states.back().find("\"finished\":true"), std::string::npos) << states.back();
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Tools, ReadmeExamples,
+                         ::testing::Values("tools/rillc/README.md", "tools/brookfall-headless/README.md"));

@@ -1,7 +1,9 @@
-// Beside the other drawing tests in a real window: the console program counts
+// Text in a real window: the console's bands, output and input line, and the
+// fonts' cells. Beside the other drawing tests: the console program counts
 // every allocation, which the GL driver's own allocations must not meet.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -69,51 +71,38 @@ protected:
 
 TEST_F(ConsoleDrawing, BandsStandInTheirOrder) {
     draw();
-    EXPECT_TRUE(near(readPixel(320, 0), outputBackground));
-    EXPECT_TRUE(near(readPixel(639, 447), outputBackground));
-    EXPECT_TRUE(near(readPixel(320, 448), border));
-    EXPECT_TRUE(near(readPixel(320, 449), border));
-    EXPECT_TRUE(near(readPixel(320, 450), inputBackground));
-    EXPECT_TRUE(near(readPixel(320, 477), inputBackground));
-    EXPECT_TRUE(near(readPixel(320, 478), border));
-    EXPECT_TRUE(near(readPixel(320, 479), border));
+    EXPECT_TRUE(near(readPixel(639, 447), outputBackground)) << "to the right edge";
+    const int rows[] = {0, 447, 448, 449, 450, 477, 478, 479};
+    const Rgb colours[] = {outputBackground, outputBackground, border, border,
+                           inputBackground,  inputBackground,  border, border};
+    for (std::size_t i = 0; i < std::size(rows); ++i)
+        EXPECT_TRUE(near(readPixel(320, rows[i]), colours[i])) << rows[i];
 }
 
-// Printed text and the output cells (column, line) that show text or stand blank.
+// Printed text and the last three lines of the output as they must show, a
+// blank where the background shows; each line is checked to one cell past its end.
 TEST_F(ConsoleDrawing, TextFillsTheLastLinesAndWrapsAtTheColumnCount) {
-    struct Cell {
-        int column, line;
-        bool text;
-    };
-    struct Case {
-        std::string printed;
-        std::vector<Cell> cells;
-    };
-    const Case cases[] = {
-        // The newest text on the last line; a blank shows the background.
-        {"\nolder line\nAB C",
-         {{0, 55, true},
-          {1, 55, true},
-          {2, 55, false},
-          {3, 55, true},
-          {4, 55, false},
-          {9, 54, true},
-          {10, 54, false},
-          {0, 53, false}}},
-        {"\n" + std::string(85, 'X'), {{79, 54, true}, {4, 55, true}, {5, 55, false}, {0, 53, false}}},
+    const std::string full(80, 'X'), x76(76, 'X');
+    const std::pair<std::string, std::vector<std::string>> cases[] = {
+        {"\nolder line\nAB C", {"", "older line", "AB C"}},
+        {"\n" + full + "XXXXX", {"", full, "XXXXX"}},
         // A line of exactly the column count adds no blank line.
-        {"\n" + std::string(80, 'X') + "Y", {{0, 54, true}, {0, 55, true}, {1, 55, false}}},
+        {"\n" + full + "Y", {"", full, "Y"}},
         // A tab that would not fit breaks the line; one that fits runs to the next stop.
-        {"\n" + std::string(76, 'X') + "\tZ", {{75, 54, true}, {76, 54, false}, {0, 55, true}}},
-        {"\nA\tB", {{0, 55, true}, {1, 55, false}, {8, 55, true}}},
+        {"\n" + x76 + "\tZ", {"", x76, "Z"}},
+        {"\nA\tB", {"", "", "A       B"}},
     };
-    for (const Case& c : cases) {
+    for (const auto& [printed, lines] : cases) {
         GLConsole::clear();
-        GLConsole::print(c.printed);
+        GLConsole::print(printed);
         draw();
-        for (const Cell& cell : c.cells)
-            EXPECT_TRUE(near(outputCell(cell.column, cell.line), cell.text ? outputText : outputBackground))
-                << c.printed.substr(0, 12) << " at " << cell.column << "," << cell.line;
+        for (int line = 0; line < 3; ++line)
+            for (std::size_t column = 0; column <= std::min<std::size_t>(lines[line].size(), 79); ++column) {
+                const bool text = column < lines[line].size() && lines[line][column] != ' ';
+                EXPECT_TRUE(near(outputCell(static_cast<int>(column), 53 + line),
+                                 text ? outputText : outputBackground))
+                    << printed.substr(0, 12) << " at " << column << "," << 53 + line;
+            }
     }
 }
 
@@ -170,12 +159,78 @@ TEST_F(ConsoleDrawing, AnAbsurdFontSizeDrawsWithoutOverflow) {
     EXPECT_LE(GLConsole::state().fontSize, 4096);
 }
 
-TEST_F(ConsoleDrawing, TheFontIsSharedWithOtherSubsystems) {
-    const GLTexture font = GLConsole::getFontTexture();
-    EXPECT_EQ(font.name, "GFX\\CONSOLE_FONT.TGA");
-    EXPECT_EQ(font.width, 128);
-    GLConsole::setFontTexture(GLTexture("gfx\\default.tga"));
-    EXPECT_EQ(GLConsole::getFontTexture().width, 16);
+// Cells of 16 pixels, each in a colour of its own byte value.
+Rgb cellColour(int c) {
+    return {c, 255 - c, 128};
+}
+
+std::string colouredFont() {
+    return makeRawTga(256, 256, true, [](int x, int y) {
+        const int c = (y / 16) * 16 + x / 16;
+        return Bgra{128, static_cast<uint8_t>(255 - c), static_cast<uint8_t>(c), 255};
+    });
+}
+
+class FontDrawing : public ::testing::Test {
+protected:
+    ScratchFolder folder;
+    RealWindow window{200, 120};
+    FontDrawing() {
+        folder.write("gfx/font.tga", colouredFont());
+        GLTextureManager::initialise();
+        GLWindow::clearScreen(0.0f, 0.0f, 0.0f);
+        GLWindow::glBeginDraw2d();
+    }
+    ~FontDrawing() override { GLTextureManager::shutdown(); }
+};
+
+TEST_F(FontDrawing, EachByteDrawsItsCellAndNewlinesGoBackToTheStart) {
+    GLFont font(GLTexture("gfx\\font.tga"));
+    font.drawString("A\n\nB\xff", 10.0f, 20.0f, 16.0f, 1.0f, 1.0f, 1.0f, 1.0f);
+    EXPECT_TRUE(near(readPixel(18, 28), cellColour('A')));
+    EXPECT_TRUE(near(readPixel(18, 44), {0, 0, 0}));
+    EXPECT_TRUE(near(readPixel(18, 60), cellColour('B')));
+    EXPECT_TRUE(near(readPixel(34, 60), cellColour(255)));
+    EXPECT_TRUE(near(readPixel(50, 60), {0, 0, 0}));
+}
+
+TEST_F(FontDrawing, TheColourMultipliesTheTexture) {
+    GLFont font;
+    font = "gfx\\font.tga";
+    font.drawString("a", 0.0f, 0.0f, 16.0f, 1.0f, 0.0f, 1.0f, 1.0f);
+    EXPECT_TRUE(near(readPixel(8, 8), {'a', 0, 128}));
+}
+
+TEST_F(FontDrawing, CentredTextFallsOnWholePixels) {
+    GLFont font(GLTexture("gfx\\font.tga"));
+    // x = round(50 - 16) = 34, y = round(25.5 - 8) = 18
+    font.drawStringCentered("AB", 0.0f, 0.0f, 100.0f, 51.0f, 16.0f, 1.0f, 1.0f, 1.0f, 1.0f);
+    EXPECT_TRUE(near(readPixel(34, 18), cellColour('A')));
+    EXPECT_TRUE(near(readPixel(65, 33), cellColour('B')));
+    EXPECT_TRUE(near(readPixel(33, 25), {0, 0, 0}));
+    EXPECT_TRUE(near(readPixel(40, 17), {0, 0, 0}));
+}
+
+TEST_F(FontDrawing, NothingIsDrawnOrChangedForEmptyTextOrNoSize) {
+    GLFont font(GLTexture("gfx\\font.tga"));
+    glDisable(GL_BLEND);
+    font.drawString("", 0.0f, 0.0f, 16.0f, 1.0f, 1.0f, 1.0f, 1.0f);
+    font.drawString(nullptr, 0.0f, 0.0f, 16.0f, 1.0f, 1.0f, 1.0f, 1.0f);
+    font.drawString("A", 0.0f, 0.0f, 0.0f, 1.0f, 1.0f, 1.0f, 1.0f);
+    font.drawStringCentered(nullptr, 0.0f, 0.0f, 10.0f, 10.0f, 16.0f, 1.0f, 1.0f, 1.0f, 1.0f);
+    EXPECT_FALSE(glIsEnabled(GL_BLEND));
+    EXPECT_FALSE(glIsEnabled(GL_TEXTURE_2D));
+    EXPECT_TRUE(near(readPixel(8, 8), {0, 0, 0}));
+}
+
+// GLFont copies and assigns through its own code: each handle holds one reference.
+TEST_F(FontDrawing, FontsAreTextureHandles) {
+    GLFont font(GLTexture("gfx\\font.tga"));
+    GLFont copy(font);
+    EXPECT_EQ(copy.id, font.id);
+    EXPECT_EQ(GLTextureManager::findTexture("gfx\\font.tga")->referenceCount, 2);
+    copy = font;
+    EXPECT_EQ(GLTextureManager::findTexture("gfx\\font.tga")->referenceCount, 2);
 }
 
 }  // namespace
