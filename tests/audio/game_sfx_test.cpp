@@ -97,26 +97,6 @@ protected:
     }
 };
 
-TEST_F(GameSfxTest, ParticlesAreCountedByPhase) {
-    const struct {
-        float temperature;
-        uint32_t water, steam;
-    } cases[] = {{20.0f, 5, 0}, {0.1f, 5, 0}, {99.9f, 5, 0}, {100.0f, 0, 5}, {0.0f, 0, 0}, {-5.0f, 0, 0}};
-    for (const auto& c : cases) {
-        ParticleManager::getParticles().clear();
-        makeWater(5, c.temperature);
-        EXPECT_EQ(std::pair(GameSfx_Water::getWaterParticleCount(), GameSfx_Steam::getSteamParticleCount()),
-                  std::pair(c.water, c.steam))
-            << c.temperature;
-    }
-    makeIce(3, 10.0f, false);
-    makeIce(1, 50.0f, false);
-    float velocity = 0.0f;
-    GameSfx_Ice::getAverageIceVelocity(velocity);
-    EXPECT_EQ(GameSfx_Ice::getIceParticleCount(), 4u);
-    EXPECT_FLOAT_EQ(velocity, (3 * 10.0f + 50.0f) / 4) << "weighed by the members";
-}
-
 // The water runs at 300, then slows by the loss in one step.
 class WaterLoss : public GameSfxTest, public ::testing::WithParamInterface<std::pair<float, int>> {};
 

@@ -349,17 +349,4 @@ TEST_F(MusicTest, WithoutAnAudioOutputTheGameRunsOnSilently) {
     EXPECT_FALSE(MusicSystem::play("music.wav", true) || MusicSystem::pause() || MusicSystem::resume());
 }
 
-// The level's music as the game ships it, in Ogg Vorbis.
-TEST_F(MusicTest, TheBakedLevelMusicPlays) {
-    const char* binary = std::getenv("BROOKFALL_BINARY_DIR");
-    const std::filesystem::path music =
-        std::filesystem::path(binary ? binary : "") / "data/snd/music/brookfall.ogg";
-    if (!binary || !std::filesystem::exists(music)) GTEST_SKIP() << "no baked data folder";
-    MusicSystem::initialise();
-    ASSERT_TRUE(MusicSystem::play(music.string(), true));
-    sleepMilliseconds(500);
-    const std::vector<float> recording = stopMusic();
-    EXPECT_GT(rms(recording, 0, recording.size()), 0.01);
-}
-
 }  // namespace

@@ -67,21 +67,6 @@ TEST_F(LineEditorTest, AFullLineRefusesFurtherCharactersSilentlyAndInsertDropsNo
     EXPECT_EQ(input(), "y" + std::string(254, 'x'));
 }
 
-TEST_F(LineEditorTest, EnterAndEnterLineEchoRunAndClearTheLine) {
-    typeText("no such thing");
-    pressKeys({enter});
-    EXPECT_EQ(printed(),
-              "\nno such thing\nUNKNOWN COMMAND. USE 'COMMANDS' FOR A LIST OF AVAILABLE COMMANDS.");
-    EXPECT_EQ(std::tuple(input(), cursor()), std::tuple("", 0));
-    typeText("half typed");
-    GLConsole::enterLine("Version");
-    EXPECT_EQ(printed(), "\nVersion\nVersion is 1.00");
-    EXPECT_EQ(input(), "");
-    GLConsole::enterLine(std::string(300, 'q'));
-    EXPECT_EQ(printed(), "\n" + std::string(255, 'q') +
-                             "\nUNKNOWN COMMAND. USE 'COMMANDS' FOR A LIST OF AVAILABLE COMMANDS.");
-}
-
 TEST_F(LineEditorTest, AnEarlierLineRunAgainIsPushedAgainAndTheHistoryKeepsSixteen) {
     typeLine("version");
     typeLine("other");

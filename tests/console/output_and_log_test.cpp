@@ -111,24 +111,6 @@ const std::string stopped = "\nLogging stopped. All output saved to ConsoleLog.t
 
 using LogTest = ConsoleTest;
 
-TEST_F(LogTest, LogHoldsWhatWasPrintedWhileLoggingWasOn) {
-    GLConsole::print("\nbefore");
-    GLConsole::enableLogging();
-    EXPECT_TRUE(GLConsole::isLogging());
-    GLConsole::print("\nduring");
-    GLConsole::print('!');
-    GLConsole::print(12);
-    GLConsole::disableLogging();
-    EXPECT_FALSE(GLConsole::isLogging());
-    GLConsole::print("\nafter");
-    EXPECT_EQ(scratch->read("ConsoleLog.txt"), commencing + "\nduring!12");
-    EXPECT_EQ(printed(), "\nbefore" + commencing + "\nduring!12" + stopped + "\nafter");
-    GLConsole::enableLogging();
-    GLConsole::print("\nsecond");
-    GLConsole::disableLogging();
-    EXPECT_EQ(scratch->read("ConsoleLog.txt"), commencing + "\nsecond") << "each start begins a new file";
-}
-
 TEST_F(LogTest, EnablingTwiceKeepsOneLogAndDisablingTwiceOrShutdownSaysItOnce) {
     for (int i = 0; i < 2; ++i) GLConsole::enableLogging();
     GLConsole::disableLogging();

@@ -190,26 +190,6 @@ TEST_F(FxTest, OnlyEmittersInsideTheSquareAboutTheViewRun) {
     }
 }
 
-TEST_F(FxTest, ParticlesAgeFlyAndFallAlongTheTurnedView) {
-    const float dt = 0.02f;
-    FxParticle straight;
-    straight.velocity = Vector2D(10, 0);
-    straight.lifeTotal = straight.lifeLeft = 1.0f;
-    FxParticle falling = straight;
-    falling.gravity = 2.0f;
-    FxParticle dying = straight;
-    dying.lifeLeft = dt;
-    for (const FxParticle& particle : {straight, falling, dying}) FxParticleManager::addParticle(particle);
-    Camera::setTilt(90.0f);
-    FxParticleManager::run(dt);
-    ASSERT_EQ(particles().size(), 2u);
-    EXPECT_LT(distance(particles()[0].position, Vector2D(0.2f, 0)), 1e-6f);
-    EXPECT_EQ(particles()[0].velocity, Vector2D(10, 0));
-    // Down turned by 90 degrees is -x; dt enters the fall twice.
-    EXPECT_LT(distance(particles()[1].velocity, Vector2D(10.0f - 100.0f * dt * 2.0f * dt, 0)), 1e-4f);
-    EXPECT_FLOAT_EQ(particles()[1].lifeLeft, 1.0f - dt);
-}
-
 // Roads to emitters.
 
 TEST_F(FxTest, EmitterCreateChecksItsSixArguments) {

@@ -1,7 +1,7 @@
 // Movers: the five states, what rides on them, the edges placed near the view,
 // and the push that carries water in strides that cannot jump a particle.
 
-#include "console/console_state.h"
+#include "console/console.h"
 #include "dynamics/mover_state.h"
 #include "support/dynamics_fixture.h"
 #include "water/water_state.h"
@@ -48,30 +48,6 @@ TEST_F(MoverTest, APathOfNoLengthEndsItsMoveInTheFirstStep) {
     mover.state = Mover::toEnd;
     mover.run(0.0f);
     EXPECT_EQ(mover.state, Mover::toEnd);
-}
-
-TEST_F(MoverTest, StatesRunTheMoverToItsEndsAndLoopsTurnAround) {
-    Mover mover = makeMover(1, Vector2D(0, 0), Vector2D(30, 40), 20.0f);
-    EXPECT_EQ(std::tuple(mover.length, mover.direction), std::tuple(50.0f, Vector2D(0.6f, 0.8f)));
-    mover.state = Mover::loopToStart;
-    mover.run(0.1f);
-    EXPECT_EQ(mover.state, Mover::loopToEnd);
-    for (int i = 0; i < 25; ++i) mover.run(0.1f);
-    EXPECT_EQ(mover.position, 50.0f);
-    EXPECT_EQ(mover.state, Mover::loopToEnd) << "landing on the end is not passing it";
-    mover.run(0.1f);
-    EXPECT_EQ(std::tuple(mover.position, mover.state), std::tuple(50.0f, Mover::loopToStart));
-    mover.run(1.0f);
-    EXPECT_FLOAT_EQ(mover.position, 30.0f);
-    mover.state = Mover::toStart;
-    mover.run(2.0f);
-    EXPECT_EQ(std::tuple(mover.position, mover.state), std::tuple(0.0f, Mover::stopped));
-    mover.run(1.0f);
-    EXPECT_EQ(mover.position, 0.0f);
-    mover.state = Mover::toEnd;
-    mover.run(1.0f);
-    mover.reset();
-    EXPECT_EQ(std::tuple(mover.position, mover.state), std::tuple(0.0f, Mover::stopped));
 }
 
 TEST_F(MoverTest, PolygonsAndObjectsWithTheMoversIdRideOnItAndThingsOnTwoMoversGetBoth) {

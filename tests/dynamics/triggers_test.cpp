@@ -93,17 +93,6 @@ TEST_F(TriggerManagerTest, AOnceTriggerFiresForTheFirstOfAHundredParticlesAndNev
     EXPECT_EQ(moverState(3), Mover::toEnd);
 }
 
-TEST_F(TriggerManagerTest, AnAllTriggerFiresForEachParticleAndIceBodyEveryFrame) {
-    const Trigger& trigger = addSquare(-1, 0, 0, 0, 40);
-    for (int i = 0; i < 5; ++i) addParticle(Vector2D(5.0f + static_cast<float>(i), 5.0f));
-    addParticle(Vector2D(60, 5));
-    ParticleGroup group;
-    group.position = Vector2D(20, 20);
-    ParticleGroupMover::getGroups().push_back(group);
-    for (int i = 0; i < 2; ++i) TriggerManager::runTriggers(frame);
-    EXPECT_EQ(trigger.fireCount, 12u);
-}
-
 TEST_F(TriggerManagerTest, ADelayedOnceTriggerActsAfterItsDelayWithoutASubjectUnlessReset) {
     addMover(4);
     addSquare(402, 4, 0, 0, 20, 0.1f);
@@ -122,25 +111,6 @@ TEST_F(TriggerManagerTest, ADelayedOnceTriggerActsAfterItsDelayWithoutASubjectUn
     EXPECT_EQ(moverState(4), Mover::stopped);
     TriggerManager::runTriggers(frame);
     EXPECT_EQ(moverState(4), Mover::toEnd);
-    EXPECT_TRUE(TriggerManager::state().delayedEvents.empty());
-}
-
-TEST_F(TriggerManagerTest, ADelayedAllTriggerQueuesAnEventForEachParticleAndFrameAndSubjectTypesTakeNoDelay) {
-    addMover(4);
-    addSquare(405, 4, 0, 0, 20, 1.0f);
-    addParticle(Vector2D(5, 5));
-    addParticle(Vector2D(10, 5));
-    for (int i = 0; i < 2; ++i) TriggerManager::runTriggers(frame);
-    EXPECT_EQ(TriggerManager::state().delayedEvents.size(), 4u);
-    for (int32_t type : {0, 1, 2, 200, 201, 202, 203, 701, 702})
-        EXPECT_EQ(addSquare(type, 0, 0, 0, 10, 2.0f).delay, 0.0f) << type;
-    for (int32_t type : {3, 402, 801, 901}) EXPECT_EQ(addSquare(type, 0, 0, 0, 10, 2.0f).delay, 2.0f) << type;
-    Particle& particle = addParticle(Vector2D(5, 5), 50.0f);
-    TriggerManager::resetTriggers();
-    TriggerManager::state().triggers.clear();
-    addSquare(0, 0, 0, 0, 10, 2.0f);
-    TriggerManager::runTriggers(frame);
-    EXPECT_LT(particle.temperature, 50.0f);
     EXPECT_TRUE(TriggerManager::state().delayedEvents.empty());
 }
 

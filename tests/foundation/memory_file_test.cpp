@@ -12,17 +12,6 @@ void expectClosed(const MemoryFile& file) {
 
 }  // namespace
 
-TEST(MemoryFile, NeverOpenedMissingAndEmptyFilesAreClosed) {
-    ScratchFolder folder;
-    folder.write("empty.bin", "");
-    MemoryFile file;
-    expectClosed(file);
-    for (const char* name : {"", "missing.bin", "empty.bin"}) {
-        file.open(name);
-        expectClosed(file);
-    }
-}
-
 TEST(MemoryFile, ReadsAreAllOrNothing) {
     ScratchFolder folder;
     folder.write("DATA/file.bin", "abcdef");

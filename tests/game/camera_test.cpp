@@ -45,26 +45,6 @@ TEST_F(CameraTest, StartsFarLeftAtRestAndReadsSafeSettings) {
 
 // Following the water.
 
-TEST_F(CameraTest, NearWaterOutweighsADistantDropAndIceCountsByItsMembers) {
-    useCamera("");
-    ParticleManager::createParticles(5000, 0, 0, 1);
-    ParticleManager::createParticles(10, 0, 5, 100);
-    Camera::doMovement(0.02f);
-    EXPECT_LT(distance(Camera::getPosition(), Vector2D(10, 0)), 10.0f);
-    ParticleManager::getParticles().clear();
-    ParticleManager::createParticles(100, 50, 0, 4);
-    Camera::doMovement(0.02f);
-    EXPECT_EQ(Camera::getPosition(), Vector2D(100, 50));
-    useCamera("");
-    ParticleManager::createParticles(-200, 0, 0, 1);
-    ParticleGroup& ice = ParticleGroupMover::getGroups().emplace_back();
-    ice.position = Vector2D(200, 0);
-    ice.particles.resize(3);
-    Camera::doMovement(0.02f);
-    // Both are 200 away, so the body weighs three times the drop.
-    EXPECT_NEAR(Camera::getPosition().x, 100.0f, 1e-3f);
-}
-
 TEST_F(CameraTest, FollowingIsSmoothedAlikeAtAnyFrameRateAndWithoutWaterItDriftsToTheOrigin) {
     for (const int steps : {10, 50}) {
         useCamera("movementInterpolateSpeed = 0.25");
@@ -78,51 +58,7 @@ TEST_F(CameraTest, FollowingIsSmoothedAlikeAtAnyFrameRateAndWithoutWaterItDrifts
     EXPECT_FLOAT_EQ(Camera::getPosition().x, 50.0f);
 }
 
-TEST_F(CameraTest, TheGlideToTheWaterEndsWithinItsDistanceAtOnceWhenTheWaterIsNear) {
-    useCamera("waypointInterpolateSpeed = 0.01\nwaypointInterpolateDistance = 5\n", Camera::movingToWaypoint);
-    ParticleManager::createParticles(100, 0, 0, 1);
-    Camera::doMovement(0.5f);
-    EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
-    EXPECT_NEAR(Camera::getPosition().x, 90.0f, 1e-3f);
-    Camera::doMovement(0.5f);
-    EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
-    Camera::doMovement(0.5f);
-    EXPECT_EQ(Camera::getState(), Camera::following);
-    useCamera("waypointInterpolateSpeed = 5\nwaypointInterpolateDistance = -20\n", Camera::movingToWaypoint);
-    ParticleManager::createParticles(15, 0, 0, 1);
-    Camera::doMovement(0.02f);
-    EXPECT_EQ(Camera::getState(), Camera::following);
-    // The speed is clamped to 0.99: the camera has gone only a little way.
-    EXPECT_LT(Camera::getPosition().x, 1.0f);
-}
-
 // Turning.
-
-TEST_F(CameraTest, ArrowKeysTurnLeftPositiveTogetherCancelAndStopAtTheLimitOnlyWhenAllowed) {
-    useCamera("maxAngle = 90\nkeyboardTurnSpeed = 20\nrotationSmooth = 0.5\n");
-    GLWindow::Headless::setKeyDown(leftArrow, true);
-    Camera::doTurning(1.0f);
-    EXPECT_FLOAT_EQ(Camera::state().turnSpeed, 10.0f);
-    EXPECT_FLOAT_EQ(Camera::getTilt(), 10.0f);
-    GLWindow::Headless::setKeyDown(rightArrow, true);
-    Camera::doTurning(1.0f);
-    EXPECT_FLOAT_EQ(Camera::state().turnSpeed, 5.0f);
-    GLWindow::Headless::setKeyDown(leftArrow, false);
-    Camera::doTurning(1.0f);
-    EXPECT_FLOAT_EQ(Camera::state().turnSpeed, -7.5f);
-    EXPECT_FLOAT_EQ(Camera::getTilt(), 7.5f);
-    useCamera("maxAngle = 180\nkeyboardTurnSpeed = 100\n");
-    GLWindow::Headless::setKeyDown(rightArrow, true);
-    for (int i = 0; i < 2; ++i) Camera::doTurning(1.0f);
-    EXPECT_EQ(std::tuple(Camera::getTilt(), Camera::state().turnSpeed), std::tuple(-180.0f, 0.0f));
-    Camera::doTurning(1.0f);
-    EXPECT_EQ(Camera::getTilt(), -180.0f);
-    useCamera("maxAngle = 90\nkeyboardTurnSpeed = 30\n");
-    GLWindow::Headless::setKeyDown(rightArrow, false);
-    GLWindow::Headless::setKeyDown(leftArrow, true);
-    for (const bool allowed : {false, true}) Camera::doMovements(allowed, 1.0f);
-    EXPECT_EQ(Camera::getTilt(), 30.0f);
-}
 
 TEST_F(CameraTest, TheMouseTurnsByItsMoveSinceTheLastStep) {
     useCamera("maxAngle = 90\nmouseTurnSpeed = 0.5\n");

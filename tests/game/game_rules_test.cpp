@@ -77,27 +77,6 @@ TEST_F(GameRulesTest, TheFinishStopsTheClockAndSoDoTheCameraGlideAndAPause) {
     EXPECT_EQ(GameRules::getLevelTime(), 700u);
 }
 
-TEST_F(GameRulesTest, WaterAndTimeScores) {
-    fillWater(128);
-    EXPECT_EQ(GameRules::getWaterScore(), 64000);
-    fillWater(127);
-    EXPECT_EQ(GameRules::getWaterScore(), 63500);
-    ParticleGroup group;
-    group.particles.resize(3);
-    ParticleGroupMover::getGroups().push_back(group);
-    EXPECT_EQ(
-        std::tuple(GameRules::getParticleCount(), GameRules::getWaterScore(), GameRules::getTimeScore()),
-        std::tuple(130, 65000, 436000));
-    // The time score holds for 160 seconds, then falls to 1000 over the next 320.
-    for (const auto& [milliseconds, score] :
-         {std::pair{160000u, 436000}, {160000u, 218500}, {160000u, 1000}, {100000u, 1000}}) {
-        clock.advanceMilliseconds(milliseconds);
-        GameRules::update(0.01f);
-        EXPECT_EQ(GameRules::getTimeScore(), score) << "after " << milliseconds;
-    }
-    EXPECT_EQ(GameRules::getTotalScore(), GameRules::getWaterScore() + 1000);
-}
-
 TEST_F(GameRulesTest, AllWaterLostComesBackAtTheStartOrTheLastCheckPoint) {
     ParticleManager::getParticles().clear();
     GameRules::update(0.01f);

@@ -1,6 +1,6 @@
 #include "game/game.h"
 
-#include "console/console_state.h"
+#include "console/console.h"
 #include "game/camera_state.h"
 #include "game/game_state.h"
 #include "support/level_fixtures.h"
@@ -69,25 +69,6 @@ protected:
     ManualClock clock;
     ConsoleCapture console;
 };
-
-TEST_F(GameTest, ALevelStartsWith128ParticlesAndShutdownLeavesTheRegistryAsTheGameFoundIt) {
-    EXPECT_EQ(std::tuple(Game::isRunning(), Game::getCurrentMapName()), std::tuple(true, "maps\\test.rill"));
-    ASSERT_EQ(ParticleManager::getParticles().size(), 128u);
-    for (const Particle& particle : ParticleManager::getParticles())
-        EXPECT_LE(length(particle.position), 10.0001f);
-    EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
-    EXPECT_EQ(GameState::state().stepTime, Game::stepThreshold);
-    EXPECT_NE(console.text().find("Game initialisation"), std::string::npos);
-    Game::shutdown();
-    const auto before = GLConsole::state().commands.size();
-    Game::initialise("maps\\test.rill");
-    Game::shutdown();
-    EXPECT_FALSE(Game::isRunning());
-    EXPECT_NE(console.text().find("Game shutdown"), std::string::npos);
-    EXPECT_EQ(GLConsole::state().commands.size(), before);
-    Game::run("maps\\test.rill");
-    EXPECT_FALSE(Game::isRunning());
-}
 
 TEST_F(GameTest, TheViewShowsAtLeast800By600) {
     const std::tuple<int, int, float, float> cases[] = {{800, 600, 800, 600},
@@ -234,31 +215,6 @@ TEST_F(GameTest, WithTheConsoleOpenKeysGoToItAndTheCameraDoesNotTurnButZoomsAndS
 
 // Requests at the end of the frame.
 
-TEST_F(GameTest, RestartPutsTheWaterBackAndKeepsThePauseAndAChangeOfMapWinsOverIt) {
-    startPlay();
-    for (const char* line : {"ShowSimSpeeds true", "Pause true"}) GLConsole::enterLine(line);
-    ParticleManager::getParticles().resize(5);
-    GLConsole::enterLine("Restart");
-    Game::runFrame(0.02f);
-    EXPECT_EQ(
-        std::tuple(ParticleManager::getParticles().size(), Camera::getState(), GameState::state().paused),
-        std::tuple(128u, Camera::movingToWaypoint, true));
-    console.take();
-    GLConsole::enterLine("ShowSimSpeeds");
-    EXPECT_NE(console.text().find("ShowSimSpeeds is false"), std::string::npos);
-    Game::map("maps\\other.rill");
-    GLConsole::enterLine("Restart");
-    Game::runFrame(0.02f);
-    EXPECT_EQ(Game::getCurrentMapName(), "maps\\other.rill");
-    // The new level's water and camera start where it says.
-    for (const Particle& particle : ParticleManager::getParticles())
-        EXPECT_LE(distance(particle.position, Vector2D(100, 0)), 10.0001f);
-    EXPECT_EQ(Camera::getState(), Camera::movingToWaypoint);
-    const Particle* front = &ParticleManager::getParticles().front();
-    Game::runFrame(0.02f);
-    EXPECT_EQ(&ParticleManager::getParticles().front(), front);
-}
-
 TEST_F(GameTest, ALevelThatFailsToLoadLeavesTheOldOneStandingAndStopEndsTheRunAfterTheFrame) {
     Game::map("maps\\missing.rill");
     Game::runFrame(0.02f);
@@ -269,16 +225,6 @@ TEST_F(GameTest, ALevelThatFailsToLoadLeavesTheOldOneStandingAndStopEndsTheRunAf
     EXPECT_TRUE(Game::isRunning());
     Game::runFrame(0.02f);
     EXPECT_FALSE(Game::isRunning());
-}
-
-TEST_F(GameTest, WaterComesToRestOnTheFloor) {
-    startPlay();
-    for (int i = 0; i < 300; ++i) Game::runFrame(1.0f / 60);
-    ASSERT_EQ(ParticleManager::getParticles().size(), 128u);
-    for (const Particle& particle : ParticleManager::getParticles()) {
-        EXPECT_LE(particle.position.y, 58.01f);
-        EXPECT_GT(particle.position.y, 0.0f);
-    }
 }
 
 }  // namespace

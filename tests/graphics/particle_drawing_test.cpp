@@ -46,17 +46,6 @@ TEST_F(ParticleDrawing, PhasesTakeTheirOwnColours) {
     ParticleGroupMover::getGroups().clear();
 }
 
-TEST_F(ParticleDrawing, SpeedGrowsTheSquareWhateverTheSignOfTheSetting) {
-    Particle fast = particleAt(0, 0, 20.0f);
-    fast.speed = 3.0f;  // half-width 2 + 6
-    ParticleManager::getParticles().push_back(fast);
-    Particle slow = particleAt(100, 0, 20.0f);
-    ParticleManager::getParticles().push_back(slow);
-    Game::drawFrame();
-    EXPECT_TRUE(near(world(6, 6), water));
-    EXPECT_TRUE(near(world(106, 6), black));
-}
-
 TEST_F(ParticleDrawing, ADyingParticlePastItsTimeIsInvisibleAndTrailsFade) {
     Particle dying = particleAt(0, 0, 20.0f);
     dying.dying = 1;

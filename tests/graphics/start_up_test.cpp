@@ -77,23 +77,6 @@ TEST(GLAviPlayer, OpensAFileOrSaysOnceThatItCannot) {
     }
 }
 
-// The texture is made once at the next powers of two; the frame fills its corner.
-TEST(GLAviPlayer, TakesATextureOfTheNextPowersOfTwo) {
-    struct Size {
-        int width, height, textureWidth, textureHeight;
-    };
-    ScratchFolder folder;
-    RealWindow window;
-    for (const Size& size :
-         {Size{320, 240, 512, 256}, Size{640, 480, 1024, 512}, Size{257, 129, 512, 256}, Size{1, 1, 1, 1}}) {
-        folder.write("vid/intro.avi", makeAvi(testVideo(size.width, size.height, 1)));
-        GLAviPlayer player(videoName);
-        ASSERT_TRUE(player.loaded()) << size.width << "x" << size.height;
-        EXPECT_EQ(std::pair(player.textureWidth, player.textureHeight),
-                  std::pair(size.textureWidth, size.textureHeight));
-    }
-}
-
 // At most one frame a turn, and only once a frame has stood longer than its length.
 TEST(GLAviPlayer, AdvancesOneFrameATurnOnceAFrameHasStoodItsLength) {
     ScratchFolder folder;

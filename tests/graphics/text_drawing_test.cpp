@@ -69,16 +69,6 @@ protected:
     static Rgb inputCell(int column) { return readPixel(column * 8 + 4, 57 * 8 + 4 + 4); }
 };
 
-TEST_F(ConsoleDrawing, BandsStandInTheirOrder) {
-    draw();
-    EXPECT_TRUE(near(readPixel(639, 447), outputBackground)) << "to the right edge";
-    const int rows[] = {0, 447, 448, 449, 450, 477, 478, 479};
-    const Rgb colours[] = {outputBackground, outputBackground, border, border,
-                           inputBackground,  inputBackground,  border, border};
-    for (std::size_t i = 0; i < std::size(rows); ++i)
-        EXPECT_TRUE(near(readPixel(320, rows[i]), colours[i])) << rows[i];
-}
-
 // Printed text and the last three lines of the output as they must show, a
 // blank where the background shows; each line is checked to one cell past its end.
 TEST_F(ConsoleDrawing, TextFillsTheLastLinesAndWrapsAtTheColumnCount) {
@@ -138,16 +128,6 @@ TEST_F(ConsoleDrawing, TheInputLineAndItsCursor) {
     GLWindow::Headless::setKeyToggled(45, false);
     EXPECT_TRUE(near(readPixel(2 * 8 + 4, 471), cursor));
     EXPECT_TRUE(near(readPixel(2 * 8 + 4, 473), inputBackground));
-}
-
-TEST_F(ConsoleDrawing, WithoutAFontOnlyTheBandsAndCursorShow) {
-    folder.write("cfg/console.cfg",
-                 std::string(configuration).substr(std::string(configuration).find('\n') + 1));
-    GLConsole::loadConfiguration();
-    GLConsole::print("\nXXXX");
-    draw();
-    EXPECT_TRUE(near(outputCell(0, 55), outputBackground));
-    EXPECT_TRUE(near(readPixel(4, 473), cursor));
 }
 
 // A font size whose layout sums would overflow draws one huge cell, no more.

@@ -76,35 +76,6 @@ TEST(Window, HasTheRequestedClientAreaAndBuffers) {
     EXPECT_TRUE(doubleBuffered);
 }
 
-TEST(Window, Draw2dPutsTheOriginAtTheTopLeftPixel) {
-    RealWindow window(320, 240);
-    GLWindow::clearScreen(0.0f, 0.0f, 1.0f);
-    GLWindow::glBeginDraw2d();
-    glColor3f(1.0f, 0.0f, 0.0f);
-    glRectf(10.0f, 20.0f, 30.0f, 40.0f);
-    for (const auto& [x, y, red] :
-         {std::tuple{10, 20, true}, {29, 39, true}, {9, 20, false}, {30, 40, false}, {319, 239, false}})
-        EXPECT_TRUE(near(readPixel(x, y), red ? Rgb{255, 0, 0} : Rgb{0, 0, 255})) << x << "," << y;
-}
-
-TEST(Window, PushAndPopStateRestoreMatricesAndSwitches) {
-    RealWindow window;
-    GLWindow::glBeginDraw2d();
-    glDisable(GL_BLEND);
-    GLWindow::glPushState();
-    glEnable(GL_BLEND);
-    glMatrixMode(GL_PROJECTION);
-    glLoadIdentity();
-    GLWindow::glPopState();
-    EXPECT_FALSE(glIsEnabled(GL_BLEND));
-    GLfloat projection[16];
-    glGetFloatv(GL_PROJECTION_MATRIX, projection);
-    EXPECT_FLOAT_EQ(projection[0], 1.0f / 160.0f);
-    GLint mode = 0;
-    glGetIntegerv(GL_MATRIX_MODE, &mode);
-    EXPECT_EQ(mode, GL_MODELVIEW);
-}
-
 TEST_F(WindowEvents, DeliversKeysAsVirtualKeyCodes) {
     for (const char* name : {"A", "7", "Left", "Down", "`", "F1", "Return", "Backspace", "Escape", "Space"})
         WindowBackend::queueKey(name, true);
@@ -158,17 +129,6 @@ TEST_F(WindowEvents, ACloseRequestDestroysTheWindowWhateverTheListenerDoes) {
     EXPECT_EQ(listener.events, (std::vector<std::string>{"closing", "closed"}));
     EXPECT_EQ(GLWindow::getEventListener(), nullptr);
     EXPECT_EQ(GLWindow::getCursor(), 1);
-}
-
-TEST_F(WindowEvents, RepaintRequestReachesTheListenerOnTheNextRun) {
-    GLWindow::run();
-    listener.events.clear();
-    listener.redraws = true;
-    GLWindow::requestRepaint();
-    GLWindow::run();
-    EXPECT_EQ(listener.events, std::vector<std::string>{"redraw"});
-    GLWindow::run();
-    EXPECT_EQ(listener.events.size(), 1u);
 }
 
 TEST(Window, ExtensionTestIsCaseInsensitiveAndWholeWord) {
@@ -231,25 +191,6 @@ TEST(WindowDeathTest, AnUnreachableDisplayEndsTheProgramWithItsMessage) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(createWithVideoDriver("no_such_driver"), ::testing::ExitedWithCode(1),
                 "Game error\nUnable to create window: couldn't get program handle\\.");
-}
-
-// Full screen without a window manager reports the window where it does not
-// stand; mouse turning must still measure the untouched pointer as centred.
-TEST(Window, AnUntouchedMouseTurnsNoViewInFullScreen) {
-    ScratchFolder folder;
-    folder.write("cfg/camera.cfg", "mouseTurnSpeed = 10\nmaxAngle = 180\nrotationSmooth = 0.5\n");
-    RealWindow window(800, 600);
-    GLWindow::setFullscreen(true, GLWindow::getScreenWidth(), GLWindow::getScreenHeight());
-    GLWindow::centerMouse();  // where the game's first step leaves it
-    GLWindow::run();
-    Camera::initialise();
-    Camera::setState(Camera::following);
-    for (int step = 0; step < 200; ++step) {
-        GLWindow::run();
-        Camera::doMovements(true, 1.0f / 75.0f);
-    }
-    EXPECT_EQ(Camera::getTilt(), 0.0f);
-    GLWindow::setFullscreen(false, 800, 600);
 }
 
 namespace {

@@ -56,27 +56,6 @@ TEST_F(BspTest, OneSquareGivesFourNodesWithNormalsIntoTheSolidInEitherWinding) {
     }
 }
 
-TEST_F(BspTest, SharedSidesMovingAndSceneryPolygonsAndCaulkLeaveNoNodes) {
-    load(twoSquares);
-    EXPECT_EQ(nodesOnSharedSide(), 0);
-    load(std::string(twoSquares) + "trigger type Entity_remove_1 target 2\n");
-    EXPECT_EQ(nodesOnSharedSide(), 2);
-    load(std::string(squareText) + "polygon id 9 collision caulk\n40 100\n60 100\n60 120\n40 120\nend\n");
-    for (const BspNode* node : nodes()) {
-        EXPECT_FALSE(node->caulk);
-        EXPECT_NE(node->polygon->id, 9);
-    }
-    EXPECT_EQ(LevelBspTree::conCmdBspSize(), 5);  // the bottom side in two pieces
-    // Through the gap in the bottom side and on to the top side.
-    Vector2D end(50, -50);
-    ASSERT_NE(LevelBspTree::raycast(Vector2D(50, 150), end), nullptr);
-    EXPECT_NEAR(end.y, 0.0f, 1e-4);
-    load(std::string(squareText) + "polygon id 5 collision scenery\n200 0\n300 0\n300 100\nend\n" +
-         "polygon id 6\n400 0\n500 0\n500 100\nend\nmover id 6 from 0 0 to 0 10\n");
-    EXPECT_EQ(LevelBspTree::conCmdBspSize(), 4);
-    EXPECT_TRUE(Level::getPolygons().back().moveable);
-}
-
 TEST_F(BspTest, RaysHitTheNearestEdgeEndExactlyOnCornersAndFromAnEdgeReturnItClamped) {
     load(squareText);
     Vector2D miss(-50, -60);
@@ -215,23 +194,4 @@ TEST_F(BspTest, CastReportsAndDebugDrawingWithoutAContextDrawsNothingAndKeepsThe
     Level::getPolygons().front().drawTrianglesOutline();
     EXPECT_TRUE(LevelBspTree::conCmdBspCastDraw(false, false));
     EXPECT_FALSE(LevelBspTree::conCmdBspCastDraw(false, true));
-}
-
-TEST_F(BspTest, ALargeConvexOutlineMakesADeepTreeThatStillWorks) {
-    std::string text = "polygon\n";
-    const int points = 700;
-    for (int i = 0; i < points; ++i) {
-        const double angle = 6.283185307179586 * i / points;
-        text += std::to_string(static_cast<int>(std::lround(std::cos(angle) * 5000))) + " " +
-                std::to_string(static_cast<int>(std::lround(std::sin(angle) * 5000))) + "\n";
-    }
-    load(text + "end\n");
-    ASSERT_GT(Level::getPolygons().front().triangleCount, 0u);
-    const int size = LevelBspTree::conCmdBspSize();
-    EXPECT_GE(size, points);
-    EXPECT_GT(LevelBspTree::conCmdBspDepth(), 100);  // edges of a convex outline lie in front of each other
-    EXPECT_EQ(static_cast<int>(nodes().size()), size);
-    Vector2D end(20000, 10);
-    ASSERT_NE(LevelBspTree::raycast(Vector2D(-20000, 10), end), nullptr);
-    EXPECT_NEAR(end.x, -5000.0f, 1.0f);
 }

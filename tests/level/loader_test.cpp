@@ -53,27 +53,6 @@ TEST_F(LevelLoaderTest, SmallestFileHas52BytesAndLoadsEmptyAndAMissingFileKeepsT
     expectSquareStanding();
 }
 
-TEST_F(LevelLoaderTest, EveryRecordIsReadAndHandedOver) {
-    load(everyRecordText);
-    const Polygon2D& polygon = Level::getPolygons().front();
-    EXPECT_EQ(polygon.id, 7);
-    ASSERT_TRUE(polygon.texture);
-    EXPECT_EQ(polygon.texture->name, "GFX\\ROCK.TGA");
-    EXPECT_TRUE(polygon.collideable);  // collision mode 7 acts as 0
-    EXPECT_EQ(std::tuple(polygon.visible, polygon.layer, polygon.triangleCount), std::tuple(true, 4u, 1u));
-    EXPECT_TRUE(polygon.destructable);  // an Entity_remove_1 trigger names it
-    EXPECT_EQ(Level::getCameraStart(), Vector2D(3, 4));
-    const LevelRecords& r = Level::state().records;
-    ASSERT_EQ((std::vector<std::size_t>{r.forces.size(), r.objects.size(), r.movers.size(), r.triggers.size(),
-                                        r.sounds.size(), r.emitters.size()}),
-              std::vector<std::size_t>(6, 1));
-    EXPECT_FLOAT_EQ(r.forces[0].directionY, 1.0f);  // normalised
-    EXPECT_FLOAT_EQ(r.forces[0].strength, 15.0f);   // times 10
-    EXPECT_EQ(std::tuple(r.objects[0].mirrored, r.movers[0].end.y, r.triggers[0].corners[2].x,
-                         r.sounds[0].soundName, r.emitters[0].settingsName),
-              std::tuple(1, 100, 20, "snd\\drip.wav", "fx\\spray.cfg"));
-}
-
 TEST_F(LevelLoaderTest, CollisionModesSetTheTwoFlags) {
     for (const auto& [mode, collideable, visible] : {std::tuple{"solid", true, true},
                                                      {"scenery", false, true},

@@ -212,16 +212,6 @@ protected:
     GuiScreen screen;
 };
 
-TEST_F(GuiScreenTest, WindowPixelsBecomeUnitsOfTheVirtualScreen) {
-    GLWindow::Headless::setClientSize(1024, 768);
-    GuiWidget* widget = add(400, 300, 10, 10);
-    screen.mouseMoved(512, 384);
-    EXPECT_EQ(screen.getFocusedWidget(), widget);
-    screen.mouseMoved(500, 384);  // 390.6 units: left of the widget
-    EXPECT_EQ(screen.getFocusedWidget(), nullptr);
-    EXPECT_FALSE(widget->focused);
-}
-
 TEST_F(GuiScreenTest, TheFirstEnabledWidgetUnderTheMouseTakesTheFocusAndPressesGoToTheFocus) {
     GuiWidget* disabled = add(0, 0);
     disabled->enabled = false;

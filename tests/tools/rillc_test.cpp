@@ -100,14 +100,6 @@ TEST(LevelText, DumpThenCompileGivesTheSameBytes) {
     EXPECT_EQ(LevelText::write(again), text);
 }
 
-TEST(LevelText, DumpIsReadable) {
-    const std::string text = LevelText::write(levelFromText(everyRecordText));
-    EXPECT_NE(text.find("polygon id 7 texture \"gfx\\rock.tga\" surface sand collision 7 layer 4\n  0 0\n"),
-              std::string::npos);
-    EXPECT_NE(text.find("trigger type Entity_remove_1 target 7 delay 0.5 corners"), std::string::npos);
-    EXPECT_NE(text.find("mover id 4 speed 12.5 from 0 0 to 0 100\n"), std::string::npos);
-}
-
 namespace {
 
 ToolRun rillc(const std::string& arguments) {

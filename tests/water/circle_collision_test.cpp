@@ -34,24 +34,6 @@ TEST_F(CircleCollisionTest, ContactsOnTheEdgeBeyondItsEndAndFromInsideTheSolid) 
     EXPECT_LT(distance(inside, Vector2D(50, -2)), 1e-5f);
 }
 
-// Far from the level, without a level, or at no number: no contact, the centre
-// left, a zero normal and full friction.
-TEST_F(CircleCollisionTest, NoContactLeavesZeroNormalAndFullFriction) {
-    const std::pair<Vector2D, bool> cases[] = {
-        {{-50, -50}, true}, {{50, -1}, false}, {{NAN, 0}, true}, {{INFINITY, -INFINITY}, true}};
-    for (const auto& [start, level] : cases) {
-        if (!level) Level::clear();
-        Vector2D centre = start;
-        EXPECT_FALSE(CircleCollision::collisionTest(&centre, 2.0f)) << start.x << "," << start.y;
-        if (std::isfinite(start.x)) {
-            EXPECT_EQ(centre, start);
-        }
-        EXPECT_EQ(std::tuple(CircleCollision::getCollisionNormal(), CircleCollision::getCollisionFriction(),
-                             CircleCollision::state().contactCount),
-                  std::tuple(Vector2D(), 1.0f, 0u));
-    }
-}
-
 TEST_F(CircleCollisionTest, FrictionIsTheMeanOfTheContacts) {
     folder.write("cfg/surfaces.cfg", "surfaceFriction_wood = 0.5\nsurfaceFriction_stone = 1\n");
     SurfaceTypeManager::initialise();

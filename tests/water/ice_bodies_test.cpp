@@ -84,16 +84,6 @@ TEST_F(IceBodies, ALongMoveIsTakenWholeAndMembersFollow) {
     EXPECT_EQ(groups().front().touching, 0);
 }
 
-TEST_F(IceBodies, MembersJumpToRestAndTheRadiusToItsTargetWithZeroBases) {
-    ParticleGroup& body = bodyAt(Vector2D(0, 0), 4);
-    ParticleGroupMover::runSimulation(0.01f, ParticleManager::getParticles());
-    EXPECT_EQ(body.radius, 4.0f);
-    for (const Particle& member : body.particles) {
-        const Vector2D rest = body.position + member.groupDirection * (member.groupDistance * body.radius);
-        EXPECT_NEAR(distance(member.position, rest), 0.0f, 1e-4);
-    }
-}
-
 TEST_F(IceBodies, MergingGivesTheSmallerBodysMembersToTheOther) {
     ParticleGroup& first = bodyAt(Vector2D(0, 0), 1);
     ParticleGroup& second = bodyAt(Vector2D(7, 0), 1);  // front of the list now

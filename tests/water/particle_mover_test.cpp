@@ -1,4 +1,3 @@
-#include "game/camera_state.h"
 #include "water_fixture.h"
 
 namespace {
@@ -24,19 +23,6 @@ TEST_F(ParticleMoverTest, GridReachesFrom512BelowTheViewCentreTo1535Above) {
         ParticleMover::removeGridParticle(particle);
         EXPECT_EQ(particle.inGrid, 0);
     }
-}
-
-TEST_F(ParticleMoverTest, TheGridFollowsTheShakingView) {
-    useSettings("", "shakeTime = 1\nshakeStrenght = 7\nshakeSpeed = 1000\n");
-    Camera::shake();
-    Camera::doShaking(0.1f);
-    const Vector2D offset = Camera::state().shakeOffset;
-    ASSERT_NEAR(length(offset), 7.0f, 1e-4f);
-    Particle particle;
-    particle.position = offset + Vector2D(0.5f, 0.5f);
-    ParticleMover::addGridParticle(particle);
-    EXPECT_EQ(std::tuple(particle.cellX, particle.cellY), std::tuple(256u, 256u));
-    ParticleMover::removeGridParticle(particle);
 }
 
 TEST_F(ParticleMoverTest, CellsAreListsThatUnlinkFromAnyPlaceAndClearingForgetsThem) {
@@ -111,25 +97,6 @@ TEST_F(ParticleMoverTest, CoincidingParticlesMixButDoNotPush) {
     ParticleMover::moveParticle(b, 0.0f);
     EXPECT_EQ(std::tuple(b.position, a.position, a.temperature, a.impulse),
               std::tuple(Vector2D(), Vector2D(), 25.0f, Vector2D(0, 1)));
-}
-
-TEST_F(ParticleMoverTest, SevenCellsAreSearchedNotTheOnesStraightAboveAndBelow) {
-    // The particle sits in cell (256, 256), which spans 0 to 2 in both axes.
-    const std::pair<Vector2D, bool> cases[] = {
-        {{1.0f, 2.5f}, false}, {{1.0f, -0.5f}, false}, {{1.5f, 0.2f}, true},   {{2.5f, 1.0f}, true},
-        {{-1.5f, 2.5f}, true}, {{2.5f, -0.5f}, true},  {{-0.5f, -0.5f}, true}, {{1.0f, 3.9f}, false}};
-    for (const auto& [at, seen] : cases) {
-        useSettings("");
-        Particle& particle = addParticle(Vector2D(1.0f, 1.0f), Vector2D(), 0.0f);
-        Particle& neighbour = addParticle(at, Vector2D(), 100.0f);
-        ParticleMover::addGridParticle(particle);
-        ParticleMover::addGridParticle(neighbour);
-        Vector2D direction;
-        float strength = 0.0f;
-        ParticleMover::doParticleRepulsions(particle, direction, strength);
-        EXPECT_EQ(particle.temperature == 50.0f, seen) << at.x << "," << at.y;
-        EXPECT_EQ(strength > 0.0f, seen);
-    }
 }
 
 TEST_F(ParticleMoverTest, RepulsionAveragesItsNeighbours) {
