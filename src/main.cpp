@@ -1,7 +1,5 @@
 // The entry sequence: services start in a fixed order, the game runs, and the
 // services stop again in reverse order. Command line and environment are ignored.
-#include <memory>
-
 #include "audio/audio.h"
 #include "console/console.h"
 #include "foundation/foundation.h"
@@ -27,10 +25,7 @@ int main(int, char**) {
     MusicSystem::initialise();
     SoundSystem::initialise();
     SoundManager::initialise();
-    {
-        auto intro = std::make_unique<IntroScreen>();
-        intro->run();
-    }
+    IntroScreen().run();
     HighScores::loadScores();
     GLWindow::giveFocous();
 

@@ -318,10 +318,7 @@ TEST(StartUp, TheIntroPlaysUntilAKeyThenTheMainMenuStandsOverTheLevel) {
     SoundManager::initialise();
 
     GLWindow::Headless::setModalLoopDriver(StartUp::introTurn);
-    {
-        IntroScreen intro;
-        intro.run();
-    }
+    IntroScreen().run();
     EXPECT_EQ(StartUp::turns, 101) << "the key ends the intro on the turn it arrives";
     EXPECT_EQ(capture.text().find("Unable to open AVI file"), std::string::npos);
     HighScores::loadScores();
