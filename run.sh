@@ -96,7 +96,12 @@ case "$mode" in
     # SDL plays music into a silent dummy device: trying ALSA on a machine without a sound
     # card leaves allocations that make LeakSanitizer symbolize for minutes at every exit.
     # The audio tests choose their own recording devices.
-    export LIBGL_ALWAYS_SOFTWARE=1 ALSOFT_DRIVERS=wave ALSOFT_CONF=/dev/null SDL_AUDIODRIVER=dummy
+    # OpenAL reads an empty config of its own, not /dev/null: on some machines /dev/null is a
+    # plain file that gathers every redirected output, and OpenAL's complaints about it went
+    # back into it, growing until the machine ran out of memory.
+    openal_config="$PWD/build-test/openal-empty.conf"
+    : > "$openal_config"
+    export LIBGL_ALWAYS_SOFTWARE=1 ALSOFT_DRIVERS=wave ALSOFT_CONF="$openal_config" SDL_AUDIODRIVER=dummy
     # A failed test runs up to twice more: LeakSanitizer's tracer now and then crashes
     # at exit among the software GL driver's threads after a passing test.
     xvfb-run -a -s "-screen 0 1920x1080x24" ctest --test-dir build-test --output-on-failure -j 2 \
