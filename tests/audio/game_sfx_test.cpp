@@ -1,35 +1,15 @@
 // The sound of the water, the ice and the steam: what the behaviours count,
 // which sample a loss of speed picks, how the loops follow the water, and that
 // a step allocates nothing.
-#include <atomic>
 #include <cmath>
-#include <cstdlib>
-#include <new>
 
 #include "audio/audio.h"
 #include "audio/game_sfx_state.h"
 #include "audio/listening.h"
+#include "support/allocations/allocation_count.h"
 #include "water/water.h"
 
 using namespace Listening;
-
-// Counts the allocations of the test's own thread while asked to.
-namespace {
-std::atomic<long> allocations{0};
-thread_local bool countingAllocations = false;
-}  // namespace
-
-void* operator new(std::size_t size) {
-    if (countingAllocations) ++allocations;
-    if (void* memory = std::malloc(size ? size : 1)) return memory;
-    throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
 
 namespace {
 
@@ -163,7 +143,7 @@ TEST_F(GameSfxTest, AStepAllocatesNothing) {
     ParticleGroup& body = makeIce(20, 50.0f, true);
     // A first step makes what lives for the whole run (the states of the subsystems it asks).
     GameSfx_Water::update();
-    countingAllocations = true;
+    const AllocationCount count;
     for (int step = 0; step < 100; ++step) {
         setSpeed(step % 10 == 0 ? 10.0f : 100.0f);
         body.velocity = Vector2D(0.0f, step % 7 == 0 ? 0.0f : 90.0f);
@@ -171,8 +151,7 @@ TEST_F(GameSfxTest, AStepAllocatesNothing) {
         GameSfx_Water::update();
         GameSfx_Steam::update(0.0133f);
     }
-    countingAllocations = false;
-    EXPECT_EQ(allocations.load(), 0);
+    EXPECT_EQ(count.made(), 0);
     EXPECT_FALSE(playingLevels().empty()) << "samples were played meanwhile";
 }
 

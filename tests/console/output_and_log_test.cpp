@@ -3,10 +3,9 @@
 #include <unistd.h>
 
 #include <climits>
-#include <cstdlib>
-#include <new>
 
 #include "console_fixture.h"
+#include "support/allocations/allocation_count.h"
 
 namespace {
 
@@ -56,30 +55,13 @@ TEST_F(OutputTest, PrintedBytesEnterTheStoreAndThePositionWrapsAfterTheLastByte)
     EXPECT_EQ(store[0], 'y');
 }
 
-namespace {
-long allocations = 0;
-}  // namespace
-
-// Counts every allocation of the test program, so that printing can be shown to take none.
-void* operator new(std::size_t size) {
-    ++allocations;
-    if (void* memory = std::malloc(size ? size : 1)) return memory;
-    throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
-
 // Read back from the store, as the capture would allocate.
 TEST_F(OutputTest, EveryOverloadPrintsItsFormatWithoutAllocating) {
     capture.reset();
     const std::string text = "|a string long enough to live outside the object itself";
     GLConsole::printTitle("warm up");
     GLConsole::clear();
-    const long before = allocations;
+    const AllocationCount count;
     GLConsole::print("text");
     GLConsole::print(static_cast<const char*>(nullptr));
     GLConsole::print(text);
@@ -96,7 +78,7 @@ TEST_F(OutputTest, EveryOverloadPrintsItsFormatWithoutAllocating) {
     GLConsole::print(-1234567.125);
     GLConsole::printTitle("Heading");
     GLConsole::printTitle(text);
-    EXPECT_EQ(allocations, before);
+    EXPECT_EQ(count.made(), 0);
     const std::string rule = "\n\n" + std::string(64, '*') + "\n\n";
     EXPECT_EQ(storeFrom(0), "text" + text + "|4294967295|-2147483648|truefalse|0.100000|-1234567.125000" +
                                 rule + "Heading" + rule + rule + text + rule);
