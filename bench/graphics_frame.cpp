@@ -7,7 +7,6 @@
 #include <benchmark/benchmark.h>
 #include <sys/resource.h>
 
-#include <cstdlib>
 #include <filesystem>
 
 #include "baked_data.h"

@@ -5,7 +5,6 @@
 // Reads the build's baked data, or the folder BROOKFALL_DATA_DIR names.
 #include <benchmark/benchmark.h>
 
-#include <cstdlib>
 #include <filesystem>
 
 #include "baked_data.h"
