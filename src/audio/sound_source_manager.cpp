@@ -73,16 +73,10 @@ int conCmdSoundSourceCount() {
     return static_cast<int>(count);
 }
 
-bool conCmdSoundSourceDraw(bool value, bool set) {
-    TRACE_LOCATION("SoundSourceManager::conCmdSoundSourceDraw");
-    if (set) state().draw = value;
-    return state().draw;
-}
-
 const GLConsoleCommand commands[] = {
     {"SoundSourceCreate", conCmdSoundSourceCreate},
     {"SoundSourceCount", conCmdSoundSourceCount},
-    {"SoundSourceDraw", conCmdSoundSourceDraw},
+    {"SoundSourceDraw", GLConsole::settingCommand<state, &State::draw>},
 };
 
 }  // namespace

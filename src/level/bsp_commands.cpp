@@ -26,10 +26,6 @@ void measure(const BspNode* root, int& size, int& depth) {
     }
 }
 
-bool switchValue(bool& flag, bool value, bool set) {
-    return GLConsole::setting(flag, value, set);
-}
-
 void printWalkUsage() {
     GLConsole::print("\nUnrecognised tree walk command. Valid commands are: ");
     GLConsole::print("\n");
@@ -133,36 +129,20 @@ void conCmdBspCast(std::string arguments) {
     GLConsole::print(static_cast<float>(totalRays) / clock.deltaSeconds);
 }
 
-bool conCmdBspWalkDraw(bool value, bool set) {
-    TRACE_LOCATION("LevelBspTree::conCmdBspWalkDraw");
-    return switchValue(state().walkDraw, value, set);
-}
-
-bool conCmdBspCastDraw(bool value, bool set) {
-    TRACE_LOCATION("LevelBspTree::conCmdBspCastDraw");
-    return switchValue(state().castDraw, value, set);
-}
-
-bool conCmdBspSplitDraw(bool value, bool set) {
-    TRACE_LOCATION("LevelBspTree::conCmdBspSplitDraw");
-    return switchValue(state().splitDraw, value, set);
-}
-
-bool conCmdBspNodeDraw(bool value, bool set) {
-    TRACE_LOCATION("LevelBspTree::conCmdBspNodeDraw");
-    return switchValue(state().nodeDraw, value, set);
-}
-
 }  // namespace LevelBspTree
 
 namespace LevelBspTree {
 
 namespace {
 const GLConsoleCommand commands[] = {
-    {"BspSize", conCmdBspSize},           {"BspDepth", conCmdBspDepth},
-    {"BspWalk", conCmdBspWalk},           {"BspWalkDraw", conCmdBspWalkDraw},
-    {"BspCast", conCmdBspCast},           {"BspCastDraw", conCmdBspCastDraw},
-    {"BspSplitDraw", conCmdBspSplitDraw}, {"BspNodeDraw", conCmdBspNodeDraw},
+    {"BspSize", conCmdBspSize},
+    {"BspDepth", conCmdBspDepth},
+    {"BspWalk", conCmdBspWalk},
+    {"BspWalkDraw", GLConsole::settingCommand<state, &State::walkDraw>},
+    {"BspCast", conCmdBspCast},
+    {"BspCastDraw", GLConsole::settingCommand<state, &State::castDraw>},
+    {"BspSplitDraw", GLConsole::settingCommand<state, &State::splitDraw>},
+    {"BspNodeDraw", GLConsole::settingCommand<state, &State::nodeDraw>},
 };
 }  // namespace
 

@@ -60,7 +60,7 @@ namespace Level {
 
 namespace {
 const GLConsoleCommand commands[] = {
-    {"DrawTriangles", conCmdDrawTriangles},
+    {"DrawTriangles", GLConsole::settingCommand<state, &State::drawTriangles>},
 };
 }  // namespace
 
@@ -158,11 +158,6 @@ Vector2D getWaterStart() {
 Vector2D getCameraStart() {
     TRACE_LOCATION("Level::getCameraStart");
     return state().cameraStart;
-}
-
-bool conCmdDrawTriangles(bool value, bool set) {
-    TRACE_LOCATION("Level::conCmdDrawTriangles");
-    return GLConsole::setting(state().drawTriangles, value, set);
 }
 
 void addPolygon(const Polygon2D& polygon) {

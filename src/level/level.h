@@ -242,10 +242,6 @@ int conCmdBspSize();
 int conCmdBspDepth();
 void conCmdBspWalk(std::string word);
 void conCmdBspCast(std::string arguments);
-bool conCmdBspWalkDraw(bool value, bool set);
-bool conCmdBspCastDraw(bool value, bool set);
-bool conCmdBspSplitDraw(bool value, bool set);
-bool conCmdBspNodeDraw(bool value, bool set);
 }  // namespace LevelBspTree
 
 namespace Level {
@@ -260,7 +256,6 @@ void debugDraw();
 std::list<Polygon2D>& getPolygons();
 Vector2D getWaterStart();
 Vector2D getCameraStart();
-bool conCmdDrawTriangles(bool value, bool set);
 
 // Used by the level loader's hand-over.
 void addPolygon(const Polygon2D& polygon);

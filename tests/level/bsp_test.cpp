@@ -1,4 +1,5 @@
 #include "console/console_state.h"
+#include "level/bsp_state.h"
 #include "level/level_state.h"
 #include "support/level_fixtures.h"
 
@@ -132,13 +133,13 @@ TEST_F(BspTest, ACollideableSwitchKeepsTheNodesAndResetBringsPolygonsBack) {
     square.present = false;
     square.offset = Vector2D(5, 5);
     square.previousOffset = Vector2D(3, 3);
-    LevelBspTree::conCmdBspNodeDraw(true, true);
-    Level::conCmdDrawTriangles(true, true);
+    LevelBspTree::state().nodeDraw = true;
+    Level::state().drawTriangles = true;
     Level::reset();
     end = Vector2D(150, 50);
     EXPECT_NE(LevelBspTree::raycast(Vector2D(-50, 50), end), nullptr);
-    EXPECT_EQ(std::tuple(square.present, square.offset, square.previousOffset,
-                         LevelBspTree::conCmdBspNodeDraw(false, false), Level::state().drawTriangles),
+    EXPECT_EQ(std::tuple(square.present, square.offset, square.previousOffset, LevelBspTree::state().nodeDraw,
+                         Level::state().drawTriangles),
               std::tuple(true, Vector2D(), Vector2D(), false, false));
     // A polygon without nodes changes its own flag only.
     Polygon2D loose;
@@ -186,12 +187,10 @@ TEST_F(BspTest, CastReportsAndDebugDrawingWithoutAContextDrawsNothingAndKeepsThe
               std::string::npos)
         << report;
     EXPECT_NE(report.find("\nRays per second (average):   "), std::string::npos);
-    for (auto command : {LevelBspTree::conCmdBspNodeDraw, LevelBspTree::conCmdBspSplitDraw,
-                         LevelBspTree::conCmdBspWalkDraw, LevelBspTree::conCmdBspCastDraw})
-        EXPECT_TRUE(command(true, true));
+    LevelBspTree::State& tree = LevelBspTree::state();
+    tree.nodeDraw = tree.splitDraw = tree.walkDraw = tree.castDraw = true;
     LevelBspTree::debugDraw();
     Level::getPolygons().front().drawOutline();
     Level::getPolygons().front().drawTrianglesOutline();
-    EXPECT_TRUE(LevelBspTree::conCmdBspCastDraw(false, false));
-    EXPECT_FALSE(LevelBspTree::conCmdBspCastDraw(false, true));
+    EXPECT_TRUE(tree.castDraw);
 }
