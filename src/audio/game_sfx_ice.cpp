@@ -10,8 +10,7 @@
 namespace GameSfx_Ice {
 
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 
 namespace {

@@ -9,8 +9,7 @@
 namespace GameSfx_Steam {
 
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 
 namespace {

@@ -18,8 +18,7 @@ struct State {
 };
 
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 
 constexpr int outputRate = 44100;

@@ -14,11 +14,8 @@ struct State {
     std::map<std::string, SoundInternal> sounds;
 };
 
-// Never destroyed: handles in other static state give their references back
-// at exit, after this store's own turn to go would have come.
 State& state() {
-    static State* instance = new State;
-    return *instance;
+    return singleInstance<State>();
 }
 
 std::string upperCase(const std::string& name) {

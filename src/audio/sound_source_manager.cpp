@@ -11,8 +11,7 @@
 namespace SoundSourceManager {
 
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 
 namespace {

@@ -14,10 +14,8 @@ struct State {
     float masterVolume = 1.0f;
 };
 
-// Never destroyed: handles in other static state ask for the device at exit.
 State& state() {
-    static State* instance = new State;
-    return *instance;
+    return singleInstance<State>();
 }
 
 const char* const failureMessage = "\nError initialising sound subsystem.";
