@@ -1,5 +1,6 @@
 // What the water behaviours share: making their handles, driving a loop by its
-// level, and the disturbance samples picked from a bank.
+// level, the hiss of turning particles, and the disturbance samples picked
+// from a bank.
 #include <cmath>
 
 #include "audio/game_sfx_state.h"
@@ -32,6 +33,16 @@ void driveLoop(Sound* sound, float level, bool allowed, bool startFirst) {
     if (startFirst && !sound->isPlaying()) sound->loop();
     sound->setVolume(level);
     if (!startFirst && !sound->isPlaying()) sound->loop();
+}
+
+void hearTurning(Turning& turning, uint32_t count, const TurningSettings& settings, float dt) {
+    TRACE_LOCATION("GameSfx::hearTurning");
+    if (count > turning.lastCount) turning.pending += static_cast<float>(count - turning.lastCount);
+    turning.lastCount = count;
+    const float heard = (1.0f - std::pow(settings.effectSpeed, dt)) * turning.pending;
+    turning.pending -= heard;
+    turning.level += heard * settings.volume;
+    turning.level *= std::pow(settings.fadeRate, dt);
 }
 
 int disturbanceLevel(float loss, const DisturbanceSettings& settings) {

@@ -31,9 +31,9 @@ Settings readSettings(const ConfigFile& config) {
     d.randomnessVolume = config.getVarAsFloat("ice_disturbance_randomness_volume");
     settings.frictionChangeRate = clampUnit(config.getVarAsFloat("ice_frictionChangeRate"));
     settings.frictionSpeed = config.getVarAsFloat("ice_frictionSpeed");
-    settings.freezeEffectSpeed = clampUnit(config.getVarAsFloat("ice_freezeEffectSpeed"));
-    settings.freezeVolume = config.getVarAsFloat("ice_freezeVolume");
-    settings.freezeVolumeFadeRate = clampUnit(config.getVarAsFloat("ice_freezeVolumeFadeRate"));
+    settings.freeze.effectSpeed = clampUnit(config.getVarAsFloat("ice_freezeEffectSpeed"));
+    settings.freeze.volume = config.getVarAsFloat("ice_freezeVolume");
+    settings.freeze.fadeRate = clampUnit(config.getVarAsFloat("ice_freezeVolumeFadeRate"));
     return settings;
 }
 
@@ -59,24 +59,17 @@ void update(float dt) {
     TRACE_LOCATION("GameSfx_Ice::update");
     State& s = state();
     Levels& l = s.levels;
-    // Water that froze since the last step waits to be heard; ice that melts
-    // takes nothing away from what waits.
     const uint32_t count = getIceParticleCount();
-    if (count > l.lastCount) l.freezePending += static_cast<float>(count - l.lastCount);
-    l.lastCount = count;
+    GameSfx::hearTurning(l.freeze, count, s.settings.freeze, dt);
     const float amount = static_cast<float>(count) / GameSfx::referenceParticleCount;
     float velocity = 0.0f;
     getAverageIceVelocity(velocity);
     const float loss = l.previousVelocity - velocity;
     l.previousVelocity = velocity;
-    const float heard = (1.0f - std::pow(s.settings.freezeEffectSpeed, dt)) * l.freezePending;
-    l.freezePending -= heard;
-    l.freezeLevel += heard * s.settings.freezeVolume;
-    l.freezeLevel *= std::pow(s.settings.freezeVolumeFadeRate, dt);
     playDisturbanceSounds(loss, amount);
     calculateFrictionLevel(dt);
     const bool allowed = AudioLinks::soundAllowed();
-    GameSfx::driveLoop(s.freeze.get(), l.freezeLevel, allowed, false);
+    GameSfx::driveLoop(s.freeze.get(), l.freeze.level, allowed, false);
     GameSfx::driveLoop(s.friction.get(), l.frictionLevel, allowed, false);
 }
 

@@ -23,6 +23,23 @@ struct DisturbanceSettings {
     float randomnessVolume = 0.0f;
 };
 
+// The hiss that follows particles turning (water freezing, water boiling):
+// each particle turned since the last step waits to be heard, a share of what
+// waits is heard each second, and the level that raises fades.
+struct TurningSettings {
+    float effectSpeed = 0.0f;  // share of what waits still unheard after one second
+    float volume = 0.0f;       // level that each heard particle adds
+    float fadeRate = 0.0f;     // share of the level left after one second
+};
+struct Turning {
+    float level = 0.0f;
+    float pending = 0.0f;
+    uint32_t lastCount = 0;
+};
+// Only a rise in the count of turned particles waits to be heard: particles
+// turning back take nothing away from what waits.
+void hearTurning(Turning& turning, uint32_t count, const TurningSettings& settings, float dt);
+
 // Reads the bank's twelve names, "<prefix>L_N", and makes the handles that
 // aren't made yet.
 void makeBank(SoundBank& bank, const ConfigFile& config, const std::string& prefix);
@@ -61,18 +78,14 @@ namespace GameSfx_Ice {
 
 struct Levels {
     float frictionLevel = 0.0f;
-    float freezeLevel = 0.0f;
-    float freezePending = 0.0f;
     float previousVelocity = 0.0f;
-    uint32_t lastCount = 0;
+    GameSfx::Turning freeze;
 };
 struct Settings {
     GameSfx::DisturbanceSettings disturbance;
     float frictionChangeRate = 0.0f;
     float frictionSpeed = 0.0f;
-    float freezeEffectSpeed = 0.0f;
-    float freezeVolume = 0.0f;
-    float freezeVolumeFadeRate = 0.0f;
+    GameSfx::TurningSettings freeze;
 };
 struct State {
     std::unique_ptr<Sound> freeze;
@@ -89,9 +102,7 @@ namespace GameSfx_Steam {
 
 struct Levels {
     float ambientLevel = 0.0f;
-    float evaporateLevel = 0.0f;
-    float evaporatePending = 0.0f;
-    uint32_t lastCount = 0;
+    GameSfx::Turning evaporate;
 };
 struct State {
     std::unique_ptr<Sound> evaporate;

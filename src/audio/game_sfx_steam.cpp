@@ -14,11 +14,8 @@ State& state() {
 
 namespace {
 
-// Share of the boiled particles not yet heard after one second.
-constexpr float evaporateEffectSpeed = 0.001f;
-constexpr float evaporateVolume = 0.05f;
-// Share of the hiss's level left after one second.
-constexpr float evaporateFadeRate = 0.25f;
+// Boiled water is heard slowly and fades fast.
+constexpr GameSfx::TurningSettings evaporateHiss{0.001f, 0.05f, 0.25f};
 // Share of the murmur's distance from its target left after one second.
 constexpr float ambientChangeRate = 0.05f;
 // Fifty steam particles aim the murmur at level 1.
@@ -45,17 +42,12 @@ void update(float dt) {
     State& s = state();
     Levels& l = s.levels;
     const uint32_t count = getSteamParticleCount();
-    if (count > l.lastCount) l.evaporatePending += static_cast<float>(count - l.lastCount);
-    l.lastCount = count;
-    const float heard = (1.0f - std::pow(evaporateEffectSpeed, dt)) * l.evaporatePending;
-    l.evaporatePending -= heard;
-    l.evaporateLevel += heard * evaporateVolume;
-    l.evaporateLevel *= std::pow(evaporateFadeRate, dt);
+    GameSfx::hearTurning(l.evaporate, count, evaporateHiss, dt);
     const float kept = std::pow(ambientChangeRate, dt);
     l.ambientLevel =
         (1.0f - kept) * static_cast<float>(count) * ambientVolumePerParticle + kept * l.ambientLevel;
     const bool allowed = AudioLinks::soundAllowed();
-    GameSfx::driveLoop(s.evaporate.get(), l.evaporateLevel, allowed, false);
+    GameSfx::driveLoop(s.evaporate.get(), l.evaporate.level, allowed, false);
     GameSfx::driveLoop(s.ambient.get(), l.ambientLevel, allowed, false);
 }
 

@@ -114,7 +114,7 @@ TEST_F(GameSfxTest, TenParticlesFreezingAtOnceAreHeardOverSecondsAndFrictionFoll
     const GameSfx_Ice::Levels& ice = GameSfx_Ice::state().levels;
     ParticleGroup& body = makeIce(10, 100.0f, true);
     for (int step = 0; step < 10; ++step) GameSfx_Ice::update(0.1f);
-    EXPECT_NEAR(ice.freezePending, 1.0f, 1e-3) << "a tenth is still to be heard after a second";
+    EXPECT_NEAR(ice.freeze.pending, 1.0f, 1e-3) << "a tenth is still to be heard after a second";
     EXPECT_TRUE(GameSfx_Ice::state().freeze->isLooping());
     for (int step = 0; step < 90; ++step) GameSfx_Ice::update(0.1f);
     EXPECT_NEAR(ice.frictionLevel, std::sqrt(10.0f / 128) * 100.0f * 0.004f, 1e-4);
