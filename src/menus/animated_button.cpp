@@ -94,16 +94,6 @@ void GuiAnimatedButton::setClickedSound(const std::string& name) {
     clickedSound = stoppedSound(name);
 }
 
-void GuiAnimatedButton::setDropShadowColor(float red, float green, float blue, float alpha) {
-    TRACE_LOCATION("GuiAnimatedButton::setDropShadowColor");
-    dropShadow.setColor(red, green, blue, alpha);
-}
-
-void GuiAnimatedButton::setDropShadowOffset(float offsetX, float offsetY) {
-    TRACE_LOCATION("GuiAnimatedButton::setDropShadowOffset");
-    dropShadow.setOffset(offsetX, offsetY);
-}
-
 void GuiAnimatedButton::resetAnimation() {
     TRACE_LOCATION("GuiAnimatedButton::resetAnimation");
     currentFrame = 0;

@@ -153,27 +153,24 @@ struct GuiDropShadow {
     bool on = false;
     float offsetX = 0.0f, offsetY = 0.0f;
     float r = 0.0f, g = 0.0f, b = 0.0f, a = 1.0f;
+};
 
-    void setColor(float red, float green, float blue, float alpha) {
-        r = red;
-        g = green;
-        b = blue;
-        a = alpha;
-    }
-    void setOffset(float x, float y) {
-        offsetX = x;
-        offsetY = y;
-    }
+// What buttons and text widgets share: a drop shadow and its two setters.
+class GuiShadowCaster {
+public:
+    GuiDropShadow dropShadow;
+
+    void setDropShadowColor(float red, float green, float blue, float alpha);
+    void setDropShadowOffset(float offsetX, float offsetY);
 };
 
 // An image button with three animated frame sets: out of focus (looping), in
 // focus and clicked (each played once and held).
-class GuiAnimatedButton : public GuiWidget {
+class GuiAnimatedButton : public GuiWidget, public GuiShadowCaster {
 public:
     enum State { outOfFocus = 0, inFocus = 1, clicked = 2 };
 
     float frameRate = 10.0f;
-    GuiDropShadow dropShadow;
 
     GuiAnimatedButton();
     void setFramesOutOfFocus(const std::string& name);
@@ -181,8 +178,6 @@ public:
     void setFramesClicked(const std::string& name);
     void setOverSound(const std::string& name);
     void setClickedSound(const std::string& name);
-    void setDropShadowColor(float red, float green, float blue, float alpha);
-    void setDropShadowOffset(float offsetX, float offsetY);
     void resetAnimation();
     const GLTexture* getCurrentFrame() const;
     int getState() const { return state; }
@@ -214,17 +209,14 @@ private:
 
 // What every text widget carries: a font, a size and a drop shadow. The text
 // colour is the widget's colour, opaque black at the start.
-class GuiTextWidget : public GuiWidget {
+class GuiTextWidget : public GuiWidget, public GuiShadowCaster {
 public:
     GLFont font;
     float fontSize = 16.0f;
-    GuiDropShadow dropShadow;
 
     GuiTextWidget();
     void setFont(const std::string& textureName);
     virtual void setFontSize(float size);
-    void setDropShadowColor(float red, float green, float blue, float alpha);
-    void setDropShadowOffset(float offsetX, float offsetY);
 
 protected:
     // The text at (left, top), its shadow first when that is on.

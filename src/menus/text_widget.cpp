@@ -20,16 +20,6 @@ void GuiTextWidget::setFontSize(float size) {
     if (size >= smallestFontSize) fontSize = size;
 }
 
-void GuiTextWidget::setDropShadowColor(float red, float green, float blue, float alpha) {
-    TRACE_LOCATION("GuiTextWidget::setDropShadowColor");
-    dropShadow.setColor(red, green, blue, alpha);
-}
-
-void GuiTextWidget::setDropShadowOffset(float offsetX, float offsetY) {
-    TRACE_LOCATION("GuiTextWidget::setDropShadowOffset");
-    dropShadow.setOffset(offsetX, offsetY);
-}
-
 void GuiTextWidget::drawText(const std::string& text, float left, float top) const {
     TRACE_LOCATION("GuiTextWidget::drawText");
     if (dropShadow.on)

@@ -8,15 +8,17 @@ MenuConfig::MenuConfig(const char* ownFile) : ownConfig(ownFile), generalConfig(
     TRACE_LOCATION("MenuConfig::MenuConfig");
 }
 
-void MenuConfig::styleButtonShadow(GuiDropShadow& shadow) const {
-    TRACE_LOCATION("MenuConfig::styleButtonShadow");
-    shadow.on = true;
-    shadow.setColor(generalConfig.getVarAsFloat("buttonDropShadowColor_r"),
-                    generalConfig.getVarAsFloat("buttonDropShadowColor_g"),
-                    generalConfig.getVarAsFloat("buttonDropShadowColor_b"),
-                    generalConfig.getVarAsFloat("buttonDropShadowColor_a"));
-    shadow.setOffset(generalConfig.getVarAsFloat("buttonDropShadowOffset_x"),
-                     generalConfig.getVarAsFloat("buttonDropShadowOffset_y"));
+// Buttons and text widgets each have a shadow style of their own, under the
+// keys "buttonDropShadow..." and "textDropShadow...".
+void MenuConfig::styleShadow(GuiShadowCaster& caster, const std::string& kind) const {
+    TRACE_LOCATION("MenuConfig::styleShadow");
+    const std::string colour = kind + "DropShadowColor_", offset = kind + "DropShadowOffset_";
+    caster.dropShadow.on = true;
+    caster.setDropShadowColor(
+        generalConfig.getVarAsFloat(colour + "r"), generalConfig.getVarAsFloat(colour + "g"),
+        generalConfig.getVarAsFloat(colour + "b"), generalConfig.getVarAsFloat(colour + "a"));
+    caster.setDropShadowOffset(generalConfig.getVarAsFloat(offset + "x"),
+                               generalConfig.getVarAsFloat(offset + "y"));
 }
 
 GuiAnimatedButton* MenuConfig::makeButton(const std::string& name, GuiMouseCallback clicked,
@@ -24,7 +26,7 @@ GuiAnimatedButton* MenuConfig::makeButton(const std::string& name, GuiMouseCallb
     TRACE_LOCATION("MenuConfig::makeButton");
     auto* button = new GuiAnimatedButton();
     button->frameRate = generalConfig.getVarAsFloat("menuAnimationSpeeds");
-    styleButtonShadow(button->dropShadow);
+    styleShadow(*button, "button");
     button->setOverSound(generalConfig.getVarAsString("menuOverSound"));
     button->setClickedSound(generalConfig.getVarAsString("menuClickedSound"));
     button->setPosition(ownInt(name + "_x"), ownInt(name + "_y"));
@@ -56,13 +58,7 @@ void MenuConfig::styleText(GuiTextWidget& widget) const {
     widget.setColor(
         generalConfig.getVarAsFloat("menuFontColor_r"), generalConfig.getVarAsFloat("menuFontColor_g"),
         generalConfig.getVarAsFloat("menuFontColor_b"), generalConfig.getVarAsFloat("menuFontColor_a"));
-    widget.dropShadow.on = true;
-    widget.setDropShadowColor(generalConfig.getVarAsFloat("textDropShadowColor_r"),
-                              generalConfig.getVarAsFloat("textDropShadowColor_g"),
-                              generalConfig.getVarAsFloat("textDropShadowColor_b"),
-                              generalConfig.getVarAsFloat("textDropShadowColor_a"));
-    widget.setDropShadowOffset(generalConfig.getVarAsFloat("textDropShadowOffset_x"),
-                               generalConfig.getVarAsFloat("textDropShadowOffset_y"));
+    styleShadow(widget, "text");
 }
 
 GuiLabel* MenuConfig::makeLabel(const std::string& text, const std::string& prefix, float fontSize) const {

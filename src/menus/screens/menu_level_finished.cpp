@@ -56,7 +56,7 @@ Menu_LevelFinished::Menu_LevelFinished() {
 
     auto* time = new GuiLevelTimeDisplay();
     config.styleText(*time);
-    config.styleButtonShadow(time->dropShadow);
+    config.styleShadow(*time, "button");
     time->setFontSize(config.general().getVarAsFloat("timeDisplay_fontSize"));
     time->setPosition(config.ownInt("timeDisplay_x"), config.ownInt("timeDisplay_y"));
     time->setSize(config.ownInt("timeDisplay_w"), config.ownInt("timeDisplay_h"));

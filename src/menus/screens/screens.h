@@ -29,7 +29,7 @@ public:
     GuiTextBox* makeTextBox(const std::string& prefix) const;
     GuiOptionChooser* makeChooser(const std::string& name, float fontSize) const;
     void styleText(GuiTextWidget& widget) const;
-    void styleButtonShadow(GuiDropShadow& shadow) const;
+    void styleShadow(GuiShadowCaster& caster, const std::string& kind) const;
 
 private:
     ConfigFile ownConfig;
