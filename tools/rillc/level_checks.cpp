@@ -2,6 +2,7 @@
 // carry and how fast, which files the level names, where the water starts.
 #include "level_checks.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 
@@ -73,63 +74,41 @@ void checkTriggerArea(Warnings& warnings, const std::string& name, const Trigger
         warnings.add(name, "its corners enclose no area: only water exactly on its line fires it");
 }
 
-struct Ids {
-    const LevelFile& level;
-    bool polygon(int32_t id) const {
-        for (const PolygonRecord& p : level.polygons)
-            if (p.id == id) return true;
-        return false;
-    }
-    bool object(int32_t id) const {
-        for (const ObjectRecord& o : level.objects)
-            if (o.id == id) return true;
-        return false;
-    }
-    bool force(int32_t id) const {
-        for (const ForceRecord& f : level.forces)
-            if (f.id == id) return true;
-        return false;
-    }
-    bool mover(int32_t id) const {
-        for (const MoverRecord& m : level.movers)
-            if (m.id == id) return true;
-        return false;
-    }
-    bool emitter(int32_t id) const {
-        for (const EmitterRecord& e : level.emitters)
-            if (e.id == id) return true;
-        return false;
-    }
-    bool sound(int32_t id) const {
-        for (const SoundSourceRecord& s : level.sounds)
-            if (s.id == id) return true;
-        return false;
-    }
+template <typename Record>
+bool hasId(const std::vector<Record>& records, int32_t id) {
+    return std::any_of(records.begin(), records.end(), [id](const Record& r) { return r.id == id; });
+}
+
+// A kind of record a trigger may act on, and whether the level has one of that
+// kind under the trigger's target.
+struct TargetKind {
+    unsigned bit;
+    const char* word;
+    bool named;
 };
 
 // Target 0 means none, except for sounds, which are looked up by id when the
 // trigger fires.
 void checkTriggerTarget(Warnings& warnings, const std::string& name, const TriggerRecord& trigger,
-                        const Ids& ids) {
+                        const LevelFile& level) {
     const unsigned kinds = triggerActsOn(trigger.type) & actsOnTargets;
     if (kinds == 0) return;
     const int32_t id = trigger.targetId;
     const bool some = id != 0;
-    if (((kinds & actsOnPolygons) && some && ids.polygon(id)) ||
-        ((kinds & actsOnObjects) && some && ids.object(id)) ||
-        ((kinds & actsOnForces) && some && ids.force(id)) ||
-        ((kinds & actsOnMovers) && some && ids.mover(id)) ||
-        ((kinds & actsOnEmitters) && some && ids.emitter(id)) || ((kinds & actsOnSounds) && ids.sound(id)))
-        return;
-    std::string wanted;
-    const std::pair<unsigned, const char*> words[] = {
-        {actsOnPolygons, "polygon"}, {actsOnObjects, "object"},   {actsOnForces, "force"},
-        {actsOnMovers, "mover"},     {actsOnEmitters, "emitter"}, {actsOnSounds, "sound"},
+    const TargetKind targets[] = {
+        {actsOnPolygons, "polygon", some && hasId(level.polygons, id)},
+        {actsOnObjects, "object", some && hasId(level.objects, id)},
+        {actsOnForces, "force", some && hasId(level.forces, id)},
+        {actsOnMovers, "mover", some && hasId(level.movers, id)},
+        {actsOnEmitters, "emitter", some && hasId(level.emitters, id)},
+        {actsOnSounds, "sound", hasId(level.sounds, id)},
     };
-    for (const auto& [bit, word] : words) {
-        if (!(kinds & bit)) continue;
+    std::string wanted;
+    for (const TargetKind& target : targets) {
+        if (!(kinds & target.bit)) continue;
+        if (target.named) return;
         wanted += wanted.empty() ? "" : " or ";
-        wanted += word;
+        wanted += target.word;
     }
     warnings.add(name,
                  "its target " + std::to_string(id) + " names no " + wanted + ", so firing it does nothing");
@@ -209,13 +188,12 @@ Warnings checkLevel(const LevelFile& level, const std::string& dataDirectory) {
         checkFile(warnings, dataDirectory, record("object", i, level.objects[i].id), "texture",
                   level.objects[i].textureName, "it is drawn with the default picture");
     for (std::size_t i = 0; i < level.movers.size(); ++i) checkMover(warnings, level, i);
-    const Ids ids{level};
     bool hasEnd = false;
     for (std::size_t i = 0; i < level.triggers.size(); ++i) {
         const TriggerRecord& trigger = level.triggers[i];
         const std::string name = triggerName(i, trigger);
         checkTriggerArea(warnings, name, trigger);
-        checkTriggerTarget(warnings, name, trigger, ids);
+        checkTriggerTarget(warnings, name, trigger, level);
         hasEnd = hasEnd || trigger.type == levelEndType;
     }
     for (std::size_t i = 0; i < level.sounds.size(); ++i)
