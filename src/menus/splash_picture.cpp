@@ -7,6 +7,7 @@
 
 #include <algorithm>
 
+#include "graphics/pixel_view.h"
 #include "graphics/textured_quad.h"
 #include "menus/menus.h"
 #include "platform/window_backend.h"
@@ -45,27 +46,20 @@ void SplashPicture::advance(float seconds) {
     frame = frame + 1 >= frames ? 0 : frame + 1;
 }
 
-// Set up as glBeginDraw2d does, but without the traced window layer.
+// The same pixel view as glBeginDraw2d, without the traced window layer.
 void SplashPicture::draw() const {
     int width = 0, height = 0;
     WindowBackend::getClientSize(width, height);
     width = std::clamp(width, 1, largestClientSide);
     height = std::clamp(height, 1, largestClientSide);
-    const float w = static_cast<float>(width);
-    const float h = static_cast<float>(height);
-    glViewport(0, 0, width, height);
-    glMatrixMode(GL_PROJECTION);
-    glLoadIdentity();
-    glScalef(1.0f / (w * 0.5f), -1.0f / (h * 0.5f), 1.0f);
-    glTranslatef(-w * 0.5f, -h * 0.5f, 0.0f);
-    glMatrixMode(GL_MODELVIEW);
-    glLoadIdentity();
+    setPixelView(width, height);
     glEnable(GL_TEXTURE_2D);
     glEnable(GL_BLEND);
     glDisable(GL_CULL_FACE);
     glDisable(GL_DEPTH_TEST);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glScalef(w / Gui::virtualWidth, h / Gui::virtualHeight, 0.0f);
+    glScalef(static_cast<float>(width) / Gui::virtualWidth, static_cast<float>(height) / Gui::virtualHeight,
+             0.0f);
     glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
     glBindTexture(GL_TEXTURE_2D, background.id);
     drawTexturedQuad(0.0f, 0.0f, Gui::virtualWidth, Gui::virtualHeight, s0, t0, s1, t1);

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "foundation/foundation.h"
+#include "graphics/pixel_view.h"
 #include "graphics/window/window_state.h"
 #include "platform/window_backend.h"
 
@@ -25,16 +26,7 @@ void clearScreen(float r, float g, float b) {
 void glBeginDraw2d() {
     TRACE_LOCATION("GLWindow::glBeginDraw2d");
     if (!drawingPossible()) return;
-    const float width = static_cast<float>(getClientWidth());
-    const float height = static_cast<float>(getClientHeight());
-    glViewport(0, 0, getClientWidth(), getClientHeight());
-    glMatrixMode(GL_PROJECTION);
-    glLoadIdentity();
-    // (0, 0) is the top left pixel and (width, height) the bottom right.
-    glScalef(1.0f / (width * 0.5f), -1.0f / (height * 0.5f), 1.0f);
-    glTranslatef(-width * 0.5f, -height * 0.5f, 0.0f);
-    glMatrixMode(GL_MODELVIEW);
-    glLoadIdentity();
+    setPixelView(getClientWidth(), getClientHeight());
 }
 
 void glBeginDraw3d(float fieldOfView, float nearPlane, float farPlane) {
