@@ -42,7 +42,6 @@ void GameState::checkFreeCameraInput() {
 }
 
 namespace {
-constexpr int drawTimingBatch = 32;
 
 void freeCameraView() {
     const float areaX = Game::getViewAreaX();
@@ -131,16 +130,6 @@ void drawPaused() {
     font.drawStringCentered("Paused", 0.0f, 0.0f, 800.0f, 600.0f, 32.0f, 1.0f, 1.0f, 1.0f, 1.0f);
 }
 
-void recordDrawTime(uint64_t tics) {
-    state().drawTicsSum += tics;
-    if (++state().drawTimings < drawTimingBatch) return;
-    const uint64_t mean = static_cast<uint64_t>(static_cast<double>(state().drawTicsSum) * 0.03125);
-    state().drawTicsSum = 0;
-    state().drawTimings = 0;
-    if (!state().showDrawSpeeds) return;
-    GLConsole::print("\nDrawing - clock tics: ");
-    GLConsole::print(static_cast<unsigned int>(mean));
-}
 }  // namespace
 
 void Game::draw() {
@@ -175,6 +164,7 @@ void Game::drawFrame() {
     CheckPointTimesManager::draw();
     if (GameState::menuIsOpen()) GameMenus::sendMenuEvent_windowRedrawing();
     if (state().cursorTexture && GameState::menuIsOpen()) Gui::drawCursor(*state().cursorTexture, true);
-    recordDrawTime(Platform::clockMicroseconds() - start);
+    GameState::recordTics(state().drawTics, Platform::clockMicroseconds() - start, state().showDrawSpeeds,
+                          "Drawing");
     if (state().consoleVisible) GLConsole::draw();
 }

@@ -83,19 +83,18 @@ void frame(bool stepForced, float forcedStepTime) {
     carryOutRequests();
 }
 
-void recordSimulationTime(uint64_t tics) {
-    TRACE_LOCATION("Game::recordSimulationTime");
-    state().simulationTicsSum += tics;
-    if (++state().simulationTimings < Game::simulationTimingBatch) return;
-    const uint64_t mean = static_cast<uint64_t>(static_cast<double>(state().simulationTicsSum) * 0.03125);
-    state().simulationTicsSum = 0;
-    state().simulationTimings = 0;
-    if (!state().showSimSpeeds) return;
-    GLConsole::print("\nSimulation - clock tics: ");
+}  // namespace
+
+void GameState::recordTics(TicsMeter& meter, uint64_t tics, bool shown, const char* label) {
+    TRACE_LOCATION("Game::recordTics");
+    meter.sum += tics;
+    if (++meter.count < Game::simulationTimingBatch) return;
+    const uint64_t mean = static_cast<uint64_t>(static_cast<double>(meter.sum) * 0.03125);
+    meter = TicsMeter();
+    if (!shown) return;
+    GLConsole::print(std::string("\n") + label + " - clock tics: ");
     GLConsole::print(static_cast<unsigned int>(mean));
 }
-
-}  // namespace
 
 void Game::gameLoop() {
     TRACE_LOCATION("Game::gameLoop");
@@ -122,7 +121,8 @@ void Game::runSimulation(float dt) {
         LevelObjectsManager::runAnimations(step);
         ++state().simulationSteps;
     }
-    recordSimulationTime(Platform::clockMicroseconds() - start);
+    GameState::recordTics(state().simulationTics, Platform::clockMicroseconds() - start,
+                          state().showSimSpeeds, "Simulation");
 }
 
 void Game::soundUpdate(float dt) {

@@ -13,6 +13,13 @@
 
 namespace GameState {
 
+// Clock tics of a piece of work done once a frame or step, gathered in batches
+// of Game::simulationTimingBatch.
+struct TicsMeter {
+    uint64_t sum = 0;
+    int count = 0;
+};
+
 struct State {
     bool running = false;
     bool stopRequested = false;
@@ -38,16 +45,17 @@ struct State {
     float background[3] = {0.0f, 0.0f, 0.0f};
     Vector2D freeCameraPosition;
     float freeCameraZoom = 1.0f;
-    uint64_t simulationTicsSum = 0;
-    int simulationTimings = 0;
-    uint64_t drawTicsSum = 0;
-    int drawTimings = 0;
+    TicsMeter simulationTics;
+    TicsMeter drawTics;
     uint64_t gameSteps = 0;
     uint64_t simulationSteps = 0;
 };
 
 State& state();
 
+// Adds one measure; each full batch prints "<label> - clock tics: <mean>"
+// when shown, and starts afresh.
+void recordTics(TicsMeter& meter, uint64_t tics, bool shown, const char* label);
 // A menu is open: the level stands still under it.
 bool menuIsOpen();
 // Turns the player's pause on or off, with the music.
