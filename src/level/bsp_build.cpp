@@ -57,6 +57,14 @@ void appendPiece(std::vector<BspNode*>& pieces, const BspNode& from, const Vecto
     pieces.push_back(piece);
 }
 
+// Each end of the other edge that lies inside the edge (given by where it lies
+// along it) adds a piece of the edge, from that end to the edge's opposite end.
+void appendOutside(std::vector<BspNode*>& pieces, const BspNode& edge, const BspNode& other,
+                   float otherStartAlong, float otherEndAlong) {
+    if (insideAlong(otherStartAlong, edge.length)) appendPiece(pieces, edge, other.start, edge.end);
+    if (insideAlong(otherEndAlong, edge.length)) appendPiece(pieces, edge, edge.start, other.end);
+}
+
 // Edges on one line that overlap are replaced by what sticks out of each other.
 bool cutOverlap(std::vector<BspNode*>& pieces, const BspNode& a, const BspNode& b) {
     if (std::fabs(a.signedDistance(b.start)) >= touching || std::fabs(a.signedDistance(b.end)) >= touching)
@@ -69,24 +77,8 @@ bool cutOverlap(std::vector<BspNode*>& pieces, const BspNode& a, const BspNode& 
         !overlapsAlong(bStartOnA, a.length) && !overlapsAlong(bEndOnA, a.length))
         return false;
 
-    const bool aStartIn = insideAlong(aStartOnB, b.length), aEndIn = insideAlong(aEndOnB, b.length);
-    if (aStartIn && aEndIn) {
-        appendPiece(pieces, b, a.start, b.end);
-        appendPiece(pieces, b, b.start, a.end);
-    } else if (aStartIn) {
-        appendPiece(pieces, b, a.start, b.end);
-    } else if (aEndIn) {
-        appendPiece(pieces, b, b.start, a.end);
-    }
-    const bool bStartIn = insideAlong(bStartOnA, a.length), bEndIn = insideAlong(bEndOnA, a.length);
-    if (bStartIn && bEndIn) {
-        appendPiece(pieces, a, b.start, a.end);
-        appendPiece(pieces, a, a.start, b.end);
-    } else if (bStartIn) {
-        appendPiece(pieces, a, b.start, a.end);
-    } else if (bEndIn) {
-        appendPiece(pieces, a, a.start, b.end);
-    }
+    appendOutside(pieces, b, a, aStartOnB, aEndOnB);
+    appendOutside(pieces, a, b, bStartOnA, bEndOnA);
     return true;
 }
 
