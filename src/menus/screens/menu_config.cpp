@@ -107,6 +107,12 @@ GuiOptionChooser* MenuConfig::makeChooser(const std::string& name, float fontSiz
     return chooser;
 }
 
+void drawOverGame(GuiScreen& screen) {
+    TRACE_LOCATION("Menus::drawOverGame");
+    screen.clearBackground = false;
+    screen.swapBuffers = false;
+}
+
 std::vector<GuiAnimatedButton*> addButtonColumn(GuiScreen& screen, const MenuConfig& config,
                                                 const std::vector<MenuButton>& buttons) {
     TRACE_LOCATION("Menus::addButtonColumn");

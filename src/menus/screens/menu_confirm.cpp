@@ -27,8 +27,7 @@ void restartLevel(GuiWidget* button) {
 void buildQuestion(GuiScreen& screen, const MenuConfig& config, const char* question,
                    const std::string& label, const MenuButton& yes) {
     TRACE_LOCATION("Menus::buildQuestion");
-    screen.clearBackground = false;
-    screen.swapBuffers = false;
+    drawOverGame(screen);
     screen.addWidget(config.makeLogo());
     screen.addWidget(config.makeLabel(question, label, config.ownFloat(label + "_fontSize")));
     GuiAnimatedButton* yesButton = config.makeButton(yes.name, yes.clicked, yes.pressed);

@@ -15,8 +15,7 @@ void loadChosenMap(GuiWidget* button) {
 
 Menu_LoadMap::Menu_LoadMap() {
     TRACE_LOCATION("Menu_LoadMap::Menu_LoadMap");
-    clearBackground = false;
-    swapBuffers = false;
+    drawOverGame(*this);
     const MenuConfig config("cfg\\menu_loadMap.cfg");
     addWidget(config.makeLogo());
     addWidget(config.makeLabel("Choose Map to load", "mapLabel", config.ownFloat("labelFontSizes")));

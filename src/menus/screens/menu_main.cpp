@@ -20,8 +20,7 @@ using MenuHandlers::goTo;
 // one before it to the high scores, and Tab from it starts the column again.
 void buildColumnMenu(GuiScreen& screen, const char* file, const std::vector<MenuButton>& buttons) {
     TRACE_LOCATION("Menus::buildColumnMenu");
-    screen.clearBackground = false;
-    screen.swapBuffers = false;
+    drawOverGame(screen);
     const MenuConfig config(file);
     screen.addWidget(config.makeLogo());
     const auto column = addButtonColumn(screen, config, buttons);

@@ -74,8 +74,7 @@ GuiOptionChooser* addChooser(GuiScreen& screen, const MenuConfig& config, const 
 
 Menu_Options::Menu_Options() {
     TRACE_LOCATION("Menu_Options::Menu_Options");
-    clearBackground = false;
-    swapBuffers = false;
+    drawOverGame(*this);
     const MenuConfig config("cfg\\menu_options.cfg");
     addWidget(config.makeLogo());
     const float labelSize = config.ownFloat("labelFontSizes");

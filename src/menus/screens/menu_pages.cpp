@@ -12,12 +12,21 @@ GuiAnimatedButton* addBackButton(GuiScreen& screen, const MenuConfig& config) {
     return back;
 }
 
+// The logo over a text read from a file, with the way back.
+void buildTextPage(GuiScreen& page, const char* file, const std::string& textKey) {
+    TRACE_LOCATION("Menus::buildTextPage");
+    drawOverGame(page);
+    const MenuConfig config(file);
+    page.addWidget(config.makeLogo());
+    addBackButton(page, config);
+    page.addWidget(config.makeTextBox(textKey));
+}
+
 }  // namespace
 
 Menu_HighScores::Menu_HighScores() {
     TRACE_LOCATION("Menu_HighScores::Menu_HighScores");
-    clearBackground = false;
-    swapBuffers = false;
+    drawOverGame(*this);
     const MenuConfig config("cfg\\menu_highScores.cfg");
     auto* table = new GuiHighScores();
     config.styleText(*table);
@@ -32,20 +41,10 @@ Menu_HighScores::Menu_HighScores() {
 
 Menu_Instructions::Menu_Instructions() {
     TRACE_LOCATION("Menu_Instructions::Menu_Instructions");
-    clearBackground = false;
-    swapBuffers = false;
-    const MenuConfig config("cfg\\menu_instructions.cfg");
-    addWidget(config.makeLogo());
-    addBackButton(*this, config);
-    addWidget(config.makeTextBox("instructionsText"));
+    buildTextPage(*this, "cfg\\menu_instructions.cfg", "instructionsText");
 }
 
 Menu_Credits::Menu_Credits() {
     TRACE_LOCATION("Menu_Credits::Menu_Credits");
-    clearBackground = false;
-    swapBuffers = false;
-    const MenuConfig config("cfg\\menu_credits.cfg");
-    addWidget(config.makeLogo());
-    addBackButton(*this, config);
-    addWidget(config.makeTextBox("creditsText"));
+    buildTextPage(*this, "cfg\\menu_credits.cfg", "creditsText");
 }

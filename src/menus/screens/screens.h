@@ -76,6 +76,10 @@ MenuButton menuButton(const char* name) {
     return {name, MenuHandlers::clicked<action>, MenuHandlers::pressed<action>};
 }
 
+// A screen drawn over the game's own frame: the game clears behind it and
+// shows the frame, so the screen does neither.
+void drawOverGame(GuiScreen& screen);
+
 // A column of buttons in order: Down and Tab go to the next, Up to the one before.
 std::vector<GuiAnimatedButton*> addButtonColumn(GuiScreen& screen, const MenuConfig& config,
                                                 const std::vector<MenuButton>& buttons);
