@@ -315,6 +315,30 @@ private:
     void drawTable(float red, float green, float blue, float alpha) const;
 };
 
+// The climb of an end-of-level counter from 0 to its value: a time, the
+// seconds of it that remain, and a clock of its own.
+class GuiRamp {
+public:
+    explicit GuiRamp(float seconds) : time(seconds) {}
+    // At least `shortest` seconds; the climb starts again.
+    void setTime(float seconds, float shortest);
+    void restart();
+    // The climb is over before it starts.
+    void finish() { remaining = 0.0f; }
+    // Seconds on the clock since the last tick.
+    float tick();
+    // Runs on by some seconds; the share climbed after them, 0 to 1.
+    float climb(float seconds);
+    bool atStart() const { return remaining == time; }
+    bool done() const { return !(remaining > 0.0f); }
+    float getRemaining() const { return remaining; }
+
+private:
+    FrameClock clock;
+    float time;
+    float remaining = 0.0f;
+};
+
 // A number that counts up from 0 to its target, after the label it waits for.
 class GuiScoreLabel : public GuiTextWidget {
 public:
@@ -323,15 +347,13 @@ public:
 
     void setRampUpTime(float seconds);
     void setRampUpSound(const std::string& name);
-    float getRemaining() const { return remaining; }
+    float getRemaining() const { return ramp.getRemaining(); }
     unsigned int getShownValue() const { return shownValue; }
     void windowRedrawing() override;
     void reset() override;
 
 private:
-    FrameClock clock;
-    float rampUpTime = 4.0f;
-    float remaining = 0.0f;
+    GuiRamp ramp{4.0f};
     unsigned int shownValue = 0;
     Sound rampUpSound;
 };
@@ -348,9 +370,7 @@ public:
     static std::string formatTime(uint32_t milliseconds);
 
 private:
-    FrameClock clock;
-    float rampUpTime = 5.0f;
-    float remaining = 0.0f;
+    GuiRamp ramp{5.0f};
     std::string shownText = "00:00:00";
 };
 
@@ -363,9 +383,7 @@ public:
     void reset() override;
 
 private:
-    FrameClock clock;
-    float rampUpTimePerParticle = 1.0f;
-    float remaining = 0.0f;
+    GuiRamp ramp{1.0f};
     float level = 0.0f;
 };
 

@@ -17,16 +17,35 @@ bool done(const GuiScoreLabel* label) {
     return !label || !(label->getRemaining() > 0.0f);
 }
 
-float share(float remaining, float rampUpTime) {
-    return std::clamp(1.0f - remaining / rampUpTime, 0.0f, 1.0f);
+}  // namespace
+
+void GuiRamp::setTime(float seconds, float shortest) {
+    TRACE_LOCATION("GuiRamp::setTime");
+    time = std::max(seconds, shortest);
+    remaining = time;
 }
 
-}  // namespace
+void GuiRamp::restart() {
+    TRACE_LOCATION("GuiRamp::restart");
+    clock.reset();
+    remaining = time;
+}
+
+float GuiRamp::tick() {
+    TRACE_LOCATION("GuiRamp::tick");
+    clock.update();
+    return clock.deltaSeconds;
+}
+
+float GuiRamp::climb(float seconds) {
+    TRACE_LOCATION("GuiRamp::climb");
+    remaining -= seconds;
+    return std::clamp(1.0f - remaining / time, 0.0f, 1.0f);
+}
 
 void GuiScoreLabel::setRampUpTime(float seconds) {
     TRACE_LOCATION("GuiScoreLabel::setRampUpTime");
-    rampUpTime = std::max(seconds, shortestRampUp);
-    remaining = rampUpTime;
+    ramp.setTime(seconds, shortestRampUp);
 }
 
 void GuiScoreLabel::setRampUpSound(const std::string& name) {
@@ -36,40 +55,36 @@ void GuiScoreLabel::setRampUpSound(const std::string& name) {
 
 void GuiScoreLabel::reset() {
     TRACE_LOCATION("GuiScoreLabel::reset");
-    clock.reset();
-    remaining = rampUpTime;
+    ramp.restart();
     shownValue = 0;
     rampUpSound.stop();
 }
 
 void GuiScoreLabel::windowRedrawing() {
     TRACE_LOCATION("GuiScoreLabel::windowRedrawing");
-    clock.update();
+    const float seconds = ramp.tick();
     shownValue = 0;
     if (done(waitFor)) {
-        if (remaining == rampUpTime) {
+        if (ramp.atStart()) {
             rampUpSound.setVolume(1.0f);
             rampUpSound.rewind();
             rampUpSound.play();
         }
-        if (!(remaining > 0.0f)) rampUpSound.stop();
+        if (ramp.done()) rampUpSound.stop();
         const int target = getValue ? getValue() : 0;
-        remaining -= clock.deltaSeconds;
-        shownValue = static_cast<unsigned int>(static_cast<float>(target) * share(remaining, rampUpTime));
+        shownValue = static_cast<unsigned int>(static_cast<float>(target) * ramp.climb(seconds));
     }
     drawText(std::to_string(shownValue), static_cast<float>(x), static_cast<float>(y));
 }
 
 void GuiLevelTimeDisplay::setRampUpTime(float seconds) {
     TRACE_LOCATION("GuiLevelTimeDisplay::setRampUpTime");
-    rampUpTime = std::max(seconds, shortestRampUp);
-    remaining = rampUpTime;
+    ramp.setTime(seconds, shortestRampUp);
 }
 
 void GuiLevelTimeDisplay::reset() {
     TRACE_LOCATION("GuiLevelTimeDisplay::reset");
-    clock.reset();
-    remaining = rampUpTime;
+    ramp.restart();
 }
 
 std::string GuiLevelTimeDisplay::formatTime(uint32_t milliseconds) {
@@ -82,13 +97,10 @@ std::string GuiLevelTimeDisplay::formatTime(uint32_t milliseconds) {
 
 void GuiLevelTimeDisplay::windowRedrawing() {
     TRACE_LOCATION("GuiLevelTimeDisplay::windowRedrawing");
-    clock.update();
+    const float seconds = ramp.tick();
     uint32_t shown = 0;
-    if (waitFor && done(waitFor)) {
-        remaining -= clock.deltaSeconds;
-        shown = static_cast<uint32_t>(static_cast<float>(GameRules::getLevelTime()) *
-                                      share(remaining, rampUpTime));
-    }
+    if (waitFor && done(waitFor))
+        shown = static_cast<uint32_t>(static_cast<float>(GameRules::getLevelTime()) * ramp.climb(seconds));
     shownText = formatTime(shown);
     const float left = static_cast<float>(x);
     const float top = static_cast<float>(y);
@@ -102,21 +114,18 @@ void GuiLevelTimeDisplay::windowRedrawing() {
 
 void GuiWaterLevel::setRampUpTimePerParticle(float seconds) {
     TRACE_LOCATION("GuiWaterLevel::setRampUpTimePerParticle");
-    rampUpTimePerParticle = std::max(seconds, shortestRampUpPerParticle);
-    remaining = 0.0f;
+    ramp.setTime(seconds, shortestRampUpPerParticle);
+    ramp.finish();
 }
 
 void GuiWaterLevel::reset() {
     TRACE_LOCATION("GuiWaterLevel::reset");
-    clock.reset();
-    remaining = rampUpTimePerParticle;
+    ramp.restart();
 }
 
 void GuiWaterLevel::windowRedrawing() {
     TRACE_LOCATION("GuiWaterLevel::windowRedrawing");
-    clock.update();
-    remaining -= clock.deltaSeconds;
-    level = share(remaining, rampUpTimePerParticle) * static_cast<float>(GameRules::getParticleCount()) /
+    level = ramp.climb(ramp.tick()) * static_cast<float>(GameRules::getParticleCount()) /
             static_cast<float>(GameRules::fullLevelParticles);
     if (!GLWindow::contextAvailable()) return;
     const float left = static_cast<float>(x);
