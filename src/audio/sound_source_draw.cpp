@@ -17,7 +17,6 @@ constexpr int circleSegments = 64;
 constexpr float pointSize = 4.0f;
 constexpr float labelSize = 8.0f;
 constexpr float labelOffset = 4.0f;
-constexpr float fullTurn = 6.2831853f;
 
 void drawSource(const SoundSource& source, const GLFont& font) {
     TRACE_LOCATION("SoundSourceManager::drawSource");

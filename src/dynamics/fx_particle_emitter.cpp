@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr float degreesToRadians = 0.017453292f;
-
 // a x t + b x (1 - t) with a fresh t, so that a particle's properties vary
 // independently of each other.
 float blend(float a, float b) {

@@ -71,6 +71,10 @@ State& singleInstance() {
 
 // ---------------------------------------------------------------------------
 // Vectors and numbers.
+constexpr float pi = 3.14159265f;
+constexpr float fullTurn = 2.0f * pi;
+constexpr float degreesToRadians = pi / 180.0f;
+
 struct Vector2D {
     float x = 0.0f;
     float y = 0.0f;

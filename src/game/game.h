@@ -19,7 +19,6 @@ constexpr int zoomingOut = 2;
 constexpr int holdingZoom = 3;
 constexpr int zoomingIn = 4;
 
-constexpr float degreesToRadians = 0.017453292f;
 constexpr float largestZoom = 2.5f;
 
 // Reads "cfg\camera.cfg" and puts every field at its start value.

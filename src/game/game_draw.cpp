@@ -110,7 +110,7 @@ void drawFreeCameraOverlay() {
     const float h = Game::getViewAreaY() * 0.5f * Camera::getZoom();
     Vector2D corners[4] = {{-w, -h}, {w, -h}, {w, h}, {-w, h}};
     for (Vector2D& corner : corners) {
-        rotate(corner, Camera::getTilt() * Camera::degreesToRadians);
+        rotate(corner, Camera::getTilt() * degreesToRadians);
         corner += Camera::getViewCentre();
     }
     glColor4f(0.0f, 1.0f, 0.0f, 1.0f);

@@ -24,7 +24,6 @@ constexpr float mergeMargin = 2.0f;
 // A body moving further than this many sub-steps in one step (thousands of
 // units) takes longer ones, so that an absurd speed costs a bounded time.
 constexpr float mostSubSteps = 1024.0f;
-constexpr float pi = 3.1415927f;
 using ParticleMover::particleRadius;
 
 struct State {

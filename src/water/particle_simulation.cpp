@@ -12,7 +12,6 @@ namespace ParticleManager {
 namespace {
 // Water further than this outside the view is gone: the simulation exists only around the camera.
 constexpr float eraseMargin = 130.0f;
-constexpr float fullTurn = 6.2831855f;
 
 void refreshGrid(std::list<Particle>& particles) {
     TRACE_LOCATION("ParticleManager::refreshGrid");
@@ -67,7 +66,7 @@ void stepParticle(Particle& particle, const Vector2D& gravityVelocity, float hea
 Vector2D gravityStep(float dt) {
     TRACE_LOCATION("ParticleManager::gravityStep");
     Vector2D down(0.0f, 1.0f);
-    rotate(down, Camera::getTilt() * Camera::degreesToRadians);
+    rotate(down, Camera::getTilt() * degreesToRadians);
     return down * getGravity() * dt;
 }
 
@@ -77,7 +76,7 @@ ViewRectangle viewRectangle() {
     const float h = Game::getViewAreaY() * Camera::getZoom() * 0.5f;
     ViewRectangle view{{Vector2D(-w, -h), Vector2D(w, -h), Vector2D(w, h), Vector2D(-w, h)},
                        {Vector2D(0, 1), Vector2D(-1, 0), Vector2D(0, -1), Vector2D(1, 0)}};
-    const float angle = Camera::getTilt() * Camera::degreesToRadians;
+    const float angle = Camera::getTilt() * degreesToRadians;
     const Vector2D centre = Camera::getViewCentre();
     for (int i = 0; i < 4; ++i) {
         rotate(view.corners[i], angle);

@@ -54,7 +54,7 @@ const ButtonLook restingLook = {rgb(0.10f, 0.22f, 0.38f, 0.85f), rgb(0.04f, 0.10
 
 // In focus the panel brightens and its rim glows in a slow pulse.
 ButtonLook focusedLook(float t) {
-    const float pulse = 0.5f + 0.5f * std::cos(t * 6.2831853f);
+    const float pulse = 0.5f + 0.5f * std::cos(t * twoPi);
     return {rgb(0.16f, 0.42f, 0.64f, 0.95f), rgb(0.06f, 0.20f, 0.36f, 0.95f), rgb(0.6f, 0.9f, 1.0f, 1.0f),
             rgb(1.0f, 1.0f, 1.0f), 0.4f + 0.6f * pulse};
 }

@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "shapes.h"
+
 namespace {
 
 int wrap(int v, int period) {
@@ -15,7 +17,7 @@ float fade(float t) {
 
 float gradientDot(int ix, int iy, int periodX, int periodY, uint32_t seed, float dx, float dy) {
     const uint32_t h = hashPoint(wrap(ix, periodX), wrap(iy, periodY), seed);
-    const float angle = static_cast<float>(h & 0xFFFF) * (6.2831853f / 65536.0f);
+    const float angle = static_cast<float>(h & 0xFFFF) * (twoPi / 65536.0f);
     return std::cos(angle) * dx + std::sin(angle) * dy;
 }
 

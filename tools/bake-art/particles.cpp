@@ -4,6 +4,7 @@
 
 #include "art.h"
 #include "noise.h"
+#include "shapes.h"
 
 namespace {
 
@@ -43,8 +44,8 @@ Rgba steamShader(float x, float y) {
 Rgba iceShader(float x, float y) {
     const float dx = (x - half) / half, dy = (y - half) / half;
     const float angle = std::atan2(dy, dx);
-    const float sector = std::floor((angle + 3.1415927f) / (3.1415927f / 3.0f));
-    const float facetAngle = (sector + 0.5f) * (3.1415927f / 3.0f) - 3.1415927f;
+    const float sector = std::floor((angle + pi) / (pi / 3.0f));
+    const float facetAngle = (sector + 0.5f) * (pi / 3.0f) - pi;
     const float hexRadius = std::hypot(dx, dy) * std::cos(angle - facetAngle);
     const float light = 0.5f + 0.5f * std::cos(facetAngle + 2.356f);
     const float inner = 1.0f - smoothstep(0.36f, 0.42f, hexRadius);

@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr float pi = 3.1415927f;
-
 struct SpriteRecipe {
     const char* name;
     int width;

@@ -4,11 +4,11 @@
 
 #include "art.h"
 #include "noise.h"
+#include "shapes.h"
 
 namespace {
 
 constexpr int tileSize = 256;
-constexpr float twoPi = 6.2831853f;
 
 using TexelFunction = Rgba (*)(int x, int y);
 
@@ -101,7 +101,7 @@ Rgba clothTexel(int x, int y) {
     const float u = unitX(x), v = unitX(y);
     const bool warpOnTop = ((x / 4) + (y / 4)) % 2 == 0;
     const float across = static_cast<float>(warpOnTop ? x % 4 : y % 4) + 0.5f;
-    const float thread = std::sin(across / 4.0f * 3.1415927f);
+    const float thread = std::sin(across / 4.0f * pi);
     const float blotch = fractal(u, v, 4, 3, 41u);
     const Rgba base = mix(rgb(0.42f, 0.08f, 0.10f), rgb(0.64f, 0.16f, 0.16f), blotch);
     return scaled(base, 0.55f + 0.55f * thread + (warpOnTop ? 0.05f : -0.05f));

@@ -6,7 +6,8 @@
 
 namespace {
 
-constexpr float twoPi = 6.2831853f;
+constexpr float pi = 3.1415927f;
+constexpr float twoPi = 2.0f * pi;
 
 float noteHz(int semitonesFromA4) {
     return 440.0f * std::pow(2.0f, static_cast<float>(semitonesFromA4) / 12.0f);
@@ -37,7 +38,7 @@ std::vector<float> pad(const int* chord, int notes, float seconds) {
     std::vector<float> out(static_cast<size_t>(seconds * audioRate));
     for (size_t i = 0; i < out.size(); ++i) {
         const float t = static_cast<float>(i) / audioRate;
-        const float swell = std::sin(3.1415927f * t / seconds);
+        const float swell = std::sin(pi * t / seconds);
         float v = 0.0f;
         for (int n = 0; n < notes; ++n) {
             const float shimmer = 0.8f + 0.2f * std::sin(twoPi * 0.3f * t + static_cast<float>(n));

@@ -43,7 +43,7 @@ Samples highScore() {
 Samples dead() {
     Samples s = sweep(640.0f, 140.0f, 0.8f);
     for (size_t i = 0; i < s.size(); ++i)
-        s[i] *= 0.7f + 0.3f * std::sin(6.2831853f * 14.0f * static_cast<float>(i) / sampleRate);
+        s[i] *= 0.7f + 0.3f * std::sin(twoPi * 14.0f * static_cast<float>(i) / sampleRate);
     applyEnvelope(s, 0.01f, 3.5f);
     normalise(s, 0.7f);
     return s;
@@ -68,7 +68,7 @@ Samples crash() {
 Samples mill() {
     Samples s = bandPass(whiteNoise(4.5f, 501u), 600.0f, 0.8f);
     for (size_t i = 0; i < s.size(); ++i)
-        s[i] *= 0.6f + 0.4f * std::sin(6.2831853f * 0.5f * static_cast<float>(i) / sampleRate);
+        s[i] *= 0.6f + 0.4f * std::sin(twoPi * 0.5f * static_cast<float>(i) / sampleRate);
     for (int beat = 0; beat < 5; ++beat) {
         Samples thump = sweep(120.0f, 60.0f, 0.25f);
         applyEnvelope(thump, 0.003f, 14.0f);
@@ -87,7 +87,7 @@ Samples menuAmbient() {
         Samples tone = sweep(note(step), note(step), 8.5f);
         const float wobbleHz = 0.13f + 0.02f * static_cast<float>(step);
         for (size_t i = 0; i < tone.size(); ++i)
-            tone[i] *= 0.6f + 0.4f * std::sin(6.2831853f * wobbleHz * static_cast<float>(i) / sampleRate);
+            tone[i] *= 0.6f + 0.4f * std::sin(twoPi * wobbleHz * static_cast<float>(i) / sampleRate);
         mixInto(s, tone, 0, 0.25f);
     }
     mixInto(s, lowPass(whiteNoise(8.5f, 551u), 500.0f), 0, 0.5f);

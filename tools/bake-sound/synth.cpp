@@ -5,8 +5,6 @@
 
 namespace {
 
-constexpr float twoPi = 6.2831853f;
-
 struct Biquad {
     float b0, b1, b2, a1, a2;
 

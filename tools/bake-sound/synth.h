@@ -5,6 +5,7 @@
 #include <vector>
 
 constexpr int sampleRate = 22050;
+constexpr float twoPi = 6.2831853f;
 
 using Samples = std::vector<float>;
 

@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr float twoPi = 6.2831853f;
-
 // A bubble: a short sine whose pitch rises as it closes.
 Samples bubble(float fromHz, float seconds) {
     Samples s = sweep(fromHz, fromHz * 1.8f, seconds);

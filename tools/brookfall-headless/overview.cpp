@@ -109,7 +109,7 @@ void cross(const Vector2D& at, float arm) {
 void circle(const Vector2D& at, float radius) {
     glBegin(GL_LINE_LOOP);
     for (int i = 0; i < 64; ++i) {
-        const float angle = static_cast<float>(i) * 6.2831853f / 64.0f;
+        const float angle = static_cast<float>(i) * fullTurn / 64.0f;
         glVertex2f(at.x + radius * std::cos(angle), at.y + radius * std::sin(angle));
     }
     glEnd();

@@ -75,7 +75,7 @@ void glVertex(const Vector2D& point) {
 void glCircle(float x, float y, float radius, int segments) {
     TRACE_LOCATION("GLWindow::glCircle");
     if (!drawingPossible() || segments < 1) return;
-    const float step = 6.2831855f / static_cast<float>(segments);
+    const float step = fullTurn / static_cast<float>(segments);
     glBegin(GL_LINES);
     for (int i = 0; i < segments; ++i) {
         const float from = static_cast<float>(i) * step;
