@@ -29,7 +29,7 @@ public:
     std::string bytes;
 };
 
-void writePolygon(Writer& out, const PolygonRecord& polygon) {
+void writeRecord(Writer& out, const PolygonRecord& polygon) {
     out.i32(polygon.id);
     out.name(polygon.textureName);
     out.i32(polygon.surfaceType);
@@ -39,7 +39,7 @@ void writePolygon(Writer& out, const PolygonRecord& polygon) {
     for (const LevelPoint& p : polygon.points) out.point(p);
 }
 
-void writeObject(Writer& out, const ObjectRecord& object) {
+void writeRecord(Writer& out, const ObjectRecord& object) {
     out.i32(object.id);
     out.name(object.textureName);
     out.u32(object.layer);
@@ -47,7 +47,7 @@ void writeObject(Writer& out, const ObjectRecord& object) {
     out.u8(object.mirrored);
 }
 
-void writeForce(Writer& out, const ForceRecord& force) {
+void writeRecord(Writer& out, const ForceRecord& force) {
     out.i32(force.id);
     out.point(force.position);
     out.f32(force.directionX);
@@ -55,21 +55,21 @@ void writeForce(Writer& out, const ForceRecord& force) {
     out.f32(force.strength);
 }
 
-void writeMover(Writer& out, const MoverRecord& mover) {
+void writeRecord(Writer& out, const MoverRecord& mover) {
     out.i32(mover.id);
     out.f32(mover.speed);
     out.point(mover.start);
     out.point(mover.end);
 }
 
-void writeTrigger(Writer& out, const TriggerRecord& trigger) {
+void writeRecord(Writer& out, const TriggerRecord& trigger) {
     out.i32(trigger.targetId);
     out.i32(trigger.type);
     out.f32(trigger.delay);
     for (const LevelPoint& corner : trigger.corners) out.point(corner);
 }
 
-void writeSound(Writer& out, const SoundSourceRecord& sound) {
+void writeRecord(Writer& out, const SoundSourceRecord& sound) {
     out.i32(sound.id);
     out.point(sound.position);
     out.i32(sound.strength);
@@ -77,7 +77,7 @@ void writeSound(Writer& out, const SoundSourceRecord& sound) {
     out.name(sound.soundName);
 }
 
-void writeEmitter(Writer& out, const EmitterRecord& emitter) {
+void writeRecord(Writer& out, const EmitterRecord& emitter) {
     out.i32(emitter.id);
     out.point(emitter.position);
     out.f32(emitter.directionX);
@@ -85,10 +85,10 @@ void writeEmitter(Writer& out, const EmitterRecord& emitter) {
     out.name(emitter.settingsName);
 }
 
-template <typename Record, typename WriteOne>
-void writeSection(Writer& out, const std::vector<Record>& records, WriteOne writeOne) {
+template <typename Record>
+void writeSection(Writer& out, const std::vector<Record>& records) {
     out.u32(static_cast<uint32_t>(records.size()));
-    for (const Record& record : records) writeOne(out, record);
+    for (const Record& record : records) writeRecord(out, record);
 }
 
 }  // namespace
@@ -100,13 +100,7 @@ std::string write(const LevelFile& level) {
     Writer out;
     out.u32(magic);
     out.i32(level.version);
-    writeSection(out, level.polygons, writePolygon);
-    writeSection(out, level.objects, writeObject);
-    writeSection(out, level.forces, writeForce);
-    writeSection(out, level.movers, writeMover);
-    writeSection(out, level.triggers, writeTrigger);
-    writeSection(out, level.sounds, writeSound);
-    writeSection(out, level.emitters, writeEmitter);
+    forEachSection(level, [&out](const auto& records) { writeSection(out, records); });
     out.point(level.waterStart);
     out.point(level.cameraStart);
     return out.bytes;

@@ -58,7 +58,7 @@ std::string flag(uint8_t value) {
     return std::to_string(value);
 }
 
-void writePolygon(std::string& out, const PolygonRecord& polygon) {
+void writeRecord(std::string& out, const PolygonRecord& polygon) {
     out += "polygon id " + std::to_string(polygon.id) + " texture " + quoted(polygon.textureName) +
            " surface " + named(surfaces, surfaceCount, polygon.surfaceType) + " collision " +
            named(collisionModes, collisionModeCount, polygon.collisionMode) + " layer " +
@@ -67,46 +67,46 @@ void writePolygon(std::string& out, const PolygonRecord& polygon) {
     out += "end\n";
 }
 
-void writeObject(std::string& out, const ObjectRecord& object) {
+void writeRecord(std::string& out, const ObjectRecord& object) {
     out += "object id " + std::to_string(object.id) + " texture " + quoted(object.textureName) + " layer " +
            std::to_string(object.layer) + " at " + point(object.position) + " mirrored " +
            flag(object.mirrored) + "\n";
 }
 
-void writeForce(std::string& out, const ForceRecord& force) {
+void writeRecord(std::string& out, const ForceRecord& force) {
     out += "force id " + std::to_string(force.id) + " at " + point(force.position) + " direction " +
            real(force.directionX) + " " + real(force.directionY) + " strength " + real(force.strength) + "\n";
 }
 
-void writeMover(std::string& out, const MoverRecord& mover) {
+void writeRecord(std::string& out, const MoverRecord& mover) {
     out += "mover id " + std::to_string(mover.id) + " speed " + real(mover.speed) + " from " +
            point(mover.start) + " to " + point(mover.end) + "\n";
 }
 
-void writeTrigger(std::string& out, const TriggerRecord& trigger) {
+void writeRecord(std::string& out, const TriggerRecord& trigger) {
     out += "trigger type " + named(triggerTypes, triggerTypeCount, trigger.type) + " target " +
            std::to_string(trigger.targetId) + " delay " + real(trigger.delay) + " corners";
     for (const LevelPoint& corner : trigger.corners) out += "  " + point(corner);
     out += "\n";
 }
 
-void writeSound(std::string& out, const SoundSourceRecord& sound) {
+void writeRecord(std::string& out, const SoundSourceRecord& sound) {
     out += "sound id " + std::to_string(sound.id) + " at " + point(sound.position) + " strength " +
            std::to_string(sound.strength) + " looping " + flag(sound.looping) + " name " +
            quoted(sound.soundName) + "\n";
 }
 
-void writeEmitter(std::string& out, const EmitterRecord& emitter) {
+void writeRecord(std::string& out, const EmitterRecord& emitter) {
     out += "emitter id " + std::to_string(emitter.id) + " at " + point(emitter.position) + " direction " +
            real(emitter.directionX) + " " + real(emitter.directionY) + " settings " +
            quoted(emitter.settingsName) + "\n";
 }
 
-template <typename Record, typename WriteOne>
-void section(std::string& out, const std::vector<Record>& records, WriteOne writeOne) {
+template <typename Record>
+void writeSection(std::string& out, const std::vector<Record>& records) {
     if (records.empty()) return;
     out += "\n";
-    for (const Record& record : records) writeOne(out, record);
+    for (const Record& record : records) writeRecord(out, record);
 }
 
 }  // namespace
@@ -119,13 +119,7 @@ std::string write(const LevelFile& level) {
     if (level.version != LevelFileFormat::version) out += "version " + std::to_string(level.version) + "\n";
     out += "water " + point(level.waterStart) + "\n";
     out += "camera " + point(level.cameraStart) + "\n";
-    section(out, level.polygons, writePolygon);
-    section(out, level.objects, writeObject);
-    section(out, level.forces, writeForce);
-    section(out, level.movers, writeMover);
-    section(out, level.triggers, writeTrigger);
-    section(out, level.sounds, writeSound);
-    section(out, level.emitters, writeEmitter);
+    forEachSection(level, [&out](const auto& records) { writeSection(out, records); });
     return out;
 }
 

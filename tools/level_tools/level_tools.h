@@ -8,6 +8,19 @@
 
 #include "level/level.h"
 
+// Calls visit with each list of records, in the order that both the file and
+// the text form keep them.
+template <typename Visit>
+void forEachSection(const LevelFile& level, Visit&& visit) {
+    visit(level.polygons);
+    visit(level.objects);
+    visit(level.forces);
+    visit(level.movers);
+    visit(level.triggers);
+    visit(level.sounds);
+    visit(level.emitters);
+}
+
 namespace LevelFileFormat {
 // The bytes of a level file. The caller keeps counts and names within limits.
 std::string write(const LevelFile& level);
