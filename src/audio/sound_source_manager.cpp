@@ -36,26 +36,16 @@ void forEachSource(Action action) {
             for (SoundSource& source : list) action(source);
 }
 
-bool validCreateArguments(const std::vector<std::string>& args) {
-    TRACE_LOCATION("SoundSourceManager::validCreateArguments");
-    return args.size() == 6 && slStringIsNumeric(args[0]) && slStringIsNumeric(args[1]) &&
-           slStringIsNumeric(args[2]) && slStringIsBoolean(args[3]) && slStringIsInteger(args[4]);
-}
-
 // A source made here is stopped until a trigger or the level's reset starts it.
 void conCmdSoundSourceCreate(std::string arguments) {
     TRACE_LOCATION("SoundSourceManager::conCmdSoundSourceCreate");
     std::vector<std::string> args;
-    slSeparateArgs(arguments, args);
-    if (!validCreateArguments(args)) {
-        GLConsole::print("\nUSAGE: SoundSourceCreate ");
-        GLConsole::print("< x : number > < y : number > ");
-        GLConsole::print("< strenght : number > ");
-        GLConsole::print("< looping : true OR false > ");
-        GLConsole::print("< id : integer > ");
-        GLConsole::print("< fileName > ");
+    if (!GLConsole::readArguments(
+            arguments, "nnnbis",
+            "\nUSAGE: SoundSourceCreate < x : number > < y : number > < strenght : number > "
+            "< looping : true OR false > < id : integer > < fileName > ",
+            args))
         return;
-    }
     const Sound sound(args[5]);
     const SoundSource source(sound, slStringToFloat(args[0]), slStringToFloat(args[1]),
                              slStringToBool(args[3]), slStringToInt(args[4]), slStringToFloat(args[2]));

@@ -74,6 +74,12 @@ void draw();
 const GLTexture& getFontTexture();
 void setFontTexture(const GLTexture& texture);
 
+// The words of a command that takes several arguments, when they are as the
+// pattern says, a letter a word: 'n' a number, 'i' an integer, 'b' true or
+// false, 's' any word. Otherwise prints the usage and gives false.
+bool readArguments(const std::string& arguments, const char* pattern, const char* usage,
+                   std::vector<std::string>& words);
+
 // Registry. addCommand takes a function of any of the thirteen command shapes.
 // The body of a command that reads and sets one value: the value now in force.
 template <typename T>

@@ -23,13 +23,6 @@ State& state() {
 constexpr float arrowLength = 32.0f;
 constexpr float arrowHead = 8.0f;
 
-bool validCreateArguments(const std::vector<std::string>& args) {
-    if (args.size() != 6 || !slStringIsInteger(args[0])) return false;
-    for (std::size_t i = 1; i < 6; ++i)
-        if (!slStringIsNumeric(args[i])) return false;
-    return true;
-}
-
 void drawForce(const Force& force, const GLFont& font) {
     glPointSize(3.0f);
     glBegin(GL_POINTS);
@@ -118,14 +111,11 @@ int conCmdForceCount() {
 void conCmdForceCreate(std::string arguments) {
     TRACE_LOCATION("ForceManager::conCmdForceCreate");
     std::vector<std::string> args;
-    slSeparateArgs(arguments, args);
-    if (!validCreateArguments(args)) {
-        GLConsole::print(
-            "\nUSAGE: ForceCreate  < id : integer > < x : number > < y : number > < dir_x : number > < dir_y "
-            ": "
-            "number > < strenght : number >");
+    if (!GLConsole::readArguments(arguments, "innnnn",
+                                  "\nUSAGE: ForceCreate  < id : integer > < x : number > < y : number > "
+                                  "< dir_x : number > < dir_y : number > < strenght : number >",
+                                  args))
         return;
-    }
     addForce(slStringToInt(args[0]), slStringToFloat(args[1]), slStringToFloat(args[2]),
              slStringToFloat(args[3]), slStringToFloat(args[4]), slStringToFloat(args[5]));
 }

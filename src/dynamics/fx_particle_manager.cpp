@@ -23,13 +23,6 @@ const GLConsoleCommand commands[] = {
 };
 
 // x, y, dir_x, dir_y, id and the settings file, which is taken as it stands.
-bool validCreateArguments(const std::vector<std::string>& args) {
-    if (args.size() != 6) return false;
-    for (std::size_t i = 0; i < 4; ++i)
-        if (!slStringIsNumeric(args[i])) return false;
-    return slStringIsInteger(args[4]);
-}
-
 // The square about the view's centre, shake included, that the view can reach at its zoom.
 bool nearView(const Vector2D& point, const Vector2D& centre, float halfWidth) {
     return point.x >= centre.x - halfWidth && point.x <= centre.x + halfWidth &&
@@ -110,13 +103,11 @@ void run(float dt) {
 void conCmdFxEmitterCreate(std::string arguments) {
     TRACE_LOCATION("FxParticleManager::conCmdFxEmitterCreate");
     std::vector<std::string> args;
-    slSeparateArgs(arguments, args);
-    if (!validCreateArguments(args)) {
-        GLConsole::print(
-            "\nUSAGE: Emitter create < x : number > < y : number > < dir_x : number > < dir_y : number > "
-            "< id : integer > < emitter settings : fileName > ");
+    if (!GLConsole::readArguments(arguments, "nnnnis",
+                                  "\nUSAGE: Emitter create < x : number > < y : number > < dir_x : number > "
+                                  "< dir_y : number > < id : integer > < emitter settings : fileName > ",
+                                  args))
         return;
-    }
     FxParticleEmitter emitter;
     emitter.position = Vector2D(slStringToFloat(args[0]), slStringToFloat(args[1]));
     emitter.setDirection(slStringToFloat(args[2]), slStringToFloat(args[3]));

@@ -5,17 +5,7 @@
 
 using TriggerManager::state;
 
-namespace {
-
-bool validCreateArguments(const std::vector<std::string>& args) {
-    if (args.size() != 6) return false;
-    if (!slStringIsInteger(args[0]) || !slStringIsInteger(args[1])) return false;
-    for (std::size_t i = 2; i < 6; ++i)
-        if (!slStringIsNumeric(args[i])) return false;
-    return true;
-}
-
-}  // namespace
+namespace {}  // namespace
 
 namespace TriggerManager {
 
@@ -35,13 +25,12 @@ void conCmdTriggerTypeList() {
 void conCmdTriggerCreate(std::string arguments) {
     TRACE_LOCATION("TriggerManager::conCmdTriggerCreate");
     std::vector<std::string> args;
-    slSeparateArgs(arguments, args);
-    if (!validCreateArguments(args)) {
-        GLConsole::print(
-            "\nUSAGE: TriggerCreate < id : integer > < target id : integer > < x : number > < y : number > "
-            "< w : number > < h : number > ");
+    if (!GLConsole::readArguments(
+            arguments, "iinnnn",
+            "\nUSAGE: TriggerCreate < id : integer > < target id : integer > < x : number > "
+            "< y : number > < w : number > < h : number > ",
+            args))
         return;
-    }
     const float x = slStringToFloat(args[2]), y = slStringToFloat(args[3]);
     const float w = slStringToFloat(args[4]), h = slStringToFloat(args[5]);
     addTrigger(slStringToInt(args[0]), slStringToInt(args[1]), 0.0f, Vector2D(x, y), Vector2D(x + w, y),

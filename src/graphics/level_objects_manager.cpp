@@ -62,14 +62,12 @@ int conCmdObjectsCount() {
 void conCmdObjectsCreate(std::string line) {
     TRACE_LOCATION("LevelObjectsManager::conCmdObjectsCreate");
     std::vector<std::string> args;
-    slSeparateArgs(line, args);
-    if (args.size() != 4 || !slStringIsNumeric(args[0]) || !slStringIsNumeric(args[1]) ||
-        !slStringIsInteger(args[2])) {
-        GLConsole::print(
-            "\nUSAGE: ObjectsCreate < x : number > < y : number > < object id : integer > < textureName : "
-            "string >");
+    if (!GLConsole::readArguments(
+            line, "nnis",
+            "\nUSAGE: ObjectsCreate < x : number > < y : number > < object id : integer > "
+            "< textureName : string >",
+            args))
         return;
-    }
     LevelObject object;
     object.position = Vector2D(slStringToFloat(args[0]), slStringToFloat(args[1]));
     object.id = slStringToInt(args[2]);

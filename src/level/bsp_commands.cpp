@@ -103,11 +103,7 @@ void conCmdBspWalk(std::string argument) {
 void conCmdBspCast(std::string arguments) {
     TRACE_LOCATION("LevelBspTree::conCmdBspCast");
     std::vector<std::string> args;
-    slSeparateArgs(arguments, args);
-    if (args.size() != 2 || !slStringIsNumeric(args[0]) || !slStringIsNumeric(args[1])) {
-        GLConsole::print("\nUSAGE: BspCast < number > < number >");
-        return;
-    }
+    if (!GLConsole::readArguments(arguments, "nn", "\nUSAGE: BspCast < number > < number >", args)) return;
     static FrameClock clock;
     const Vector2D from(slStringToFloat(args[0]), slStringToFloat(args[1]));
     clock.update();

@@ -41,22 +41,14 @@ float conCmdHeatTransferRate(float value, bool set) {
     return state().heatTransferRate;
 }
 
-bool validCreateArguments(const std::vector<std::string>& args) {
-    TRACE_LOCATION("ParticleManager::validCreateArguments");
-    return args.size() == 4 && slStringIsNumeric(args[0]) && slStringIsNumeric(args[1]) &&
-           slStringIsNumeric(args[2]) && slStringIsInteger(args[3]);
-}
-
 void conCmdParticleCreate(std::string arguments) {
     TRACE_LOCATION("ParticleManager::conCmdParticleCreate");
     std::vector<std::string> args;
-    slSeparateArgs(arguments, args);
-    if (!validCreateArguments(args)) {
-        GLConsole::print(
-            "\nUsage: ParticleCreate < x : number > < y : number > < radius : number > < amount : integer "
-            "number > ");
+    if (!GLConsole::readArguments(arguments, "nnni",
+                                  "\nUsage: ParticleCreate < x : number > < y : number > < radius : number > "
+                                  "< amount : integer number > ",
+                                  args))
         return;
-    }
     const int amount = slStringToInt(args[3]);
     if (amount < 1 || amount > mostParticlesToMake) {
         GLConsole::print("\nInvalid number of particles to make");

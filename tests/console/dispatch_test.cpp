@@ -183,4 +183,20 @@ TEST_F(DispatchTest, ImpossibleShapesAreReportedAndACommandMayRemoveItselfWhileR
     EXPECT_EQ(calls, std::vector<std::string>{"once"});
 }
 
+// Commands that take several words check them against a pattern, a letter a word.
+TEST_F(DispatchTest, SeveralArgumentsAreCheckedWordByWordAgainstTheirPattern) {
+    const std::pair<const char*, bool> lines[] = {
+        {"1.5 -2 true word", true}, {"1.5 -2 true", false},        {"1.5 -2 true word more", false},
+        {"x -2 true word", false},  {"1.5 -2.5 true word", false}, {"1.5 -2 yes word", false},
+    };
+    for (const auto& [line, fits] : lines) {
+        std::vector<std::string> words{"left over"};
+        EXPECT_EQ(GLConsole::readArguments(line, "nibs", "\nUSAGE: Test", words), fits) << line;
+        EXPECT_EQ(printed(), fits ? "" : "\nUSAGE: Test") << line;
+        if (fits) {
+            EXPECT_EQ(words, (std::vector<std::string>{"1.5", "-2", "true", "word"}));
+        }
+    }
+}
+
 }  // namespace
