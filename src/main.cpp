@@ -32,12 +32,7 @@ int main(int, char**) {
     // The player may have closed the window already; then there is no game to run.
     if (GLWindow::exists()) Game::run("maps\\testLevel.rill");
 
-    HighScores::saveScores();
-    SoundManager::shutdown();
-    SoundSystem::shutdown();
-    MusicSystem::shutdown();
-    GLConsole::shutdown();
-    GLTextureManager::shutdown();
+    Game::stopServices();
 
     LocationTrace::pop();
     return 0;

@@ -14,6 +14,7 @@
 #include "game/game.h"
 #include "graphics/graphics.h"
 #include "graphics/window/window.h"
+#include "menus/menus.h"
 
 namespace CheckPointTimesManager {
 
@@ -132,11 +133,10 @@ void draw() {
     if (!s.font || s.state == hidden) return;
     if (GLWindow::contextAvailable()) {
         GLWindow::glBeginDraw2d();
-        glScalef(static_cast<float>(GLWindow::getClientWidth()) / 800.0f,
-                 static_cast<float>(GLWindow::getClientHeight()) / 600.0f, 1.0f);
+        Gui::scaleToWindow();
         const Display display = currentDisplay(GameRules::getLevelTime());
         const Colour& c = display.colour;
-        s.font->drawStringCentered(display.text.c_str(), 0.0f, s.settings.yPosition, 800.0f,
+        s.font->drawStringCentered(display.text.c_str(), 0.0f, s.settings.yPosition, Gui::virtualWidth,
                                    s.settings.fontSize, s.settings.fontSize, c.r, c.g, c.b, c.a);
     }
     advanceFade(s, s.clock.deltaSeconds);

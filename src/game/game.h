@@ -118,6 +118,9 @@ public:
 
     // The whole game; returns when it has ended.
     static void run(const std::string& levelName);
+    // The end of the program after the game: the scores are saved, then the
+    // services the entry started stop in reverse order.
+    static void stopServices();
     static void stop();
     // Asks for a change of level at the end of the frame.
     static void map(const std::string& levelName);

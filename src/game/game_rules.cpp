@@ -196,8 +196,7 @@ void draw() {
     // What follows in the frame draws in the virtual screen of 800 by 600.
     if (GLWindow::contextAvailable()) {
         GLWindow::glBeginDraw2d();
-        glScalef(static_cast<float>(GLWindow::getClientWidth()) / 800.0f,
-                 static_cast<float>(GLWindow::getClientHeight()) / 600.0f, 1.0f);
+        Gui::scaleToWindow();
     }
     if (state().finished && state().finishTimer > 0.0f && state().finishAnimation) drawFinishAnimation();
     if (!state().timePrint) return;

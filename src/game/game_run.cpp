@@ -1,11 +1,14 @@
-// The game's own loop, its requests, the size of the view, and read access to
-// its state for the console, the drawing and the tools.
+// The game's own loop and the services' end after it, its requests, the size
+// of the view, and read access to its state for the console, the drawing and
+// the tools.
 #include <algorithm>
 
 #include "audio/audio.h"
+#include "console/console.h"
 #include "foundation/foundation.h"
 #include "game/game.h"
 #include "game/game_state.h"
+#include "graphics/graphics.h"
 #include "graphics/window/window.h"
 #include "level/level.h"
 #include "menus/menus.h"
@@ -29,6 +32,16 @@ void Game::run(const std::string& levelName) {
     }
     GLWindow::setEventListener(savedListener);
     shutdown();
+}
+
+void Game::stopServices() {
+    TRACE_LOCATION("Game::stopServices");
+    HighScores::saveScores();
+    SoundManager::shutdown();
+    SoundSystem::shutdown();
+    MusicSystem::shutdown();
+    GLConsole::shutdown();
+    GLTextureManager::shutdown();
 }
 
 void Game::stop() {

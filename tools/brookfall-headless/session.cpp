@@ -97,15 +97,10 @@ GLWindowEventListener& gameListener() {
     return listener;
 }
 
-// As the game's entry ends: the scores are saved first.
+// As the game's entry ends, once its game has shut down.
 void stopGame() {
-    HighScores::saveScores();
     Game::shutdown();
-    SoundManager::shutdown();
-    SoundSystem::shutdown();
-    MusicSystem::shutdown();
-    GLConsole::shutdown();
-    GLTextureManager::shutdown();
+    Game::stopServices();
     GLWindow::close();
     GLConsole::setPrintHook(nullptr);
     std::fflush(stdout);
