@@ -1,8 +1,8 @@
 #include "tga_writer.h"
 
 #include <cmath>
-#include <cstdio>
-#include <filesystem>
+
+#include "bake-common/bake_common.h"
 
 namespace {
 
@@ -94,11 +94,5 @@ std::vector<uint8_t> encodeTga(const Image& image, bool runLength) {
 }
 
 bool writeTga(const std::string& path, const Image& image, bool runLength) {
-    std::error_code error;
-    std::filesystem::create_directories(std::filesystem::path(path).parent_path(), error);
-    const std::vector<uint8_t> bytes = encodeTga(image, runLength);
-    FILE* file = std::fopen(path.c_str(), "wb");
-    if (!file) return false;
-    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
-    return std::fclose(file) == 0 && written;
+    return writeBakedFile(path, encodeTga(image, runLength));
 }

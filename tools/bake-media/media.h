@@ -6,15 +6,12 @@
 #include <string>
 #include <vector>
 
-// A fixed-seed generator, so that every bake gives the same noise.
-class MediaRandom {
-public:
-    explicit MediaRandom(uint32_t seed) : state(seed * 2654435761u + 777u) {}
-    // -1 to 1.
-    float next();
+#include "bake-common/bake_common.h"
 
-private:
-    uint32_t state;
+// A fixed-seed generator, so that every bake gives the same noise.
+class MediaRandom : public BakeRandom {
+public:
+    explicit MediaRandom(uint32_t seed) : BakeRandom(seed, 777u) {}
 };
 
 // Plucked notes over a slow pad, a loop of about three quarters of a minute.

@@ -58,13 +58,6 @@ void normalise(std::vector<float>& samples, float peak) {
 
 }  // namespace
 
-float MediaRandom::next() {
-    state ^= state << 13;
-    state ^= state >> 17;
-    state ^= state << 5;
-    return static_cast<float>(state >> 8) / 8388607.5f - 1.0f;
-}
-
 std::vector<float> levelMusic() {
     // Four chords of a calm progression, each held for eight beats at 84 a minute.
     const int chords[4][3] = {{-9, -5, -2}, {-14, -10, -7}, {-12, -9, -5}, {-16, -12, -9}};

@@ -34,13 +34,6 @@ int samplesFor(float seconds) {
     return static_cast<int>(seconds * sampleRate);
 }
 
-float Noise::next() {
-    state ^= state << 13;
-    state ^= state >> 17;
-    state ^= state << 5;
-    return static_cast<float>(state >> 8) / 8388607.5f - 1.0f;
-}
-
 Samples bandPass(const Samples& input, float centreHz, float q) {
     const float w = twoPi * centreHz / sampleRate, alpha = std::sin(w) / (2.0f * q);
     return normalised(alpha, 0.0f, -alpha, 1.0f + alpha, -2.0f * std::cos(w), 1.0f - alpha).run(input);

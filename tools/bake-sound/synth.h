@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "bake-common/bake_common.h"
+
 constexpr int sampleRate = 22050;
 constexpr float twoPi = 6.2831853f;
 
@@ -12,14 +14,9 @@ using Samples = std::vector<float>;
 int samplesFor(float seconds);
 
 // A fixed-seed generator, so that every bake gives the same noise.
-class Noise {
+class Noise : public BakeRandom {
 public:
-    explicit Noise(uint32_t seed) : state(seed * 2654435761u + 12345u) {}
-    // -1 to 1.
-    float next();
-
-private:
-    uint32_t state;
+    explicit Noise(uint32_t seed) : BakeRandom(seed, 12345u) {}
 };
 
 // Two-pole band-pass (constant peak gain), run over a whole buffer.

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
-#include <filesystem>
+
+#include "bake-common/bake_common.h"
 
 namespace {
 
@@ -46,11 +46,5 @@ std::vector<uint8_t> encodeWave(const Samples& samples) {
 }
 
 bool writeWave(const std::string& path, const Samples& samples) {
-    std::error_code error;
-    std::filesystem::create_directories(std::filesystem::path(path).parent_path(), error);
-    const std::vector<uint8_t> bytes = encodeWave(samples);
-    FILE* file = std::fopen(path.c_str(), "wb");
-    if (!file) return false;
-    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
-    return std::fclose(file) == 0 && written;
+    return writeBakedFile(path, encodeWave(samples));
 }
