@@ -143,6 +143,9 @@ public:
     // Everything draw does but presenting: the frame stays in the back buffer,
     // where screenshots and tests read it.
     static void drawFrame();
+    // The level's five layers back to front, the water between the second and
+    // the third, as far as the renderers have queued them for this frame.
+    static void drawQueuedLayers();
 
     // For tools that drive frames themselves: one frame of gameLoop in which a
     // game step of exactly stepSeconds is due, whatever the frame clock says.

@@ -59,22 +59,11 @@ void drawLayer(int layer) {
     LevelObjectsManager::drawLayer(layer);
 }
 
-// Back to front, with the water between the second and the third layer.
+// What the view shows, with the effects over the level.
 void drawLevel() {
-    glEnable(GL_BLEND);
-    glEnable(GL_TEXTURE_2D);
-    glDisable(GL_CULL_FACE);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
     LevelObjectsManager::prepareDraw();
     DynamicPolygonRenderer::prepareDraw();
-    drawLayer(0);
-    drawLayer(1);
-    ParticleRenderer::draw();
-    glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
-    drawLayer(2);
-    drawLayer(3);
-    drawLayer(4);
+    Game::drawQueuedLayers();
     FxParticleManager::draw();
     // Each is silent unless its own console switch is on.
     Level::debugDraw();
@@ -131,6 +120,20 @@ void drawPaused() {
 }
 
 }  // namespace
+
+void Game::drawQueuedLayers() {
+    TRACE_LOCATION("Game::drawQueuedLayers");
+    glEnable(GL_BLEND);
+    glEnable(GL_TEXTURE_2D);
+    glDisable(GL_CULL_FACE);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
+    drawLayer(0);
+    drawLayer(1);
+    ParticleRenderer::draw();
+    glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
+    for (int layer = 2; layer < 5; ++layer) drawLayer(layer);
+}
 
 void Game::draw() {
     TRACE_LOCATION("Game::draw");

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "graphics/window/window.h"
+#include "level/level.h"
 
 namespace Headless {
 
@@ -52,6 +53,10 @@ const std::string& startDirectory();
 // Prints a line of the runner's own on standard output, on a line of its own
 // between the console's messages.
 void printLine(const std::string& line);
+
+// The records of a level file as far as they can be read: the runner only
+// looks again at what the game itself has loaded. None if it can't be opened.
+LevelFile readLevelRecords(const std::string& levelName);
 
 // One line of JSON describing the game now.
 std::string describeState();

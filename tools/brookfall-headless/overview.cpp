@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
-#include <cstdio>
 
 #include "audio/audio.h"
 #include "game/game.h"
@@ -15,7 +14,6 @@
 #include "graphics/window/window.h"
 #include "headless.h"
 #include "level/level.h"
-#include "platform/platform.h"
 #include "water/water.h"
 
 namespace Headless {
@@ -52,18 +50,6 @@ Colour triggerColour(int32_t type) {
     if (type == 701 || type == 702) return {1.0f, 0.1f, 0.1f};
     if (type >= 200 && type <= 203) return {1.0f, 0.9f, 0.1f};
     return {1.0f, 0.2f, 1.0f};
-}
-
-LevelFile readRecords() {
-    LevelFile level;
-    if (FILE* file = Platform::openFile(Game::getCurrentMapName(), "rb")) {
-        try {
-            LevelFileFormat::read(file, level);
-        } catch (const char*) {
-        }
-        std::fclose(file);
-    }
-    return level;
 }
 
 Vector2D centreOf(const Polygon2D& polygon) {
@@ -178,17 +164,11 @@ void queueEverywhere(const Box& box) {
     Camera::setPosition(camera);
 }
 
-void drawLayer(int layer) {
-    DynamicPolygonRenderer::drawLayer(layer);
-    LevelGeometryRenderer::drawLayer(layer);
-    LevelObjectsManager::drawLayer(layer);
-}
-
 }  // namespace
 
 bool drawOverview() {
     if (!GLWindow::contextAvailable()) return false;
-    const LevelFile level = readRecords();
+    const LevelFile level = readLevelRecords(Game::getCurrentMapName());
     Box box = levelBox(level);
     if (box.empty()) box.add({0.0f, 0.0f});
     const float width = static_cast<float>(GLWindow::getClientWidth());
@@ -208,17 +188,8 @@ bool drawOverview() {
     glScalef(scale, scale, 1.0f);
     glTranslatef(-(box.minX + box.maxX) * 0.5f, -(box.minY + box.maxY) * 0.5f, 0.0f);
 
-    glEnable(GL_BLEND);
-    glEnable(GL_TEXTURE_2D);
-    glDisable(GL_CULL_FACE);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
     queueEverywhere(box);
-    drawLayer(0);
-    drawLayer(1);
-    ParticleRenderer::draw();
-    glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
-    for (int layer = 2; layer < 5; ++layer) drawLayer(layer);
+    Game::drawQueuedLayers();
 
     glDisable(GL_TEXTURE_2D);
     glLineWidth(2.0f);

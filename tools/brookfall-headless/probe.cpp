@@ -17,7 +17,6 @@
 #include "game/game.h"
 #include "headless.h"
 #include "level/level.h"
-#include "platform/platform.h"
 #include "water/water.h"
 
 namespace Headless {
@@ -130,14 +129,7 @@ private:
 };
 
 float longestTriggerDelay(const std::string& levelName) {
-    LevelFile level;
-    FILE* file = Platform::openFile(levelName, "rb");
-    if (!file) return 0.0f;
-    try {
-        LevelFileFormat::read(file, level);
-    } catch (const char*) {
-    }
-    std::fclose(file);
+    const LevelFile level = readLevelRecords(levelName);
     float longest = 0.0f;
     // A delay the game would never reach counts as none: the run ends at 120 s anyway.
     for (const TriggerRecord& trigger : level.triggers)
