@@ -35,10 +35,6 @@ void setManualClock(bool manual) {
     state().manualClock = manual;
 }
 
-bool isManualClock() {
-    return state().manualClock;
-}
-
 void advanceClock(uint64_t microseconds) {
     state().manualMicroseconds += microseconds;
 }

@@ -32,7 +32,6 @@ uint32_t clockMilliseconds();
 // A finer reading of the same clock, in microseconds.
 uint64_t clockMicroseconds();
 void setManualClock(bool manual);
-bool isManualClock();
 void advanceClock(uint64_t microseconds);
 
 // Shows a blocking message to the player. Without a display it writes the text
