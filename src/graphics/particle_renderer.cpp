@@ -78,7 +78,7 @@ void readSettings() {
 
 float fadeOf(const Particle& particle) {
     if (!particle.dying) return 1.0f;
-    const float killTime = ParticleManager::getParticleKillTime();
+    const float killTime = ParticleManager::getSettings().particleKillTime;
     return killTime > 0.0f ? std::max(0.0f, particle.killTimer / killTime) : 0.0f;
 }
 

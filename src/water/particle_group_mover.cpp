@@ -183,7 +183,7 @@ void particleGroupRecursive(Particle& seed, std::list<Particle>& members, std::l
 void runSimulation(float dt, std::list<Particle>& particles) {
     TRACE_LOCATION("ParticleGroupMover::runSimulation");
     const Vector2D gravityVelocity = ParticleManager::gravityStep(dt);
-    const float heatShare = 1.0f - std::pow(1.0f - ParticleManager::getHeatTransferRate(), dt);
+    const float heatShare = 1.0f - std::pow(1.0f - ParticleManager::getSettings().heatTransferRate, dt);
     const float follow = std::pow(state().particleGroupInterpolation, dt);
     const float expand = std::pow(state().groupExpandSpeed, dt);
     const ParticleManager::ViewRectangle view = ParticleManager::viewRectangle();
@@ -196,8 +196,8 @@ void runSimulation(float dt, std::list<Particle>& particles) {
             continue;
         }
         group.velocity += gravityVelocity * state().iceGravityStrenght;
-        group.temperature =
-            (1.0f - heatShare) * group.temperature + heatShare * ParticleManager::getRoomTemperature();
+        group.temperature = (1.0f - heatShare) * group.temperature +
+                            heatShare * ParticleManager::getSettings().roomTemperature;
         group.radius = expand * group.radius + (1.0f - expand) * group.targetRadius;
         const Vector2D before = group.position;
         moveGroup(group, dt);
@@ -263,7 +263,7 @@ void killGroup(ParticleGroup& group) {
     TRACE_LOCATION("ParticleGroupMover::killGroup");
     if (group.dying) return;
     group.dying = 1;
-    group.killTimer = ParticleManager::getParticleKillTime();
+    group.killTimer = ParticleManager::getSettings().particleKillTime;
 }
 
 void debugDraw() {

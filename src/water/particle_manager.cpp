@@ -12,22 +12,20 @@ namespace ParticleManager {
 
 namespace {
 
-constexpr float shortestKillTime = 0.0001f;
 // More than this would take the machine's memory rather than make water.
 constexpr int mostParticlesToMake = 1000000;
 
 struct State {
     std::list<Particle> particles;
-    float gravity = 0.0f;
-    float roomTemperature = 0.0f;
-    float heatTransferRate = 0.0f;
-    float steamRiseRate = 0.0f;
-    float steamScatterRate = 0.0f;
-    float particleKillTime = shortestKillTime;
+    Settings settings;
 };
 
 State& state() {
     return singleInstance<State>();
+}
+
+Settings& settings() {
+    return state().settings;
 }
 
 float clampUnit(float value) {
@@ -37,8 +35,8 @@ float clampUnit(float value) {
 
 float conCmdHeatTransferRate(float value, bool set) {
     TRACE_LOCATION("ParticleManager::conCmdHeatTransferRate");
-    if (set) state().heatTransferRate = clampUnit(value);
-    return state().heatTransferRate;
+    if (set) settings().heatTransferRate = clampUnit(value);
+    return settings().heatTransferRate;
 }
 
 void conCmdParticleCreate(std::string arguments) {
@@ -66,11 +64,11 @@ int conCmdParticleCount() {
 }
 
 const GLConsoleCommand commands[] = {
-    {"Gravity", GLConsole::settingCommand<state, &State::gravity>},
-    {"RoomTemperature", GLConsole::settingCommand<state, &State::roomTemperature>},
+    {"Gravity", GLConsole::settingCommand<settings, &Settings::gravity>},
+    {"RoomTemperature", GLConsole::settingCommand<settings, &Settings::roomTemperature>},
     {"HeatTransferRate", conCmdHeatTransferRate},
-    {"SteamRiseRate", GLConsole::settingCommand<state, &State::steamRiseRate>},
-    {"SteamScatterRate", GLConsole::settingCommand<state, &State::steamScatterRate>},
+    {"SteamRiseRate", GLConsole::settingCommand<settings, &Settings::steamRiseRate>},
+    {"SteamScatterRate", GLConsole::settingCommand<settings, &Settings::steamScatterRate>},
     {"ParticleCreate", conCmdParticleCreate},
     {"ParticleCount", conCmdParticleCount},
 };
@@ -78,12 +76,13 @@ const GLConsoleCommand commands[] = {
 void readSettings() {
     TRACE_LOCATION("ParticleManager::readSettings");
     const ConfigFile config("cfg\\water.cfg");
-    state().gravity = std::fabs(config.getVarAsFloat("gravity"));
-    state().roomTemperature = config.getVarAsFloat("roomTemperature");
-    state().heatTransferRate = clampUnit(config.getVarAsFloat("heatTransferRate"));
-    state().steamRiseRate = config.getVarAsFloat("steamRiseRate");
-    state().steamScatterRate = config.getVarAsFloat("steamScatterRate");
-    state().particleKillTime = std::max(config.getVarAsFloat("particleKillTime"), shortestKillTime);
+    Settings& s = settings();
+    s.gravity = std::fabs(config.getVarAsFloat("gravity"));
+    s.roomTemperature = config.getVarAsFloat("roomTemperature");
+    s.heatTransferRate = clampUnit(config.getVarAsFloat("heatTransferRate"));
+    s.steamRiseRate = config.getVarAsFloat("steamRiseRate");
+    s.steamScatterRate = config.getVarAsFloat("steamScatterRate");
+    s.particleKillTime = std::max(config.getVarAsFloat("particleKillTime"), shortestKillTime);
 }
 
 }  // namespace
@@ -115,7 +114,7 @@ void createParticles(float x, float y, float radius, int amount) {
         Particle particle;
         particle.position = Vector2D(x, y) + direction * distanceFromCentre;
         for (Vector2D& previous : particle.previousPosition) previous = particle.position;
-        particle.temperature = state().roomTemperature;
+        particle.temperature = settings().roomTemperature;
         state().particles.push_front(particle);
     }
 }
@@ -124,7 +123,7 @@ void killParticle(Particle& particle) {
     TRACE_LOCATION("ParticleManager::killParticle");
     if (particle.dying) return;
     particle.dying = 1;
-    particle.killTimer = state().particleKillTime;
+    particle.killTimer = settings().particleKillTime;
 }
 
 void removeAllParticles() {
@@ -137,34 +136,9 @@ std::list<Particle>& getParticles() {
     return state().particles;
 }
 
-float getGravity() {
-    TRACE_LOCATION("ParticleManager::getGravity");
-    return state().gravity;
-}
-
-float getRoomTemperature() {
-    TRACE_LOCATION("ParticleManager::getRoomTemperature");
-    return state().roomTemperature;
-}
-
-float getHeatTransferRate() {
-    TRACE_LOCATION("ParticleManager::getHeatTransferRate");
-    return state().heatTransferRate;
-}
-
-float getSteamRiseRate() {
-    TRACE_LOCATION("ParticleManager::getSteamRiseRate");
-    return state().steamRiseRate;
-}
-
-float getSteamScatterRate() {
-    TRACE_LOCATION("ParticleManager::getSteamScatterRate");
-    return state().steamScatterRate;
-}
-
-float getParticleKillTime() {
-    TRACE_LOCATION("ParticleManager::getParticleKillTime");
-    return state().particleKillTime;
+const Settings& getSettings() {
+    TRACE_LOCATION("ParticleManager::getSettings");
+    return state().settings;
 }
 
 }  // namespace ParticleManager

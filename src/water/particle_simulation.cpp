@@ -38,8 +38,8 @@ void applyGravity(Particle& particle, const Vector2D& gravityVelocity) {
         particle.velocity += gravityVelocity;
         return;
     }
-    particle.velocity -= gravityVelocity * getSteamRiseRate();
-    Vector2D scatter = gravityVelocity * getSteamScatterRate();
+    particle.velocity -= gravityVelocity * getSettings().steamRiseRate;
+    Vector2D scatter = gravityVelocity * getSettings().steamScatterRate;
     rotate(scatter, static_cast<float>(randomUnit()) * fullTurn);
     particle.velocity += scatter;
 }
@@ -55,7 +55,8 @@ void stepParticle(Particle& particle, const Vector2D& gravityVelocity, float hea
     TRACE_LOCATION("ParticleManager::stepParticle");
     particle.previousVelocity = particle.velocity;
     applyGravity(particle, gravityVelocity);
-    particle.temperature = heatShare * getRoomTemperature() + (1.0f - heatShare) * particle.temperature;
+    particle.temperature =
+        heatShare * getSettings().roomTemperature + (1.0f - heatShare) * particle.temperature;
     shiftHistory(particle);
     ParticleMover::moveParticle(particle, dt);
     particle.speed = length(particle.velocity + particle.impulse);
@@ -67,7 +68,7 @@ Vector2D gravityStep(float dt) {
     TRACE_LOCATION("ParticleManager::gravityStep");
     Vector2D down(0.0f, 1.0f);
     rotate(down, Camera::getTilt() * degreesToRadians);
-    return down * getGravity() * dt;
+    return down * getSettings().gravity * dt;
 }
 
 ViewRectangle viewRectangle() {
@@ -100,7 +101,7 @@ void runSimulation(float dt) {
     const Vector2D gravityVelocity = gravityStep(dt);
     refreshGrid(particles);
     const ViewRectangle view = viewRectangle();
-    const float heatShare = 1.0f - std::pow(1.0f - getHeatTransferRate(), dt);
+    const float heatShare = 1.0f - std::pow(1.0f - getSettings().heatTransferRate, dt);
     for (auto it = particles.begin(); it != particles.end();) {
         if (lifeEnds(*it, view, dt)) {
             ParticleMover::removeGridParticle(*it);

@@ -62,14 +62,22 @@ void removeAllParticles();
 // One step of all water; dt in seconds.
 void runSimulation(float dt);
 
+constexpr float shortestKillTime = 0.0001f;
+
+// The water's constants from "cfg\water.cfg", as made safe on reading; the
+// console changes all but the kill time.
+struct Settings {
+    float gravity = 0.0f;
+    float roomTemperature = 0.0f;
+    float heatTransferRate = 0.0f;  // 0 to 1
+    float steamRiseRate = 0.0f;
+    float steamScatterRate = 0.0f;
+    float particleKillTime = shortestKillTime;
+};
+
 // The free particles, front to back. Members of ice bodies are not here.
 std::list<Particle>& getParticles();
-float getGravity();
-float getRoomTemperature();
-float getHeatTransferRate();
-float getSteamRiseRate();
-float getSteamScatterRate();
-float getParticleKillTime();
+const Settings& getSettings();
 // This step's gravity velocity change: (0, 1) turned by the camera's tilt, times gravity and dt.
 Vector2D gravityStep(float dt);
 

@@ -13,27 +13,26 @@ TEST_F(ParticleManagerTest, SettingsAreReadOnceAndMadeSafeAndMissingOnesLeaveSti
     useSettings(
         "gravity = -100\nroomTemperature = 25\nheatTransferRate = 3\nsteamRiseRate = 1.5\n"
         "steamScatterRate = 0.25\nparticleKillTime = 0.00001\n");
-    EXPECT_EQ(
-        (std::vector<float>{ParticleManager::getGravity(), ParticleManager::getRoomTemperature(),
-                            ParticleManager::getHeatTransferRate(), ParticleManager::getSteamRiseRate(),
-                            ParticleManager::getSteamScatterRate(), ParticleManager::getParticleKillTime()}),
-        (std::vector<float>{100, 25, 1, 1.5f, 0.25f, 0.0001f}));
+    const ParticleManager::Settings& water = ParticleManager::getSettings();
+    EXPECT_EQ((std::vector<float>{water.gravity, water.roomTemperature, water.heatTransferRate,
+                                  water.steamRiseRate, water.steamScatterRate, water.particleKillTime}),
+              (std::vector<float>{100, 25, 1, 1.5f, 0.25f, 0.0001f}));
     std::filesystem::remove(folder.path() / "cfg/water.cfg");
     ParticleManager::initialise();
-    EXPECT_EQ(ParticleManager::getGravity(), 0.0f);
-    EXPECT_FLOAT_EQ(ParticleManager::getParticleKillTime(), 0.0001f);
+    EXPECT_EQ(ParticleManager::getSettings().gravity, 0.0f);
+    EXPECT_FLOAT_EQ(ParticleManager::getSettings().particleKillTime, 0.0001f);
 }
 
 TEST_F(ParticleManagerTest, ConsoleReadsAndChangesTheConstants) {
     GLConsole::enterLine("Gravity -100");
-    EXPECT_EQ(ParticleManager::getGravity(), -100.0f);
+    EXPECT_EQ(ParticleManager::getSettings().gravity, -100.0f);
     GLConsole::enterLine("HeatTransferRate 2");
-    EXPECT_EQ(ParticleManager::getHeatTransferRate(), 1.0f);
+    EXPECT_EQ(ParticleManager::getSettings().heatTransferRate, 1.0f);
     GLConsole::enterLine("HeatTransferRate -1");
-    EXPECT_EQ(ParticleManager::getHeatTransferRate(), 0.0f);
+    EXPECT_EQ(ParticleManager::getSettings().heatTransferRate, 0.0f);
     for (const char* line : {"SteamRiseRate 4", "SteamScatterRate 0.5"}) GLConsole::enterLine(line);
-    EXPECT_EQ(ParticleManager::getSteamRiseRate(), 4.0f);
-    EXPECT_EQ(ParticleManager::getSteamScatterRate(), 0.5f);
+    EXPECT_EQ(ParticleManager::getSettings().steamRiseRate, 4.0f);
+    EXPECT_EQ(ParticleManager::getSettings().steamScatterRate, 0.5f);
     Particle& particle = addParticle(Vector2D());
     console.take();
     GLConsole::enterLine("ParticleCount");
