@@ -1,5 +1,5 @@
 // What the water behaviours share: making their handles, driving a loop by its
-// level, the hiss of turning particles, and the disturbance samples picked
+// level, the hiss of particles changing phase, and the disturbance samples picked
 // from a bank.
 #include <cmath>
 
@@ -35,14 +35,14 @@ void driveLoop(Sound* sound, float level, bool allowed, bool startFirst) {
     if (!startFirst && !sound->isPlaying()) sound->loop();
 }
 
-void hearTurning(Turning& turning, uint32_t count, const TurningSettings& settings, float dt) {
-    TRACE_LOCATION("GameSfx::hearTurning");
-    if (count > turning.lastCount) turning.pending += static_cast<float>(count - turning.lastCount);
-    turning.lastCount = count;
-    const float heard = (1.0f - std::pow(settings.effectSpeed, dt)) * turning.pending;
-    turning.pending -= heard;
-    turning.level += heard * settings.volume;
-    turning.level *= std::pow(settings.fadeRate, dt);
+void hearPhaseChanges(PhaseChanges& changes, uint32_t count, const PhaseChangeSettings& settings, float dt) {
+    TRACE_LOCATION("GameSfx::hearPhaseChanges");
+    if (count > changes.lastCount) changes.pending += static_cast<float>(count - changes.lastCount);
+    changes.lastCount = count;
+    const float heard = (1.0f - std::pow(settings.effectSpeed, dt)) * changes.pending;
+    changes.pending -= heard;
+    changes.level += heard * settings.volume;
+    changes.level *= std::pow(settings.fadeRate, dt);
 }
 
 int disturbanceLevel(float loss, const DisturbanceSettings& settings) {

@@ -60,7 +60,7 @@ void update(float dt) {
     State& s = state();
     Levels& l = s.levels;
     const uint32_t count = getIceParticleCount();
-    GameSfx::hearTurning(l.freeze, count, s.settings.freeze, dt);
+    GameSfx::hearPhaseChanges(l.freeze, count, s.settings.freeze, dt);
     const float amount = static_cast<float>(count) / GameSfx::referenceParticleCount;
     float velocity = 0.0f;
     getAverageIceVelocity(velocity);

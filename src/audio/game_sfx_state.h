@@ -23,22 +23,22 @@ struct DisturbanceSettings {
     float randomnessVolume = 0.0f;
 };
 
-// The hiss that follows particles turning (water freezing, water boiling):
-// each particle turned since the last step waits to be heard, a share of what
-// waits is heard each second, and the level that raises fades.
-struct TurningSettings {
+// The hiss that follows particles changing phase (water freezing, water
+// boiling): each particle changed since the last step waits to be heard, a
+// share of what waits is heard each second, and the level that raises fades.
+struct PhaseChangeSettings {
     float effectSpeed = 0.0f;  // share of what waits still unheard after one second
     float volume = 0.0f;       // level that each heard particle adds
     float fadeRate = 0.0f;     // share of the level left after one second
 };
-struct Turning {
+struct PhaseChanges {
     float level = 0.0f;
     float pending = 0.0f;
     uint32_t lastCount = 0;
 };
-// Only a rise in the count of turned particles waits to be heard: particles
-// turning back take nothing away from what waits.
-void hearTurning(Turning& turning, uint32_t count, const TurningSettings& settings, float dt);
+// Only a rise in the count of changed particles waits to be heard: particles
+// changing back take nothing away from what waits.
+void hearPhaseChanges(PhaseChanges& changes, uint32_t count, const PhaseChangeSettings& settings, float dt);
 
 // Reads the bank's twelve names, "<prefix>L_N", and makes the handles that
 // aren't made yet.
@@ -79,13 +79,13 @@ namespace GameSfx_Ice {
 struct Levels {
     float frictionLevel = 0.0f;
     float previousVelocity = 0.0f;
-    GameSfx::Turning freeze;
+    GameSfx::PhaseChanges freeze;
 };
 struct Settings {
     GameSfx::DisturbanceSettings disturbance;
     float frictionChangeRate = 0.0f;
     float frictionSpeed = 0.0f;
-    GameSfx::TurningSettings freeze;
+    GameSfx::PhaseChangeSettings freeze;
 };
 struct State {
     std::unique_ptr<Sound> freeze;
@@ -102,7 +102,7 @@ namespace GameSfx_Steam {
 
 struct Levels {
     float ambientLevel = 0.0f;
-    GameSfx::Turning evaporate;
+    GameSfx::PhaseChanges evaporate;
 };
 struct State {
     std::unique_ptr<Sound> evaporate;

@@ -15,7 +15,7 @@ State& state() {
 namespace {
 
 // Boiled water is heard slowly and fades fast.
-constexpr GameSfx::TurningSettings evaporateHiss{0.001f, 0.05f, 0.25f};
+constexpr GameSfx::PhaseChangeSettings evaporateHiss{0.001f, 0.05f, 0.25f};
 // Share of the murmur's distance from its target left after one second.
 constexpr float ambientChangeRate = 0.05f;
 // Fifty steam particles aim the murmur at level 1.
@@ -42,7 +42,7 @@ void update(float dt) {
     State& s = state();
     Levels& l = s.levels;
     const uint32_t count = getSteamParticleCount();
-    GameSfx::hearTurning(l.evaporate, count, evaporateHiss, dt);
+    GameSfx::hearPhaseChanges(l.evaporate, count, evaporateHiss, dt);
     const float kept = std::pow(ambientChangeRate, dt);
     l.ambientLevel =
         (1.0f - kept) * static_cast<float>(count) * ambientVolumePerParticle + kept * l.ambientLevel;
