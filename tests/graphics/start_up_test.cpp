@@ -327,12 +327,7 @@ TEST(StartUp, TheIntroPlaysUntilAKeyThenTheMainMenuStandsOverTheLevel) {
     Game::run("maps\\testLevel.rill");
     GLWindow::Headless::setModalLoopDriver(nullptr);
 
-    HighScores::saveScores();
-    SoundManager::shutdown();
-    SoundSystem::shutdown();
-    MusicSystem::shutdown();
-    GLConsole::shutdown();
-    GLTextureManager::shutdown();
+    Game::stopServices();
 
     ASSERT_EQ(StartUp::shots.size(), 4u);
     std::vector<Look> looks;
