@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "art.h"
+#include "bake-common/bake_common.h"
 #include "noise.h"
 #include "shapes.h"
 #include "text.h"

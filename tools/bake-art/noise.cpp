@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "shapes.h"
+#include "bake-common/bake_common.h"
 
 namespace {
 
@@ -102,15 +102,4 @@ CellDistances cellular(float u, float v, int period, uint32_t seed) {
         }
     }
     return result;
-}
-
-uint32_t BakeRandom::next() {
-    state ^= state << 13;
-    state ^= state >> 17;
-    state ^= state << 5;
-    return state;
-}
-
-float BakeRandom::unit() {
-    return static_cast<float>(next() >> 8) / 16777215.0f;
 }

@@ -25,15 +25,3 @@ struct CellDistances {
     uint32_t cellHash = 0;
 };
 CellDistances cellular(float u, float v, int period, uint32_t seed);
-
-// A small generator for anything that isn't tied to a place in the picture.
-class BakeRandom {
-public:
-    explicit BakeRandom(uint32_t seed) : state(seed * 2654435761u + 1u) {}
-    uint32_t next();
-    // 0 to 1.
-    float unit();
-
-private:
-    uint32_t state;
-};

@@ -3,8 +3,8 @@
 #include <cmath>
 
 #include "art.h"
+#include "bake-common/bake_common.h"
 #include "noise.h"
-#include "shapes.h"
 
 namespace {
 

@@ -3,9 +3,6 @@
 
 #include <vector>
 
-constexpr float pi = 3.1415927f;
-constexpr float twoPi = 2.0f * pi;
-
 struct Point {
     float x = 0.0f;
     float y = 0.0f;

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "art.h"
+#include "bake-common/bake_common.h"
 #include "noise.h"
 #include "shapes.h"
 

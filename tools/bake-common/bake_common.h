@@ -1,5 +1,5 @@
-// What the bake tools share: a generator that gives the same numbers on every
-// run, and the writing of a baked file. Header-only, so that each bake tool
+// What the bake tools share: the circle's constants, a generator that gives the
+// same numbers on every run, and the writing of a baked file. Header-only, so that each bake tool
 // stays a program of its own folder.
 #pragma once
 
@@ -8,6 +8,9 @@
 #include <filesystem>
 #include <string>
 #include <vector>
+
+constexpr float pi = 3.1415927f;
+constexpr float twoPi = 2.0f * pi;
 
 // Xorshift from a seed spread over the 32 bits; each kind of bake adds an
 // offset of its own, so that equal seeds in two bakes give unrelated numbers.

@@ -6,9 +6,6 @@
 
 namespace {
 
-constexpr float pi = 3.1415927f;
-constexpr float twoPi = 2.0f * pi;
-
 float noteHz(int semitonesFromA4) {
     return 440.0f * std::pow(2.0f, static_cast<float>(semitonesFromA4) / 12.0f);
 }

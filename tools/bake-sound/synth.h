@@ -7,7 +7,6 @@
 #include "bake-common/bake_common.h"
 
 constexpr int sampleRate = 22050;
-constexpr float twoPi = 6.2831853f;
 
 using Samples = std::vector<float>;
 
