@@ -331,7 +331,6 @@ public:
     float climb(float seconds);
     bool atStart() const { return remaining == time; }
     bool done() const { return !(remaining > 0.0f); }
-    float getRemaining() const { return remaining; }
 
 private:
     FrameClock clock;
@@ -347,7 +346,8 @@ public:
 
     void setRampUpTime(float seconds);
     void setRampUpSound(const std::string& name);
-    float getRemaining() const { return ramp.getRemaining(); }
+    // Its count has reached the target: whoever waits for it starts.
+    bool counted() const { return ramp.done(); }
     unsigned int getShownValue() const { return shownValue; }
     void windowRedrawing() override;
     void reset() override;

@@ -14,7 +14,7 @@ constexpr float shortestRampUp = 0.01f;
 constexpr float shortestRampUpPerParticle = 0.0001f;
 
 bool done(const GuiScoreLabel* label) {
-    return !label || !(label->getRemaining() > 0.0f);
+    return !label || label->counted();
 }
 
 }  // namespace
