@@ -67,22 +67,22 @@ const GLConsoleCommand commands[] = {
     {"SoundSourceCount", conCmdSoundSourceCount},
     {"SoundSourceDraw", GLConsole::settingCommand<state, &State::draw>},
 };
+const GLConsole::Subsystem console("\nInitialising sound source manager..",
+                                   "\nShutting down sound source manager..", commands);
 
 }  // namespace
 
 void initialise() {
     TRACE_LOCATION("SoundSourceManager::initialise");
     shutdown();
-    GLConsole::print("\nInitialising sound source manager..");
+    GLConsole::startSubsystem(console);
     state().draw = false;
-    GLConsole::addCommands(commands);
 }
 
 void shutdown() {
     TRACE_LOCATION("SoundSourceManager::shutdown");
-    GLConsole::print("\nShutting down sound source manager..");
+    GLConsole::stopSubsystem(console);
     state() = State();
-    GLConsole::removeCommands(commands);
 }
 
 void addSoundSource(const SoundSource& source) {

@@ -122,6 +122,22 @@ template <std::size_t N>
 void removeCommands(const GLConsoleCommand (&table)[N]) {
     removeCommands(table, N);
 }
+// How a subsystem shows on the console while it runs: the line it prints as
+// it starts, the line it prints as it stops (either may be null) and its
+// command table, so that starting and stopping keep the three together.
+struct Subsystem {
+    template <std::size_t N>
+    Subsystem(const char* startLine_, const char* stopLine_, const GLConsoleCommand (&table)[N])
+        : startLine(startLine_), stopLine(stopLine_), commands(table), commandCount(N) {}
+    const char* startLine;
+    const char* stopLine;
+    const GLConsoleCommand* commands;
+    std::size_t commandCount;
+};
+// Prints the start line and adds the table.
+void startSubsystem(const Subsystem& subsystem);
+// Prints the stop line and removes the table.
+void stopSubsystem(const Subsystem& subsystem);
 void clearCommands();
 void addBasicGLConsoleCommands();
 

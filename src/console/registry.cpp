@@ -75,4 +75,16 @@ void removeCommands(const GLConsoleCommand* table, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) removeCommand(table[i].name.c_str());
 }
 
+void startSubsystem(const Subsystem& subsystem) {
+    TRACE_LOCATION("GLConsole::startSubsystem");
+    if (subsystem.startLine) print(subsystem.startLine);
+    addCommands(subsystem.commands, subsystem.commandCount);
+}
+
+void stopSubsystem(const Subsystem& subsystem) {
+    TRACE_LOCATION("GLConsole::stopSubsystem");
+    if (subsystem.stopLine) print(subsystem.stopLine);
+    removeCommands(subsystem.commands, subsystem.commandCount);
+}
+
 }  // namespace GLConsole

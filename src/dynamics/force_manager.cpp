@@ -58,19 +58,19 @@ const GLConsoleCommand commands[] = {
     {"ForceCreate", conCmdForceCreate},
     {"ForceDraw", GLConsole::settingCommand<state, &State::drawForces>},
 };
+const GLConsole::Subsystem console("\nInitialising force manager.", "\nShutting down force manager.",
+                                   commands);
 }  // namespace
 
 void initialise() {
     TRACE_LOCATION("ForceManager::initialise");
     shutdown();
-    GLConsole::print("\nInitialising force manager.");
-    GLConsole::addCommands(commands);
+    GLConsole::startSubsystem(console);
 }
 
 void shutdown() {
     TRACE_LOCATION("ForceManager::shutdown");
-    GLConsole::print("\nShutting down force manager.");
-    GLConsole::removeCommands(commands);
+    GLConsole::stopSubsystem(console);
     state() = State();
 }
 

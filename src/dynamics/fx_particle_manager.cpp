@@ -21,6 +21,8 @@ const GLConsoleCommand commands[] = {
     {"FxEmitterCount", conCmdFxEmitterCount},
     {"FxParticleCount", conCmdFxParticleCount},
 };
+const GLConsole::Subsystem console("\nInitialising FX particle manager..",
+                                   "\nShutting down FX particle manager..", commands);
 
 // x, y, dir_x, dir_y, id and the settings file, which is taken as it stands.
 // The square about the view's centre, shake included, that the view can reach at its zoom.
@@ -34,17 +36,15 @@ bool nearView(const Vector2D& point, const Vector2D& centre, float halfWidth) {
 void initalise() {
     TRACE_LOCATION("FxParticleManager::initalise");
     shutdown();
-    GLConsole::print("\nInitialising FX particle manager..");
-    GLConsole::addCommands(commands);
+    GLConsole::startSubsystem(console);
 }
 
 // Particles first: they point at their emitters' textures.
 void shutdown() {
     TRACE_LOCATION("FxParticleManager::shutdown");
-    GLConsole::print("\nShutting down FX particle manager..");
+    GLConsole::stopSubsystem(console);
     state().particles.clear();
     state().emitters.clear();
-    GLConsole::removeCommands(commands);
     state() = State();
 }
 

@@ -40,22 +40,22 @@ const GLConsoleCommand commands[] = {
     {"MoverDraw", GLConsole::settingCommand<state, &State::moverDraw>},
     {"DynamicNodeDraw", GLConsole::settingCommand<state, &State::dynamicNodeDraw>},
 };
+const GLConsole::Subsystem console("\nInitialising down mover manager..", "\nShutting down mover manager..",
+                                   commands);
 
 }  // namespace
 
 void initialise() {
     TRACE_LOCATION("MoverManager::initialise");
     shutdown();
-    GLConsole::print("\nInitialising down mover manager..");
-    GLConsole::addCommands(commands);
+    GLConsole::startSubsystem(console);
 }
 
 void shutdown() {
     TRACE_LOCATION("MoverManager::shutdown");
-    GLConsole::print("\nShutting down mover manager..");
+    GLConsole::stopSubsystem(console);
     state() = State();
     CircleCollision::clearCollideableNodes();
-    GLConsole::removeCommands(commands);
 }
 
 void addMover(const Mover& mover) {

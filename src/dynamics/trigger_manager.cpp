@@ -59,21 +59,21 @@ const GLConsoleCommand commands[] = {
     {"TriggerDraw", GLConsole::settingCommand<state, &State::drawTriggers>},
     {"TriggerCount", conCmdTriggerCount},
 };
+const GLConsole::Subsystem console("\nInitialising down trigger manager..",
+                                   "\nShutting down trigger manager..", commands);
 
 }  // namespace
 
 void initialise() {
     TRACE_LOCATION("TriggerManager::initialise");
     shutdown();
-    GLConsole::print("\nInitialising down trigger manager..");
-    GLConsole::addCommands(commands);
+    GLConsole::startSubsystem(console);
     createTriggerTypeMap();
 }
 
 void shutdown() {
     TRACE_LOCATION("TriggerManager::shutdown");
-    GLConsole::print("\nShutting down trigger manager..");
-    GLConsole::removeCommands(commands);
+    GLConsole::stopSubsystem(console);
     state() = State();
 }
 

@@ -50,14 +50,15 @@ void compileLayers() {
 const GLConsoleCommand commands[] = {
     {"DrawLevelGeometry", GLConsole::settingCommand<state, &State::drawLevelGeometry>},
 };
+const GLConsole::Subsystem console("\nInitialising level geometry renderer...",
+                                   "\nShutting down level geometry renderer...", commands);
 }  // namespace
 
 void initialise() {
     TRACE_LOCATION("LevelGeometryRenderer::initialise");
     shutdown();
-    GLConsole::print("\nInitialising level geometry renderer...");
+    GLConsole::startSubsystem(console);
     state().drawLevelGeometry = true;
-    GLConsole::addCommands(commands);
     FrameClock clock;
     if (GLWindow::contextAvailable()) compileLayers();
     clock.update();
@@ -68,8 +69,7 @@ void initialise() {
 
 void shutdown() {
     TRACE_LOCATION("LevelGeometryRenderer::shutdown");
-    GLConsole::print("\nShutting down level geometry renderer...");
-    GLConsole::removeCommands(commands);
+    GLConsole::stopSubsystem(console);
     if (state().firstList != 0 && GLWindow::contextAvailable())
         glDeleteLists(state().firstList, drawLayerCount);
     state() = State();

@@ -82,21 +82,21 @@ const GLConsoleCommand commands[] = {
     {"ObjectsDrawIds", GLConsole::settingCommand<state, &State::objectsDrawIds>},
     {"ObjectsCreate", conCmdObjectsCreate},
 };
+const GLConsole::Subsystem console("\nInitialising level objects manager..",
+                                   "\nShutting down level objects manager..", commands);
 }  // namespace
 
 void initialise() {
     TRACE_LOCATION("LevelObjectsManager::initialise");
     shutdown();
-    GLConsole::print("\nInitialising level objects manager..");
-    GLConsole::addCommands(commands);
+    GLConsole::startSubsystem(console);
     ConfigFile config("cfg\\animation.cfg");
     state().animationSpeed = std::fabs(config.getVarAsFloat("animationSpeeds"));
 }
 
 void shutdown() {
     TRACE_LOCATION("LevelObjectsManager::shutdown");
-    GLConsole::print("\nShutting down level objects manager..");
-    GLConsole::removeCommands(commands);
+    GLConsole::stopSubsystem(console);
     state() = State();
 }
 

@@ -118,21 +118,21 @@ void drawBodies(const std::vector<const Particle*>& particles, const Look& look,
 const GLConsoleCommand commands[] = {
     {"ParticleDraw", GLConsole::settingCommand<state, &State::particleDraw>},
 };
+const GLConsole::Subsystem console("\nInitialising particle renderer..",
+                                   "\nShutting down particle renderer..", commands);
 }  // namespace
 
 void initialise() {
     TRACE_LOCATION("ParticleRenderer::initialise");
     shutdown();
-    GLConsole::print("\nInitialising particle renderer..");
+    GLConsole::startSubsystem(console);
     state().particleDraw = true;
     readSettings();
-    GLConsole::addCommands(commands);
 }
 
 void shutdown() {
     TRACE_LOCATION("ParticleRenderer::shutdown");
-    GLConsole::print("\nShutting down particle renderer..");
-    GLConsole::removeCommands(commands);
+    GLConsole::stopSubsystem(console);
     state() = State();
 }
 

@@ -133,14 +133,15 @@ const GLConsoleCommand commands[] = {
     {"ParticleGroupCount", conCmdParticleGroupCount},
     {"ParticleGroupDraw", GLConsole::settingCommand<state, &State::debugSwitch>},
 };
+const GLConsole::Subsystem console("\nInitialising grouped particle mover..",
+                                   "\nShutting down grouped particle mover..", commands);
 
 }  // namespace
 
 void initialise() {
     TRACE_LOCATION("ParticleGroupMover::initialise");
     shutdown();
-    GLConsole::print("\nInitialising grouped particle mover..");
-    GLConsole::addCommands(commands);
+    GLConsole::startSubsystem(console);
     ConfigFile config("cfg\\water.cfg");
     state().particleGroupInterpolation =
         std::clamp(config.getVarAsFloat("particleGroupInterpolation"), 0.0f, 1.0f);
@@ -150,8 +151,7 @@ void initialise() {
 
 void shutdown() {
     TRACE_LOCATION("ParticleGroupMover::shutdown");
-    GLConsole::print("\nShutting down grouped particle mover..");
-    GLConsole::removeCommands(commands);
+    GLConsole::stopSubsystem(console);
     state() = State();
 }
 
