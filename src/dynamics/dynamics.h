@@ -103,9 +103,6 @@ int conCmdTriggerCount();
 
 // The temperature settings of the state triggers, from "cfg\water.cfg".
 void Triggers_HeatSources_LoadSettings();
-float Triggers_getTemperatureChangeSpeed();
-float Triggers_getTemperatureChangeAmountIce();
-float Triggers_getTemperatureChangeAmountSteam();
 
 // The actions behind the trigger types.
 void trigFuncNull(Trigger& trigger, void* subject, TriggerSubjectKind kind, float dt);

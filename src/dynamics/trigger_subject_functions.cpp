@@ -78,19 +78,6 @@ void Triggers_HeatSources_LoadSettings() {
         std::fabs(config.getVarAsFloat("triggerTemperatureChangeAmountSteam"));
 }
 
-float Triggers_getTemperatureChangeSpeed() {
-    TRACE_LOCATION("Triggers_getTemperatureChangeSpeed");
-    return state().temperatureChangeSpeed;
-}
-float Triggers_getTemperatureChangeAmountIce() {
-    TRACE_LOCATION("Triggers_getTemperatureChangeAmountIce");
-    return state().temperatureChangeAmountIce;
-}
-float Triggers_getTemperatureChangeAmountSteam() {
-    TRACE_LOCATION("Triggers_getTemperatureChangeAmountSteam");
-    return state().temperatureChangeAmountSteam;
-}
-
 void trigFuncNull(Trigger&, void*, TriggerSubjectKind, float) {
     TRACE_LOCATION("trigFuncNull");
 }

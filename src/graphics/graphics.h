@@ -79,9 +79,6 @@ void setTextureDetailLevel(int level);
 int getTextureDetailLevel();
 void setAnisotropicFilteringLevel(int level);
 int getAnisotropicFilteringLevel();
-int getMaxAnisotropicLevel();
-bool supportsAnisotropic();
-bool supportsCompression();
 unsigned int getTextureBytesUsed();
 void getTextureList(std::vector<std::string>& list);
 // The stored entry for a name in any case, or null; for the console and tests.

@@ -8,6 +8,7 @@
 
 #include "foundation/foundation.h"
 #include "graphics/graphics.h"
+#include "graphics/texture_state.h"
 #include "graphics/window/window.h"
 #include "platform/image_loading.h"
 
@@ -34,7 +35,7 @@ std::vector<uint8_t> checkerboard() {
 
 GLenum internalFormat(int detailLevel) {
     if (detailLevel == 0) return GL_RGBA;
-    return GLTextureManager::supportsCompression() ? GL_COMPRESSED_RGBA_ARB : GL_RGBA4;
+    return GLTextureManager::state().compressionSupported ? GL_COMPRESSED_RGBA_ARB : GL_RGBA4;
 }
 }  // namespace
 
@@ -69,13 +70,13 @@ void uploadTexture32(unsigned int id, const uint8_t* pixels, int width, int heig
     TRACE_LOCATION("loadGLTexture32::load");
     if (width <= 0 || height <= 0 || !pixels || !GLWindow::contextAvailable()) return;
     glBindTexture(GL_TEXTURE_2D, id);
-    if (supportsAnisotropic())
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAX_ANISOTROPY_EXT, getAnisotropicFilteringLevel());
+    if (state().anisotropicSupported)
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAX_ANISOTROPY_EXT, state().anisotropicLevel);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_LINEAR);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
     glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
-    const int level = getTextureDetailLevel();
+    const int level = state().textureDetailLevel;
     if (level < 2) {
         gluBuild2DMipmaps(GL_TEXTURE_2D, internalFormat(level), width, height, GL_BGRA, GL_UNSIGNED_BYTE,
                           pixels);

@@ -7,24 +7,16 @@
 
 #include "foundation/foundation.h"
 #include "graphics/graphics.h"
+#include "graphics/texture_state.h"
 #include "graphics/window/window.h"
 
 namespace GLTextureManager {
 
-namespace {
-
-struct State {
-    std::map<std::string, GLTextureInternal> textures;
-    int textureDetailLevel = 0;
-    int anisotropicLevel = 1;
-    int maxAnisotropicLevel = 1;
-    bool anisotropicSupported = false;
-    bool compressionSupported = false;
-};
-
 State& state() {
     return singleInstance<State>();
 }
+
+namespace {
 
 std::string upperCase(const std::string& name) {
     std::string upper = name;
@@ -134,18 +126,6 @@ void setAnisotropicFilteringLevel(int level) {
 int getAnisotropicFilteringLevel() {
     TRACE_LOCATION("GLTextureManager::getAnisotropicFilteringLevel");
     return state().anisotropicLevel;
-}
-int getMaxAnisotropicLevel() {
-    TRACE_LOCATION("GLTextureManager::getMaxAnisotropicLevel");
-    return state().maxAnisotropicLevel;
-}
-bool supportsAnisotropic() {
-    TRACE_LOCATION("GLTextureManager::supportsAnisotropic");
-    return state().anisotropicSupported;
-}
-bool supportsCompression() {
-    TRACE_LOCATION("GLTextureManager::supportsCompression");
-    return state().compressionSupported;
 }
 
 unsigned int getTextureBytesUsed() {

@@ -5,6 +5,7 @@
 #include "console_fixture.h"
 #include "game/game.h"
 #include "graphics/real_window.h"
+#include "graphics/texture_state.h"
 
 namespace {
 
@@ -76,7 +77,7 @@ TEST_F(BasicCommandsTest, WithoutAWindowVsyncIsKeptMapStartsNoGameAndAnisotropic
     const std::string level = std::to_string(GLTextureManager::getAnisotropicFilteringLevel());
     EXPECT_EQ(run("anisotropicfilteringlevel"), "\nAnisotropicFilteringLevel is " + level);
     // Without the extension the level can't change.
-    if (!GLTextureManager::supportsAnisotropic()) {
+    if (!GLTextureManager::state().anisotropicSupported) {
         EXPECT_EQ(run("anisotropicfilteringlevel 8"), "\nAnisotropicFilteringLevel is now " + level);
     }
     EXPECT_EQ(run("anisotropicfilteringlevel x"),

@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include "graphics/graphics.h"
+#include "graphics/texture_state.h"
 #include "real_window.h"
 #include "support/test_support.h"
 #include "test_images.h"
@@ -213,16 +214,17 @@ TEST_F(TextureStore, DetailLevelsRebuildButDoNotChangeTheCount) {
 }
 
 TEST_F(TextureStore, AnisotropyIsClampedToTheDriversRange) {
-    if (!GLTextureManager::supportsAnisotropic()) GTEST_SKIP() << "no anisotropic filtering here";
+    if (!GLTextureManager::state().anisotropicSupported) GTEST_SKIP() << "no anisotropic filtering here";
     GLTexture texture;
     GLTextureManager::setAnisotropicFilteringLevel(0);
     EXPECT_EQ(GLTextureManager::getAnisotropicFilteringLevel(), 1);
     GLTextureManager::setAnisotropicFilteringLevel(100000);
-    EXPECT_EQ(GLTextureManager::getAnisotropicFilteringLevel(), GLTextureManager::getMaxAnisotropicLevel());
+    EXPECT_EQ(GLTextureManager::getAnisotropicFilteringLevel(),
+              GLTextureManager::state().maxAnisotropicLevel);
     GLfloat level = 0;
     glBindTexture(GL_TEXTURE_2D, texture.id);
     glGetTexParameterfv(GL_TEXTURE_2D, 0x84FE, &level);
-    EXPECT_EQ(static_cast<int>(level), GLTextureManager::getMaxAnisotropicLevel());
+    EXPECT_EQ(static_cast<int>(level), GLTextureManager::state().maxAnisotropicLevel);
 }
 
 TEST_F(TextureStore, HandlesOfAnotherThreadNeitherKeepNorFree) {
