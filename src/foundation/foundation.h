@@ -11,6 +11,8 @@
 #include <thread>
 #include <vector>
 
+#include "foundation/single_instance.h"
+
 // ---------------------------------------------------------------------------
 // Location trace: every named operation records itself here so that the fatal
 // report can say where the program was when it died.
@@ -53,16 +55,6 @@ public:
     Scope& operator=(const Scope&) = delete;
 };
 }  // namespace LocationTrace
-
-// The one instance of a subsystem's state, made on first use (see
-// CONTRIBUTING.md) and never destroyed: states hold handles into each other's
-// stores (textures, sounds), and at the end of the process no order of
-// destruction would suit them all. The system takes the memory back.
-template <typename State>
-State& singleInstance() {
-    static State* const instance = new State();
-    return *instance;
-}
 
 #define TRACE_LOCATION_JOIN2(a, b) a##b
 #define TRACE_LOCATION_JOIN(a, b) TRACE_LOCATION_JOIN2(a, b)

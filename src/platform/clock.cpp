@@ -1,6 +1,7 @@
 #include <chrono>
 #include <thread>
 
+#include "foundation/single_instance.h"
 #include "platform/platform.h"
 
 namespace Platform {
@@ -15,8 +16,7 @@ struct State {
 };
 
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 }  // namespace
 

@@ -11,6 +11,7 @@ extern "C" {
 
 #include <vector>
 
+#include "foundation/single_instance.h"
 #include "platform/platform.h"
 #include "platform/video_backend.h"
 
@@ -45,8 +46,7 @@ struct State {
 };
 
 State& state() {
-    static State* instance = new State;
-    return *instance;
+    return singleInstance<State>();
 }
 
 // No texture holds more on a side, and a broken header may claim anything.

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <map>
 
+#include "foundation/single_instance.h"
 #include "platform/sound_backend.h"
 
 namespace SoundBackend {
@@ -46,11 +47,8 @@ struct State {
     uint32_t nextSamples = 1;
 };
 
-// Never destroyed: handles held in other static state give their buffers back
-// at exit, in whatever order the statics go.
 State& state() {
-    static State* instance = new State;
-    return *instance;
+    return singleInstance<State>();
 }
 
 // Enough sources for every handle a level makes; OpenAL Soft gives 256 unless asked.

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <set>
 
+#include "foundation/single_instance.h"
 #include "platform/music_backend.h"
 #include "platform/platform.h"
 
@@ -31,10 +32,8 @@ struct State {
     uint8_t volume = 255;
 };
 
-// Never destroyed, as music may still be closed from other static state at exit.
 State& state() {
-    static State* instance = new State;
-    return *instance;
+    return singleInstance<State>();
 }
 
 constexpr int outputChannels = 2;

@@ -3,6 +3,7 @@
 
 #include <set>
 
+#include "foundation/single_instance.h"
 #include "platform/platform.h"
 #include "platform/window_backend.h"
 
@@ -19,8 +20,7 @@ struct State {
 };
 
 State& state() {
-    static State instance;
-    return instance;
+    return singleInstance<State>();
 }
 
 void setContextAttributes(int samples, bool accumulation) {
