@@ -29,16 +29,16 @@ constexpr float widestFreeZoom = 100.0f;
 void GameState::checkFreeCameraInput() {
     TRACE_LOCATION("Game::checkFreeCameraInput");
     if (state().consoleVisible) return;
-    const float travel = freeCameraSpeed / state().freeCameraZoom * state().frameTime;
-    if (GLWindow::keyboardKeyPressed(VirtualKey::up)) state().freeCameraPosition.y -= travel;
-    if (GLWindow::keyboardKeyPressed(VirtualKey::down)) state().freeCameraPosition.y += travel;
-    if (GLWindow::keyboardKeyPressed(VirtualKey::left)) state().freeCameraPosition.x -= travel;
-    if (GLWindow::keyboardKeyPressed(VirtualKey::right)) state().freeCameraPosition.x += travel;
+    const float travel = freeCameraSpeed / state().views.freeCameraZoom * state().frameTime;
+    if (GLWindow::keyboardKeyPressed(VirtualKey::up)) state().views.freeCameraPosition.y -= travel;
+    if (GLWindow::keyboardKeyPressed(VirtualKey::down)) state().views.freeCameraPosition.y += travel;
+    if (GLWindow::keyboardKeyPressed(VirtualKey::left)) state().views.freeCameraPosition.x -= travel;
+    if (GLWindow::keyboardKeyPressed(VirtualKey::right)) state().views.freeCameraPosition.x += travel;
     const float zoomFactor = 5.0f * state().frameTime + 1.0f;
     if (GLWindow::keyboardKeyPressed(VirtualKey::pageUp))
-        state().freeCameraZoom = std::max(state().freeCameraZoom * zoomFactor, closestFreeZoom);
+        state().views.freeCameraZoom = std::max(state().views.freeCameraZoom * zoomFactor, closestFreeZoom);
     if (GLWindow::keyboardKeyPressed(VirtualKey::pageDown))
-        state().freeCameraZoom = std::min(state().freeCameraZoom / zoomFactor, widestFreeZoom);
+        state().views.freeCameraZoom = std::min(state().views.freeCameraZoom / zoomFactor, widestFreeZoom);
 }
 
 namespace {
@@ -49,8 +49,8 @@ void freeCameraView() {
     glScalef(static_cast<float>(GLWindow::getClientWidth()) / areaX,
              static_cast<float>(GLWindow::getClientHeight()) / areaY, 1.0f);
     glTranslatef(areaX * 0.5f, areaY * 0.5f, 0.0f);
-    glScalef(state().freeCameraZoom, state().freeCameraZoom, 1.0f);
-    glTranslatef(-state().freeCameraPosition.x, -state().freeCameraPosition.y, 0.0f);
+    glScalef(state().views.freeCameraZoom, state().views.freeCameraZoom, 1.0f);
+    glTranslatef(-state().views.freeCameraPosition.x, -state().views.freeCameraPosition.y, 0.0f);
 }
 
 void drawLayer(int layer) {
@@ -86,8 +86,8 @@ void lineLoop(const Vector2D* corners, int count) {
 void drawFreeCameraOverlay() {
     glDisable(GL_TEXTURE_2D);
     glDisable(GL_BLEND);
-    const Vector2D at = state().freeCameraPosition;
-    const float arm = 4.0f / state().freeCameraZoom;
+    const Vector2D at = state().views.freeCameraPosition;
+    const float arm = 4.0f / state().views.freeCameraZoom;
     glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
     glBegin(GL_LINES);
     glVertex2f(at.x - arm, at.y);
@@ -107,8 +107,8 @@ void drawFreeCameraOverlay() {
     char text[64];
     std::snprintf(text, sizeof(text), "%1f , %2f", at.x, at.y);
     const GLFont font(GLConsole::getFontTexture());
-    font.drawString(text, at.x, at.y + 16.0f / state().freeCameraZoom, 8.0f / state().freeCameraZoom, 1.0f,
-                    1.0f, 1.0f, 1.0f);
+    font.drawString(text, at.x, at.y + 16.0f / state().views.freeCameraZoom,
+                    8.0f / state().views.freeCameraZoom, 1.0f, 1.0f, 1.0f, 1.0f);
 }
 
 // The rules' drawing has left the virtual screen of 800 by 600 in place.
@@ -155,19 +155,19 @@ void Game::drawFrame() {
     glClear(GL_COLOR_BUFFER_BIT);
     glEnable(GL_TEXTURE_2D);
     glDisable(GL_DEPTH_TEST);
-    if (state().freeCamera)
+    if (state().views.freeCamera)
         freeCameraView();
     else
         Camera::viewFrom();
     const bool finished = GameRules::gameIsFinished();
     if (!finished) drawLevel();
-    if (state().freeCamera && !finished) drawFreeCameraOverlay();
+    if (state().views.freeCamera && !finished) drawFreeCameraOverlay();
     GameRules::draw();
-    if (state().paused && !state().freeCamera && state().font) drawPaused();
+    if (state().paused && !state().views.freeCamera && state().font) drawPaused();
     CheckPointTimesManager::draw();
     if (GameState::menuIsOpen()) GameMenus::sendMenuEvent_windowRedrawing();
     if (state().cursorTexture && GameState::menuIsOpen()) Gui::drawCursor(*state().cursorTexture, true);
-    GameState::recordTics(state().drawTics, Platform::clockMicroseconds() - start, state().showDrawSpeeds,
-                          "Drawing");
+    GameState::recordTics(state().drawTics, Platform::clockMicroseconds() - start,
+                          state().views.showDrawSpeeds, "Drawing");
     if (state().consoleVisible) GLConsole::draw();
 }

@@ -23,6 +23,10 @@ using GameState::state;
 
 namespace {
 
+GameState::Views& views() {
+    return state().views;
+}
+
 void conCmdZoomCamera() {
     TRACE_LOCATION("Game::conCmdZoomCamera");
     Camera::zoomOut();
@@ -45,10 +49,10 @@ bool conCmdPause(bool value, bool set) {
 }
 
 const GLConsoleCommand commands[] = {
-    {"ShowGameSpeeds", GLConsole::settingCommand<state, &GameState::State::showGameSpeeds>},
-    {"ShowDrawSpeeds", GLConsole::settingCommand<state, &GameState::State::showDrawSpeeds>},
-    {"ShowSimSpeeds", GLConsole::settingCommand<state, &GameState::State::showSimSpeeds>},
-    {"FreeCamera", GLConsole::settingCommand<state, &GameState::State::freeCamera>},
+    {"ShowGameSpeeds", GLConsole::settingCommand<views, &GameState::Views::showGameSpeeds>},
+    {"ShowDrawSpeeds", GLConsole::settingCommand<views, &GameState::Views::showDrawSpeeds>},
+    {"ShowSimSpeeds", GLConsole::settingCommand<views, &GameState::Views::showSimSpeeds>},
+    {"FreeCamera", GLConsole::settingCommand<views, &GameState::Views::freeCamera>},
     {"ZoomCamera", conCmdZoomCamera},
     {"ShakeCamera", conCmdShakeCamera},
     {"Restart", conCmdRestart},
@@ -58,21 +62,8 @@ const GLConsoleCommand commands[] = {
 // The switches that every start and restart of a level puts back.
 void startRunning() {
     TRACE_LOCATION("Game::startRunning");
-    state().running = true;
-    state().stopRequested = false;
-    state().mapRequested = false;
-    state().restartRequested = false;
-}
-
-// The console's views of a level go back to the player's view.
-void resetViewSwitches() {
-    TRACE_LOCATION("Game::resetViewSwitches");
-    state().freeCameraZoom = 1.0f;
-    state().freeCameraPosition = Vector2D();
-    state().showGameSpeeds = false;
-    state().showDrawSpeeds = false;
-    state().showSimSpeeds = false;
-    state().freeCamera = false;
+    state().loop = GameState::Loop();
+    state().loop.running = true;
 }
 
 // A level's water is always 128 particles at its start point, and the camera glides to them.
@@ -109,7 +100,7 @@ void setUpLoadedLevel(const std::string& levelName) {
     TRACE_LOCATION("Game::setUpLoadedLevel");
     state().currentMapName = levelName;
     state().stepTime = Game::stepThreshold;
-    resetViewSwitches();
+    state().views = GameState::Views();  // back to the player's view
     GLConsole::addCommands(commands);
     GLConsole::printTitle("Game initialisation");
     Triggers_HeatSources_LoadSettings();
@@ -137,7 +128,7 @@ void Game::initialise(const std::string& levelName) {
 void Game::resetLevel() {
     TRACE_LOCATION("Game::resetLevel");
     startRunning();
-    resetViewSwitches();
+    state().views = GameState::Views();  // back to the player's view
     ParticleManager::removeAllParticles();
     ParticleGroupMover::removeAllGroups();
     ParticleMover::clearParticleGrid();

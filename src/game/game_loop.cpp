@@ -26,7 +26,7 @@ void updateFrameSpeed() {
     state().frameTime = state().frameTimeSum * 0.0625f;
     state().frameTimeSum = 0.0f;
     state().frameCounter = 0;
-    if (state().showGameSpeeds && state().frameTime > 0.0f) {
+    if (state().views.showGameSpeeds && state().frameTime > 0.0f) {
         GLConsole::print("\nGame - fps: ");
         GLConsole::print(1.0f / state().frameTime);
     }
@@ -42,7 +42,7 @@ bool simulationRuns() {
 
 void moveCamera(float dt) {
     TRACE_LOCATION("Game::moveCamera");
-    if (!state().freeCamera) {
+    if (!state().views.freeCamera) {
         Camera::doMovements(!state().consoleVisible, dt);
         return;
     }
@@ -65,11 +65,11 @@ void gameStep(float dt) {
 
 void carryOutRequests() {
     TRACE_LOCATION("Game::carryOutRequests");
-    if (state().stopRequested)
-        state().running = false;
-    else if (state().mapRequested)
+    if (state().loop.stopRequested)
+        state().loop.running = false;
+    else if (state().loop.mapRequested)
         Game::initialise(state().mapName);
-    else if (state().restartRequested)
+    else if (state().loop.restartRequested)
         Game::resetLevel();
 }
 
@@ -122,7 +122,7 @@ void Game::runSimulation(float dt) {
         ++state().simulationSteps;
     }
     GameState::recordTics(state().simulationTics, Platform::clockMicroseconds() - start,
-                          state().showSimSpeeds, "Simulation");
+                          state().views.showSimSpeeds, "Simulation");
 }
 
 void Game::soundUpdate(float dt) {

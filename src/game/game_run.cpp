@@ -18,14 +18,14 @@ using GameState::state;
 
 void Game::run(const std::string& levelName) {
     TRACE_LOCATION("Game::run");
-    if (!GLWindow::exists() || state().running) return;
+    if (!GLWindow::exists() || state().loop.running) return;
     SurfaceTypeManager::initialise();
     initialise(levelName);
     GLWindowEventListener* const savedListener = GLWindow::getEventListener();
     Game listener;
     GLWindow::setEventListener(&listener);
     state().clock.reset();
-    while (GLWindow::exists() && state().running) {
+    while (GLWindow::exists() && state().loop.running) {
         GLWindow::run();
         gameLoop();
         if (GLWindow::isMinimised()) Platform::sleepMilliseconds(1);
@@ -46,17 +46,17 @@ void Game::stopServices() {
 
 void Game::stop() {
     TRACE_LOCATION("Game::stop");
-    state().stopRequested = true;
+    state().loop.stopRequested = true;
 }
 
 void Game::requestRestart() {
     TRACE_LOCATION("Game::requestRestart");
-    state().restartRequested = true;
+    state().loop.restartRequested = true;
 }
 
 void Game::map(const std::string& levelName) {
     TRACE_LOCATION("Game::map");
-    state().mapRequested = true;
+    state().loop.mapRequested = true;
     state().mapName = levelName;
 }
 
@@ -94,7 +94,7 @@ float Game::getViewAreaY() {
 
 bool Game::isRunning() {
     TRACE_LOCATION("Game::isRunning");
-    return state().running;
+    return state().loop.running;
 }
 
 bool Game::isPaused() {

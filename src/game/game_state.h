@@ -20,17 +20,31 @@ struct TicsMeter {
     int count = 0;
 };
 
-struct State {
+// Whether the loop runs and what it was asked to do next; every start and
+// restart of a level puts them back.
+struct Loop {
     bool running = false;
     bool stopRequested = false;
     bool mapRequested = false;
     bool restartRequested = false;
-    bool paused = false;
+};
+
+// The console's views of a level: the free camera and the speed reports.
+// Every start and restart of a level puts them back.
+struct Views {
     bool freeCamera = false;
-    bool consoleVisible = false;
+    Vector2D freeCameraPosition;
+    float freeCameraZoom = 1.0f;
     bool showGameSpeeds = false;
     bool showDrawSpeeds = false;
     bool showSimSpeeds = false;
+};
+
+struct State {
+    Loop loop;
+    Views views;
+    bool paused = false;
+    bool consoleVisible = false;
     std::string mapName;
     std::string currentMapName;
     std::string musicName;
@@ -43,8 +57,6 @@ struct State {
     float frameTime = 0.0f;
     float stepTime = 0.013333334f;
     float background[3] = {0.0f, 0.0f, 0.0f};
-    Vector2D freeCameraPosition;
-    float freeCameraZoom = 1.0f;
     TicsMeter simulationTics;
     TicsMeter drawTics;
     uint64_t gameSteps = 0;

@@ -161,12 +161,12 @@ TEST_F(GameTest, SpeedReportsPrintWhenAskedForAndTheFreeCameraMovesByArrowsAndZo
     for (int i = 0; i < 32; ++i) Game::runSimulation(0.01f);
     EXPECT_NE(console.text().find("\nSimulation - clock tics: "), std::string::npos);
     GLConsole::enterLine("FreeCamera true");
-    ASSERT_TRUE(GameState::state().freeCamera);
+    ASSERT_TRUE(GameState::state().views.freeCamera);
     frameWithKeys({39, 38});
-    EXPECT_LT(distance(GameState::state().freeCameraPosition, Vector2D(5, -5)), 1e-5f);
+    EXPECT_LT(distance(GameState::state().views.freeCameraPosition, Vector2D(5, -5)), 1e-5f);
     EXPECT_EQ(Camera::getTilt(), 0.0f);
     frameWithKeys({33});
-    EXPECT_FLOAT_EQ(GameState::state().freeCameraZoom, 1.05f);
+    EXPECT_FLOAT_EQ(GameState::state().views.freeCameraZoom, 1.05f);
 }
 
 // Pause, console and focus.
