@@ -23,6 +23,22 @@ void makeBank(SoundBank& bank, const ConfigFile& config, const std::string& pref
     }
 }
 
+DisturbanceSettings readDisturbanceSettings(const ConfigFile& config, const std::string& prefix,
+                                            bool absolute) {
+    TRACE_LOCATION("GameSfx::readDisturbanceSettings");
+    const auto read = [&](const char* name) {
+        const float value = config.getVarAsFloat(prefix + name);
+        return absolute ? std::fabs(value) : value;
+    };
+    DisturbanceSettings settings;
+    settings.level1Speed = read("level1_speed");
+    settings.level2Speed = read("level2_speed");
+    settings.level3Speed = read("level3_speed");
+    settings.randomnessPitch = read("randomness_pitch");
+    settings.randomnessVolume = read("randomness_volume");
+    return settings;
+}
+
 void driveLoop(Sound* sound, float level, bool allowed, bool startFirst) {
     TRACE_LOCATION("GameSfx::driveLoop");
     if (!sound) return;

@@ -23,12 +23,7 @@ float clampUnit(float value) {
 Settings readSettings(const ConfigFile& config) {
     TRACE_LOCATION("GameSfx_Ice::readSettings");
     Settings settings;
-    GameSfx::DisturbanceSettings& d = settings.disturbance;
-    d.level1Speed = config.getVarAsFloat("ice_disturbance_level1_speed");
-    d.level2Speed = config.getVarAsFloat("ice_disturbance_level2_speed");
-    d.level3Speed = config.getVarAsFloat("ice_disturbance_level3_speed");
-    d.randomnessPitch = config.getVarAsFloat("ice_disturbance_randomness_pitch");
-    d.randomnessVolume = config.getVarAsFloat("ice_disturbance_randomness_volume");
+    settings.disturbance = GameSfx::readDisturbanceSettings(config, "ice_disturbance_", false);
     settings.frictionChangeRate = clampUnit(config.getVarAsFloat("ice_frictionChangeRate"));
     settings.frictionSpeed = config.getVarAsFloat("ice_frictionSpeed");
     settings.freeze.effectSpeed = clampUnit(config.getVarAsFloat("ice_freezeEffectSpeed"));

@@ -49,6 +49,10 @@ void makeSound(std::unique_ptr<Sound>& sound, const ConfigFile& config, const ch
 // allowed, and is stopped otherwise. The water starts its loop before setting
 // the level; the others set the level first.
 void driveLoop(Sound* sound, float level, bool allowed, bool startFirst);
+// Reads "<prefix>level1_speed" to "<prefix>randomness_volume"; the water
+// takes them as absolute values, the ice as they stand.
+DisturbanceSettings readDisturbanceSettings(const ConfigFile& config, const std::string& prefix,
+                                            bool absolute);
 // The level 1 to 3 of a loss, or 0 for none.
 int disturbanceLevel(float loss, const DisturbanceSettings& settings);
 void playDisturbance(float loss, float amount, const DisturbanceSettings& settings, SoundBank& bank);

@@ -23,12 +23,7 @@ bool isWater(const Particle& particle) {
 Settings readSettings(const ConfigFile& config) {
     TRACE_LOCATION("GameSfx_Water::readSettings");
     Settings settings;
-    GameSfx::DisturbanceSettings& d = settings.disturbance;
-    d.level1Speed = std::fabs(config.getVarAsFloat("water_disturbance_level1_speed"));
-    d.level2Speed = std::fabs(config.getVarAsFloat("water_disturbance_level2_speed"));
-    d.level3Speed = std::fabs(config.getVarAsFloat("water_disturbance_level3_speed"));
-    d.randomnessPitch = std::fabs(config.getVarAsFloat("water_disturbance_randomness_pitch"));
-    d.randomnessVolume = std::fabs(config.getVarAsFloat("water_disturbance_randomness_volume"));
+    settings.disturbance = GameSfx::readDisturbanceSettings(config, "water_disturbance_", true);
     settings.ambientVolume = std::fabs(config.getVarAsFloat("waterSound_ambient_volume"));
     return settings;
 }
