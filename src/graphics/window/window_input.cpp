@@ -31,6 +31,18 @@ char symbol(int key, bool shifted) {
     return 0;
 }
 
+// The pointer is read relative to the window and placed at the client origin
+// as it is reported, so that the centre and the pointer always agree: where
+// the window is reported and where it stands can differ (full screen without
+// a window manager), which would otherwise turn the view by itself.
+std::pair<int, int> mouseOnScreen() {
+    if (!realWindow()) return {state().mouseX, state().mouseY};
+    int left = 0, top = 0, x = 0, y = 0;
+    clientOrigin(left, top);
+    WindowBackend::getWindowMouse(x, y);
+    return {left + x, top + y};
+}
+
 void setMember(std::set<int>& members, int value, bool member) {
     if (member)
         members.insert(value);
@@ -84,26 +96,14 @@ int getMouseY() {
     return state().mouseY;
 }
 
-// The pointer is read relative to the window and placed at the client origin
-// as it is reported, so that the centre and the pointer always agree: where
-// the window is reported and where it stands can differ (full screen without
-// a window manager), which would otherwise turn the view by itself.
 int getMouseScreenX() {
     TRACE_LOCATION("GLWindow::getMouseScreenX");
-    if (!realWindow()) return state().mouseX;
-    int left = 0, top = 0, x = 0, y = 0;
-    clientOrigin(left, top);
-    WindowBackend::getWindowMouse(x, y);
-    return left + x;
+    return mouseOnScreen().first;
 }
 
 int getMouseScreenY() {
     TRACE_LOCATION("GLWindow::getMouseScreenY");
-    if (!realWindow()) return state().mouseY;
-    int left = 0, top = 0, x = 0, y = 0;
-    clientOrigin(left, top);
-    WindowBackend::getWindowMouse(x, y);
-    return top + y;
+    return mouseOnScreen().second;
 }
 
 bool mouseInClientArea() {
