@@ -127,8 +127,8 @@ void removeCommands(const GLConsoleCommand (&table)[N]) {
 // command table, so that starting and stopping keep the three together.
 struct Subsystem {
     template <std::size_t N>
-    Subsystem(const char* startLine_, const char* stopLine_, const GLConsoleCommand (&table)[N])
-        : startLine(startLine_), stopLine(stopLine_), commands(table), commandCount(N) {}
+    Subsystem(const char* starting, const char* stopping, const GLConsoleCommand (&table)[N])
+        : startLine(starting), stopLine(stopping), commands(table), commandCount(N) {}
     const char* startLine;
     const char* stopLine;
     const GLConsoleCommand* commands;
