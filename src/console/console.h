@@ -123,8 +123,8 @@ void removeCommands(const GLConsoleCommand (&table)[N]) {
     removeCommands(table, N);
 }
 // How a subsystem shows on the console while it runs: the line it prints as
-// it starts, the line it prints as it stops (either may be null) and its
-// command table, so that starting and stopping keep the three together.
+// it starts, the line it prints as it stops and its command table, so that
+// starting and stopping keep the three together.
 struct Subsystem {
     template <std::size_t N>
     Subsystem(const char* starting, const char* stopping, const GLConsoleCommand (&table)[N])

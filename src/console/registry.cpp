@@ -77,13 +77,13 @@ void removeCommands(const GLConsoleCommand* table, std::size_t count) {
 
 void startSubsystem(const Subsystem& subsystem) {
     TRACE_LOCATION("GLConsole::startSubsystem");
-    if (subsystem.startLine) print(subsystem.startLine);
+    print(subsystem.startLine);
     addCommands(subsystem.commands, subsystem.commandCount);
 }
 
 void stopSubsystem(const Subsystem& subsystem) {
     TRACE_LOCATION("GLConsole::stopSubsystem");
-    if (subsystem.stopLine) print(subsystem.stopLine);
+    print(subsystem.stopLine);
     removeCommands(subsystem.commands, subsystem.commandCount);
 }
 
