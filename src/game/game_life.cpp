@@ -59,7 +59,7 @@ const GLConsoleCommand commands[] = {
     {"Pause", conCmdPause},
 };
 
-// The switches that every start and restart of a level puts back.
+// Every start and restart of a level runs the loop afresh, with no request pending.
 void startRunning() {
     TRACE_LOCATION("Game::startRunning");
     state().loop = GameState::Loop();
